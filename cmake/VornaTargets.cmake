@@ -1,0 +1,54 @@
+# What every target of the project is compiled with.
+add_library(vorna_options INTERFACE)
+target_compile_definitions(vorna_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_CONTEXTLESS_CONNECT
+    QT_NO_FOREACH
+    QT_NO_URL_CAST_FROM_STRING
+    QT_USE_QSTRINGBUILDER
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_include_directories(vorna_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_compile_options(vorna_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor)
+# Coroutine frames start their name with a member that GCC takes for one that hides another.
+target_compile_features(vorna_options INTERFACE cxx_std_23)
+
+option(VORNA_WERROR "Warnings are errors" OFF)
+if(VORNA_WERROR)
+    target_compile_options(vorna_options INTERFACE -Werror)
+endif()
+
+set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined or thread")
+if(VORNA_SANITIZE)
+    target_compile_options(vorna_options INTERFACE -fsanitize=${VORNA_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    target_link_options(vorna_options INTERFACE -fsanitize=${VORNA_SANITIZE})
+endif()
+
+# vorna_library(NAME SOURCES … LINKS …): one static library of the house; LINKS are its arrows, all of them.
+function(vorna_library NAME)
+    cmake_parse_arguments(LIBRARY "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${NAME} STATIC ${LIBRARY_SOURCES})
+    target_link_libraries(${NAME} PUBLIC vorna_options ${LIBRARY_LINKS})
+endfunction()
+
+# vorna_test(FOLDER/TestX LINKS …): one Qt Test program for one class.
+function(vorna_test PATH)
+    cmake_parse_arguments(TEST "" "PLATFORM;TIMEOUT" "LINKS;SOURCES" ${ARGN})
+    get_filename_component(NAME ${PATH} NAME)
+    add_executable(${NAME} ${PATH}.cpp ${TEST_SOURCES})
+    target_link_libraries(${NAME} PRIVATE ${TEST_LINKS} Qt6::Test)
+    target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    set_target_properties(${NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests")
+    add_test(NAME ${NAME} COMMAND ${NAME})
+    if(NOT TEST_PLATFORM)
+        set(TEST_PLATFORM offscreen)
+    endif()
+    if(NOT TEST_TIMEOUT)
+        set(TEST_TIMEOUT 120)
+    endif()
+    set_tests_properties(${NAME} PROPERTIES
+        ENVIRONMENT "QT_QPA_PLATFORM=${TEST_PLATFORM};LC_ALL=C.UTF-8"
+        TIMEOUT ${TEST_TIMEOUT}
+        SKIP_REGULAR_EXPRESSION "^SKIPPED:")
+endfunction()

@@ -1,0 +1,1 @@
+#include "app/StatusModel.h"

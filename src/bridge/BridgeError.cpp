@@ -1,0 +1,1 @@
+#include "bridge/BridgeError.h"

@@ -1,0 +1,1 @@
+#include "bridge/VornaBridgeClient.h"

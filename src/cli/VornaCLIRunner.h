@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QCoro/QCoroTask>
+
+#include <QString>
+#include <QStringList>
+
+#include <string>
+
+/// Runs the platform's command-line tool once as a child process. No instances and no state; calls are independent and
+/// may overlap. Call on the main thread, which never blocks; the answer comes there too.
+namespace VornaCLIRunner {
+
+struct Result final {
+    qint32 exitCode = 0; ///< the child's status; 127 when it could not be started
+    QString stdOut;      ///< empty when it is not UTF-8
+    QString stdErr;      ///< empty when it is not UTF-8; why the child could not be started
+
+    /// One line for a person: what the tool printed, else what it complained, else its status, else "ok".
+    [[nodiscard]] QString summary() const;
+
+    friend bool operator==(const Result&, const Result&) = default;
+};
+
+/// The tool's path: from the search path, else the development checkout, else the user's own install, else its bare
+/// name. Asks `/usr/bin/which`, so it blocks for some milliseconds: not for the main thread.
+[[nodiscard]] std::string resolveVornaExecutable();
+
+/// Runs the tool with `arguments` and ends it (SIGTERM, once) when it outlives `timeout` seconds. Its output is read
+/// only after that, so a tool that fills its pipe waits there until the time is over. Never fails: see `Result`.
+[[nodiscard]] QCoro::Task<Result> run(QStringList arguments, double timeout);
+
+}

@@ -1,0 +1,1 @@
+#include "daypart/DaypartController.h"

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QString>
+
+/// Pictures by the name of their symbol.
+namespace Symbol {
+
+enum class Weight { regular, semibold };
+
+/// The symbol in one colour on a transparent square of `size` points, for a screen of the given scale. A name without
+/// a symbol gives a transparent picture of the same size.
+[[nodiscard]] QPixmap pixmap(const QString& name, qreal size, const QColor& colour, qreal scale,
+                             Weight weight = Weight::regular);
+
+}

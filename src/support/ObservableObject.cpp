@@ -1,0 +1,3 @@
+#include "support/ObservableObject.h"
+
+#include "moc_ObservableObject.cpp"
