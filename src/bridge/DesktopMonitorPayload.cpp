@@ -75,7 +75,7 @@ bool decode(const QJsonValue& value, const Place& place, QList<T>& list, BridgeE
     const auto array = value.toArray();
     list.reserve(array.size());
     for (const auto& element : array) {
-        const Place here{.above = &place, .index = list.size()};
+        const Place here{.above = &place, .key = {}, .index = list.size()};
         if (!decode(element, here, list.emplaceBack(), error)) {
             return false;
         }

@@ -32,7 +32,10 @@ QCoro::Task<std::expected<bool, BridgeError>> VornaBridgeClient::health() const 
         co_return std::unexpected{BridgeError::of(BridgeError::Kind::badUrl)};
     }
     const auto answer = co_await HttpGet::send(url, healthIdleLimit);
-    co_return answer.transform([](const HttpResponse& response) { return response.status == statusOk; });
+    if (!answer) {
+        co_return std::unexpected{answer.error()};
+    }
+    co_return answer->status == statusOk;
 }
 
 QCoro::Task<std::expected<DesktopMonitorPayload, BridgeError>> VornaBridgeClient::desktopMonitor() const {
