@@ -4,9 +4,15 @@
 #include <QPainter>
 #include <QSvgRenderer>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
+
+// The linker drops the pictures of a static library unless they are named; the macro must stand outside a namespace.
+static void registerPictures() {
+    Q_INIT_RESOURCE(symbols);
+}
 
 namespace {
 
@@ -14,6 +20,7 @@ constexpr QByteArrayView regularStroke = "stroke-width=\"2\"";
 constexpr QByteArrayView semiboldStroke = "stroke-width=\"2.5\"";
 
 QByteArray drawing(const QString& name, Symbol::Weight weight) {
+    [[maybe_unused]] static const bool registered = (registerPictures(), true);
     QFile file{u":/symbols/"_s + name + u".svg"_s};
     if (name.contains(u'/') || !file.open(QFile::ReadOnly)) {
         return {};
