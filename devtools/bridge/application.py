@@ -2,6 +2,7 @@
 
 import asyncio
 from dataclasses import dataclass
+from typing import Tuple
 
 from fastapi import FastAPI
 
@@ -17,7 +18,7 @@ class Settings:
     """What the probes look at."""
 
     caddy_process: str
-    caddy_admin: str
+    caddy_admin: Tuple[str, int]
     postgres_port: int
 
 

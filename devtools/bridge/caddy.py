@@ -1,22 +1,26 @@
 """Caddy: its process, its admin interface, and the sites that its configuration names."""
 
 import asyncio
+import json
+import ssl
 from dataclasses import dataclass
 from typing import Any, Iterator, List, Optional, Tuple
 
-import httpx
+import h11
 import psutil
 
+from .http_get import any_certificate, get, get_status
 from .payload import ServiceProbe
 from .reasons import reason
 
 CATEGORY = "proxy"
 ADMIN_SECONDS = 1.0
 SITE_SECONDS = 2.0
+OK = 200
 FIRST_SERVER_ERROR = 500
 DEFAULT_HTTP_PORT = 80
 EVERY_ADDRESS = ("", "0.0.0.0", "::", "[::]")
-FAILURES = (httpx.HTTPError, httpx.InvalidURL, OSError, asyncio.TimeoutError)
+FAILURES = (OSError, asyncio.TimeoutError, h11.ProtocolError)
 
 
 @dataclass(frozen=True)
@@ -34,16 +38,11 @@ class CaddyReport:
     sites: List[ServiceProbe]
 
 
-async def probe_caddy(process: str, admin: str, probe_sites: bool) -> CaddyReport:
-    client = httpx.AsyncClient(
-        verify=False, trust_env=False, follow_redirects=False, limits=httpx.Limits(max_connections=None)
-    )
-    async with client:
-        running, (answers, config) = await asyncio.gather(
-            asyncio.to_thread(probe_process, process), probe_admin(client, admin)
-        )
-        sites = find_sites(config) if probe_sites else []
-        site_probes = await asyncio.gather(*(probe_site(client, site) for site in sites))
+async def probe_caddy(process: str, admin: Tuple[str, int], probe_sites: bool) -> CaddyReport:
+    running, (answers, config) = await asyncio.gather(asyncio.to_thread(probe_process, process), probe_admin(*admin))
+    sites = find_sites(config) if probe_sites else []
+    certificate = any_certificate() if any(site.tls for site in sites) else None
+    site_probes = await asyncio.gather(*(probe_site(site, certificate) for site in sites))
     return CaddyReport(probes=[running, answers], sites=list(site_probes))
 
 
@@ -57,40 +56,33 @@ def probe_process(name: str) -> ServiceProbe:
     return ServiceProbe(name="caddy.process", ok=bool(alive), detail=detail, category=CATEGORY)
 
 
-async def probe_admin(client: httpx.AsyncClient, address: str) -> Tuple[ServiceProbe, Any]:
+async def probe_admin(host: str, port: int) -> Tuple[ServiceProbe, Any]:
     """The probe, and the configuration that Caddy runs with (nothing when it did not say)."""
     config = None
+    name = f"{host}:{port}"
     try:
-        response = await asyncio.wait_for(client.get(f"http://{address}/config/"), ADMIN_SECONDS)
-        ok, detail = response.status_code == httpx.codes.OK, f"HTTP {response.status_code} on {address}"
+        status, body = await asyncio.wait_for(get((host, port), name, "/config/"), ADMIN_SECONDS)
+        ok, detail = status == OK, f"HTTP {status} on {name}"
         if ok:
-            config = response.json()
-    except ValueError:
-        ok, detail = False, f"{address} does not answer with a configuration"
+            config = json.loads(body)
     except FAILURES as error:
         ok, detail = False, reason(error)
+    except ValueError:
+        ok, detail = False, f"{name} does not answer with a configuration"
     return ServiceProbe(name="caddy.admin", ok=ok, detail=detail, category=CATEGORY), config
 
 
-async def probe_site(client: httpx.AsyncClient, site: Site) -> ServiceProbe:
+async def probe_site(site: Site, certificate: Optional[ssl.SSLContext]) -> ServiceProbe:
     """A site is up when its listener answers for its host, with anything but a server error."""
     ok, detail = False, "no TCP listener"
     if site.address is not None:
         try:
-            status = await asyncio.wait_for(fetch_status(client, site), SITE_SECONDS)
+            request = get_status(site.address, site.host, "/", certificate if site.tls else None)
+            status = await asyncio.wait_for(request, SITE_SECONDS)
             ok, detail = status < FIRST_SERVER_ERROR, f"HTTP {status}"
         except (*FAILURES, ValueError) as error:
             detail = reason(error)
     return ServiceProbe(name=f"site.{site.host}", ok=ok, detail=detail, category="site")
-
-
-async def fetch_status(client: httpx.AsyncClient, site: Site) -> int:
-    address, port = site.address
-    literal = f"[{address}]" if ":" in address else address
-    url = f"{'https' if site.tls else 'http'}://{literal}:{port}/"
-    request = {"headers": {"Host": site.host}, "extensions": {"sni_hostname": site.host}}
-    async with client.stream("GET", url, **request) as response:
-        return response.status_code
 
 
 def find_sites(config: Any) -> List[Site]:

@@ -3,14 +3,14 @@
 import asyncio
 import ssl
 
-import httpx
+import h11
 
 REASONS = (
     (ConnectionRefusedError, "connection refused"),
-    ((TimeoutError, asyncio.TimeoutError, httpx.TimeoutException), "no answer in time"),
+    ((TimeoutError, asyncio.TimeoutError), "no answer in time"),
     (ConnectionResetError, "connection reset"),
     (ssl.SSLError, "TLS handshake failed"),
-    (httpx.RemoteProtocolError, "the answer is not HTTP"),
+    (h11.RemoteProtocolError, "the answer is not HTTP"),
 )
 
 

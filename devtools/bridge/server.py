@@ -4,6 +4,7 @@ import argparse
 import os
 import socket
 import sys
+from typing import Tuple
 
 import uvicorn
 
@@ -21,6 +22,11 @@ def port_number(text: str) -> int:
     return number
 
 
+def host_and_port(text: str) -> Tuple[str, int]:
+    host, _, port = text.rpartition(":")
+    return host or ADDRESS, port_number(port)
+
+
 def parse_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(
         prog="stand-in-bridge",
@@ -28,7 +34,13 @@ def parse_arguments() -> argparse.Namespace:
     )
     parser.add_argument("--port", type=port_number, default=DEFAULT_PORT, help="port to listen on; 0 takes a free one")
     parser.add_argument("--caddy-process", default="caddy", metavar="NAME", help="name of Caddy's process")
-    parser.add_argument("--caddy-admin", default="127.0.0.1:2019", metavar="HOST:PORT", help="its admin interface")
+    parser.add_argument(
+        "--caddy-admin",
+        type=host_and_port,
+        default="127.0.0.1:2019",
+        metavar="HOST:PORT",
+        help="its admin interface",
+    )
     parser.add_argument(
         "--postgres-port",
         type=port_number,

@@ -17,14 +17,24 @@ _OPENER = urllib.request.build_opener(urllib.request.ProxyHandler({}))
 class StandInBridge:
     """A running stand-in bridge; by default everything that it looks at is absent."""
 
-    def __init__(self, port=0, caddy_process=NO_PROCESS, caddy_admin=f"127.0.0.1:{NO_PORT}", postgres_port=NO_PORT):
+    def __init__(
+        self,
+        port=0,
+        caddy_process=NO_PROCESS,
+        caddy_admin=f"127.0.0.1:{NO_PORT}",
+        postgres_port=NO_PORT,
+        environment=None,
+    ):
+        command = [sys.executable, "-B", PROGRAM, "--port", str(port)]
+        command += ["--caddy-process", caddy_process, "--caddy-admin", caddy_admin]
+        if postgres_port is not None:
+            command += ["--postgres-port", str(postgres_port)]
         self.process = subprocess.Popen(
-            [sys.executable, PROGRAM, "--port", str(port), "--caddy-process", caddy_process]
-            + ["--caddy-admin", caddy_admin, "--postgres-port", str(postgres_port)],
+            command,
             stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT,
             text=True,
-            env={**os.environ, "PYTHONDONTWRITEBYTECODE": "1"},
+            env={**os.environ, **(environment or {})},
         )
         self.first_line = self.process.stdout.readline().rstrip("\n")
         self.address = self.first_line.rpartition(" ")[2]
