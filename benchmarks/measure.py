@@ -94,23 +94,33 @@ def activity(process):
     return switches, nanoseconds / 1e6
 
 
-def measure(desk, program, rounds, minutes):
-    starts = []
-    for number in range(rounds):
-        process, milliseconds = start_until_registered(desk, program)
-        starts.append(milliseconds)
-        if number < rounds - 1:
-            desk.stop(process)
-            desk.wait_for(lambda: not desk.status_notifier_items(), "the item to go")
+def start_times(desk, rounds):
+    """Milliseconds of each program's starts; the first round, with cold caches, counts for neither."""
+    times = {name: [] for name in PROGRAMS}
+    for number in range(rounds + 1):
+        for name, program in PROGRAMS.items():
+            process, milliseconds = start_until_registered(desk, program)
+            end(desk, process)
+            if number > 0:
+                times[name].append(milliseconds)
+    return times
+
+
+def end(desk, process):
+    desk.stop(process)
+    desk.wait_for(lambda: not desk.status_notifier_items(), "the item to go")
+
+
+def measure_idle(desk, program, minutes):
+    process, _ = start_until_registered(desk, program)
     open_and_close(desk, process)
-    result = {"start": statistics.median(starts), **memory(process)}
+    result = memory(process)
     switches, milliseconds = activity(process)
     time.sleep(minutes * SECONDS_PER_MINUTE)
     later_switches, later_milliseconds = activity(process)
     result["switches"] = (later_switches - switches) / minutes
     result["cpu"] = (later_milliseconds - milliseconds) / minutes
-    desk.stop(process)
-    desk.wait_for(lambda: not desk.status_notifier_items(), "the item to go")
+    end(desk, process)
     return result
 
 
@@ -124,8 +134,10 @@ def main():
         desk.start_window_manager()
         desk.start_xfce_panel()
         desk.wait_for(desk.status_notifier_host_is_there, "the tray")
+        starts = start_times(desk, arguments.rounds)
         results = {
-            name: measure(desk, program, arguments.rounds, arguments.minutes) for name, program in PROGRAMS.items()
+            name: {"start": statistics.median(starts[name]), **measure_idle(desk, program, arguments.minutes)}
+            for name, program in PROGRAMS.items()
         }
     print(f"{'':40}{'companion':>12}{'floor':>12}{'ratio':>8}")
     for key, label, digits in MEASURES:
