@@ -1,1 +1,62 @@
 #include "app/StatusModel.h"
+
+#include "system/NotificationService.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto offlineSymbol = "antenna.radiowaves.left.and.right.slash"_L1;
+
+struct BandDescription {
+    StatusModel::Band band;
+    QLatin1StringView rawValue;
+    QLatin1StringView symbolName;
+};
+
+constexpr std::array bands{
+    BandDescription{StatusModel::Band::green, "green"_L1, "checkmark.circle.fill"_L1},
+    BandDescription{StatusModel::Band::amber, "amber"_L1, "exclamationmark.triangle.fill"_L1},
+    BandDescription{StatusModel::Band::red, "red"_L1, "xmark.octagon.fill"_L1},
+    BandDescription{StatusModel::Band::unknown, "unknown"_L1, "circle.dashed"_L1},
+};
+
+const BandDescription& describe(StatusModel::Band band) {
+    return bands[static_cast<std::size_t>(band)];
+}
+
+}
+
+StatusModel::StatusModel(NotificationService& notifications, ToolRunner runTool, QUrl bridge, Clock clock,
+                         QObject* parent)
+    : ObservableObject{parent}
+    , m_notifications{notifications}
+    , m_runTool{std::move(runTool)}
+    , m_client{std::move(bridge)}
+    , m_clock{std::move(clock)} {}
+
+QUrl StatusModel::defaultBridge() {
+    return QUrl{u"http://127.0.0.1:43105"_s};
+}
+
+QString StatusModel::rawValue(Band band) {
+    return describe(band).rawValue;
+}
+
+std::optional<StatusModel::Band> StatusModel::bandFromRawValue(QStringView rawValue) {
+    const auto* found = std::ranges::find_if(
+        bands, [rawValue](const BandDescription& description) { return description.rawValue == rawValue; });
+    return found == bands.end() ? std::nullopt : std::optional{found->band};
+}
+
+QString StatusModel::menuBarSymbol() const {
+    return bridgeOnline ? describe(caddyBand).symbolName : offlineSymbol;
+}
+
+#include "moc_StatusModel.cpp"

@@ -50,12 +50,12 @@ public:
 
     Published<bool> bridgeOnline{*this, false};
     Published<Band> caddyBand{*this, Band::unknown};
-    Published<QString> caddyDetail;
+    Published<QString> caddyDetail{*this, QStringLiteral("—")};
     Published<std::optional<bool>> postgresOk{*this, std::nullopt};
-    Published<QString> postgresDetail;
-    Published<QString> hostLoad;
-    Published<QString> hostMemory;
-    Published<QString> hostDisk;
+    Published<QString> postgresDetail{*this, QStringLiteral("—")};
+    Published<QString> hostLoad{*this, QStringLiteral("—")};
+    Published<QString> hostMemory{*this, QStringLiteral("—")};
+    Published<QString> hostDisk{*this, QStringLiteral("—")};
     Published<QString> hostname{*this, QString()};
     Published<QList<ServiceRow>> services{*this, {}};
     Published<std::optional<QDateTime>> lastPoll{*this, std::nullopt};
@@ -63,7 +63,7 @@ public:
     Published<bool> polling{*this, false};
     Published<bool> cliBusy{*this, false};
     Published<std::optional<QString>> cliMessage{*this, std::nullopt};
-    Published<QString> accountLine;
+    Published<QString> accountLine{*this, QStringLiteral("Not signed in")};
 
     /// The name of the symbol that the status item shows.
     [[nodiscard]] QString menuBarSymbol() const;
@@ -86,9 +86,14 @@ public:
 
 private:
     QCoro::Task<> pollOnce();
+    void showUnreachable(const BridgeError& error);
+    void showOffline();
+    void showHealthyWithoutData();
+    void applyMonitor(const DesktopMonitorPayload& payload);
+    void applyCaddy(const DesktopMonitorPayload& payload);
+
     QCoro::Task<> runCLI(QStringList arguments, QString notifyTitle);
     QCoro::Task<> heartbeat();
-    void applyMonitor(const DesktopMonitorPayload& payload);
 
     NotificationService& m_notifications;
     ToolRunner m_runTool;

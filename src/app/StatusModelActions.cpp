@@ -1,0 +1,117 @@
+#include "app/StatusModel.h"
+
+#include "system/NotificationService.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPointer>
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double actionTimeout = 120;   // seconds
+constexpr double heartbeatTimeout = 20; // seconds
+constexpr qsizetype mostLines = 3;
+constexpr int mostCharactersOfSuccess = 180;
+constexpr int mostCharactersOfFailure = 160;
+
+struct Account {
+    QLatin1StringView state;
+    QStringView line;
+};
+
+constexpr std::array accounts{
+    Account{"signed_in"_L1, u"Signed in · CTA hidden"},
+    Account{"installed"_L1, u"Installed · sign in to hide download CTA"},
+};
+
+QString shortened(const QString& summary) {
+    return summary.split(u'\n', Qt::SkipEmptyParts).mid(0, mostLines).join(u" · "_s);
+}
+
+/// The first `count` characters as a person counts them.
+QString firstCharacters(const QString& text, int count) {
+    QTextBoundaryFinder finder{QTextBoundaryFinder::Grapheme, text};
+    for (int i = 0; i < count; ++i) {
+        if (finder.toNextBoundary() < 0) {
+            return text;
+        }
+    }
+    return text.left(finder.position());
+}
+
+QString notificationBody(qint32 exitCode, const QString& shortText) {
+    return exitCode == 0 ? firstCharacters(shortText, mostCharactersOfSuccess)
+                         : u"Failed: " + firstCharacters(shortText, mostCharactersOfFailure);
+}
+
+std::optional<QString> stateOf(const QJsonObject& answer, QLatin1StringView member) {
+    const auto state = answer.value(member).toObject().value("state"_L1);
+    return state.isString() ? std::optional{state.toString()} : std::nullopt;
+}
+
+QString accountLineFor(const QJsonObject& answer) {
+    const auto remote = stateOf(answer, "remote"_L1);
+    const QString state = remote ? *remote : stateOf(answer, "local"_L1).value_or(u"missing"_s);
+    const auto* known = std::ranges::find_if(accounts, [&](const Account& account) { return account.state == state; });
+    return known == accounts.end() ? u"Not signed in"_s : known->line.toString();
+}
+
+}
+
+QCoro::Task<> StatusModel::runDeskBackup() {
+    return runCLI({u"desk"_s, u"backup"_s}, u"Desk backup"_s);
+}
+
+QCoro::Task<> StatusModel::runMacSyncICloud() {
+    return runCLI({u"desk"_s, u"sync"_s, u"push"_s, u"--via"_s, u"icloud"_s}, u"Mac→Mac iCloud sync"_s);
+}
+
+QCoro::Task<> StatusModel::signInFromDesktop() {
+    return runCLI({u"auth"_s, u"login"_s, u"--surface"_s, u"macos"_s, u"--yes"_s}, u"vorna sign in"_s);
+}
+
+QCoro::Task<> StatusModel::runCLI(QStringList arguments, QString notifyTitle) {
+    if (cliBusy) {
+        co_return;
+    }
+    const QPointer<StatusModel> self{this};
+    cliBusy = true;
+    cliMessage = QString{u"vorna " + arguments.join(u' ') + u'…'};
+
+    const auto result = co_await m_runTool(arguments, actionTimeout);
+    if (!self) {
+        co_return;
+    }
+    const QString shortText = shortened(result.summary());
+    cliMessage = shortText;
+
+    const QString body = notificationBody(result.exitCode, shortText);
+    co_await m_notifications.notify(notifyTitle, body, NotificationService::freshIdentifier());
+    if (self) {
+        cliBusy = false;
+    }
+}
+
+void StatusModel::reportAccountHeartbeat() {
+    heartbeat();
+}
+
+QCoro::Task<> StatusModel::heartbeat() {
+    const QPointer<StatusModel> self{this};
+    const QStringList arguments{u"desktop"_s, u"heartbeat"_s, u"--json"_s};
+    const auto result = co_await m_runTool(arguments, heartbeatTimeout);
+    if (!self || result.exitCode != 0) {
+        co_return;
+    }
+    const auto answer = QJsonDocument::fromJson(result.stdOut.toUtf8());
+    if (answer.isObject()) {
+        accountLine = accountLineFor(answer.object());
+    }
+}

@@ -22,8 +22,8 @@ public:
     /// The application's one controller, made on first use over the standard defaults and the wall clock.
     [[nodiscard]] static DaypartController& shared();
 
-    Published<Daypart> daypart;
     Published<bool> isManual;
+    Published<Daypart> daypart;
     Published<DaypartPalette> palette;
 
     /// Pins a daypart, also the current one.
