@@ -10,8 +10,6 @@ target_compile_definitions(vorna_options INTERFACE
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_include_directories(vorna_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(vorna_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor)
-# Coroutine frames start their name with a member that GCC takes for one that hides another.
-target_compile_features(vorna_options INTERFACE cxx_std_23)
 
 option(VORNA_WERROR "Warnings are errors" OFF)
 if(VORNA_WERROR)
