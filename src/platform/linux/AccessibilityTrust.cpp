@@ -1,1 +1,5 @@
 #include "platform/AccessibilityTrust.h"
+
+bool AccessibilityTrust::isTrusted() {
+    return false;
+}

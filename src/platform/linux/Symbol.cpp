@@ -1,1 +1,50 @@
 #include "platform/Symbol.h"
+
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+// The linker drops the pictures of a static library unless they are named; the macro must stand outside a namespace.
+static void registerPictures() {
+    Q_INIT_RESOURCE(symbols);
+}
+
+namespace {
+
+constexpr QByteArrayView regularStroke = "stroke-width=\"2\"";
+constexpr QByteArrayView semiboldStroke = "stroke-width=\"2.5\"";
+
+QByteArray drawing(const QString& name, Symbol::Weight weight) {
+    [[maybe_unused]] static const bool registered = (registerPictures(), true);
+    QFile file{u":/symbols/"_s + name + u".svg"_s};
+    if (name.contains(u'/') || !file.open(QFile::ReadOnly)) {
+        return {};
+    }
+    QByteArray svg = file.readAll();
+    if (weight == Symbol::Weight::semibold) {
+        svg.replace(regularStroke, semiboldStroke);
+    }
+    return svg;
+}
+
+}
+
+QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight weight) {
+    const int side = std::max(1, static_cast<int>(std::lround(size * scale)));
+    QPixmap picture{side, side};
+    picture.fill(Qt::transparent);
+    if (QSvgRenderer renderer{drawing(name, weight)}; renderer.isValid()) {
+        QPainter painter{&picture};
+        painter.setRenderHint(QPainter::Antialiasing);
+        renderer.render(&painter, picture.rect());
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(picture.rect(), colour);
+    }
+    picture.setDevicePixelRatio(scale);
+    return picture;
+}
