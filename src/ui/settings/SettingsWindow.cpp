@@ -4,7 +4,6 @@
 
 #include <QScreen>
 #include <QShortcut>
-#include <QWindow>
 
 #include <utility>
 
@@ -33,9 +32,7 @@ void SettingsWindow::open() {
     if (m_view.isNull() || m_view->isHidden()) {
         create();
     }
-    m_view->setWindowState(m_view->windowState() & ~Qt::WindowMinimized);
     m_view->show();
-    m_view->raise();
     Launch::bringToFront(*m_view->windowHandle());
 }
 
