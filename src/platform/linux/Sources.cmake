@@ -4,6 +4,7 @@ vorna_library(vorna_platform
     SOURCES
         platform/linux/AccessibilityTrust.cpp
         platform/linux/AppInfo.cpp
+        platform/linux/ChildDescriptors.cpp
         platform/linux/Launch.cpp
         platform/linux/NotificationCenter.cpp
         platform/linux/SingleInstance.cpp

@@ -1,0 +1,192 @@
+#include "daypart/DaypartController.h"
+
+#include "support/MemoryDefaults.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString storageKey = u"vorna.macos.daypart"_s;
+const QString manualKey = u"vorna.macos.daypart.manual"_s;
+
+/// What the controller published before each change, one line a change.
+class Record final : public QObject {
+public:
+    explicit Record(DaypartController& controller) {
+        connect(&controller, &DaypartController::objectWillChange, this, [this, &controller] {
+            lines.append(u"%1 %2 %3"_s.arg(DaypartInfo::title(controller.daypart),
+                                           DaypartInfo::title(paletteOf(controller)),
+                                           controller.isManual ? u"manual"_s : u"clock"_s));
+        });
+    }
+
+    QStringList lines;
+
+private:
+    static Daypart paletteOf(const DaypartController& controller) {
+        for (const auto daypart : DaypartInfo::allCases) {
+            if (controller.palette.value() == DaypartPalette::of(daypart)) {
+                return daypart;
+            }
+        }
+        qFatal("A palette of no daypart.");
+    }
+};
+
+}
+
+class TestDaypartController final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void firstStartFollowsTheClockAndWritesNothing();
+    void choiceIsPinnedAndOutlivesTheProcess();
+    void choosingAgainAnnouncesAgain();
+    void pinnedDaypartIgnoresTicks();
+    void autoReturnsToTheClockAtOnce();
+    void autoAtTheSameDaypartAnnouncesOnlyTheFlag();
+    void manualFlagWithoutAValidDaypartStaysManual_data();
+    void manualFlagWithoutAValidDaypartStaysManual();
+    void storedDaypartWithoutTheFlagIsIgnored();
+    void clockIsFollowedAtTheNextTick();
+    void clockTicksOnceAMinute();
+
+private:
+    [[nodiscard]] Clock clock() {
+        return [this] { return m_now; };
+    }
+    void setHour(int hour, int minute = 0) { m_now = QDateTime{QDate{2026, 1, 15}, QTime{hour, minute}}; }
+    static void tick(const DaypartController& controller) {
+        QMetaObject::invokeMethod(controller.findChild<QTimer*>(), "timeout");
+    }
+
+    MemoryDefaults m_defaults;
+    QDateTime m_now;
+};
+
+void TestDaypartController::init() {
+    m_defaults.values.clear();
+    setHour(12);
+}
+
+void TestDaypartController::firstStartFollowsTheClockAndWritesNothing() {
+    const DaypartController controller{m_defaults, clock()};
+    QVERIFY(!controller.isManual);
+    QCOMPARE(controller.daypart.value(), Daypart::day);
+    QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
+    QVERIFY(m_defaults.values.isEmpty());
+}
+
+void TestDaypartController::choiceIsPinnedAndOutlivesTheProcess() {
+    {
+        DaypartController controller{m_defaults, clock()};
+        const Record record{controller};
+        controller.set(Daypart::night);
+        QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
+        QVERIFY(controller.isManual);
+        QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, true}, {storageKey, u"night"_s}}));
+    }
+    const DaypartController restarted{m_defaults, clock()};
+    QVERIFY(restarted.isManual);
+    QCOMPARE(restarted.daypart.value(), Daypart::night);
+    QVERIFY(restarted.palette.value() == DaypartPalette::of(Daypart::night));
+}
+
+void TestDaypartController::choosingAgainAnnouncesAgain() {
+    DaypartController controller{m_defaults, clock()};
+    controller.set(Daypart::day);
+    const Record record{controller};
+    controller.set(Daypart::day);
+    QCOMPARE(record.lines.size(), 3);
+}
+
+void TestDaypartController::pinnedDaypartIgnoresTicks() {
+    DaypartController controller{m_defaults, clock()};
+    controller.set(Daypart::night);
+    const Record record{controller};
+    for (int hour = 0; hour < 24; ++hour) {
+        setHour(hour);
+        tick(controller);
+    }
+    QCOMPARE(record.lines, QStringList{});
+    QCOMPARE(controller.daypart.value(), Daypart::night);
+}
+
+void TestDaypartController::autoReturnsToTheClockAtOnce() {
+    DaypartController controller{m_defaults, clock()};
+    controller.set(Daypart::night);
+    const Record record{controller};
+    controller.useAuto();
+    QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
+    QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
+    QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, false}}));
+}
+
+void TestDaypartController::autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
+    DaypartController controller{m_defaults, clock()};
+    controller.set(Daypart::day);
+    const Record record{controller};
+    controller.useAuto();
+    QCOMPARE(record.lines, QStringList{u"Day Day manual"_s});
+}
+
+void TestDaypartController::manualFlagWithoutAValidDaypartStaysManual_data() {
+    QTest::addColumn<QVariant>("stored");
+    QTest::newRow("unknown") << QVariant{u"noon"_s};
+    QTest::newRow("capitalised") << QVariant{u"Night"_s};
+    QTest::newRow("missing") << QVariant{};
+}
+
+void TestDaypartController::manualFlagWithoutAValidDaypartStaysManual() {
+    QFETCH(const QVariant, stored);
+    m_defaults.values = {{manualKey, true}};
+    if (stored.isValid()) {
+        m_defaults.values.insert(storageKey, stored);
+    }
+    const auto before = m_defaults.values;
+
+    const DaypartController controller{m_defaults, clock()};
+    QVERIFY(controller.isManual);
+    QCOMPARE(controller.daypart.value(), Daypart::day);
+    setHour(23);
+    tick(controller);
+    QCOMPARE(controller.daypart.value(), Daypart::day);
+    QCOMPARE(m_defaults.values, before);
+}
+
+void TestDaypartController::storedDaypartWithoutTheFlagIsIgnored() {
+    m_defaults.values = {{storageKey, u"night"_s}};
+    const DaypartController controller{m_defaults, clock()};
+    QVERIFY(!controller.isManual);
+    QCOMPARE(controller.daypart.value(), Daypart::day);
+}
+
+void TestDaypartController::clockIsFollowedAtTheNextTick() {
+    setHour(9, 59);
+    DaypartController controller{m_defaults, clock()};
+    const Record record{controller};
+    tick(controller);
+    QCOMPARE(record.lines, QStringList{});
+    setHour(10);
+    QCOMPARE(controller.daypart.value(), Daypart::dawn);
+    tick(controller);
+    QCOMPARE(record.lines, (QStringList{u"Dawn Dawn clock"_s, u"Day Dawn clock"_s}));
+    QCOMPARE(controller.daypart.value(), Daypart::day);
+}
+
+void TestDaypartController::clockTicksOnceAMinute() {
+    const DaypartController controller{m_defaults, clock()};
+    const auto timers = controller.findChildren<QTimer*>();
+    QCOMPARE(timers.size(), 1);
+    QCOMPARE(timers.first()->interval(), 60'000);
+    QVERIFY(timers.first()->isActive() && !timers.first()->isSingleShot());
+}
+
+QTEST_GUILESS_MAIN(TestDaypartController)
+#include "TestDaypartController.moc"

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+#include <QVariantMap>
+
+/// User defaults that live as long as the test.
+class MemoryDefaults final : public UserDefaults {
+public:
+    QVariantMap values;
+
+    [[nodiscard]] bool boolean(const QString& key) const override { return values.value(key).toBool(); }
+    [[nodiscard]] std::optional<QString> string(const QString& key) const override {
+        return values.contains(key) ? std::optional{values.value(key).toString()} : std::nullopt;
+    }
+    void setBoolean(const QString& key, bool value) override { values.insert(key, value); }
+    void setString(const QString& key, const QString& value) override { values.insert(key, value); }
+    void remove(const QString& key) override { values.remove(key); }
+};
