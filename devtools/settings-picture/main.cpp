@@ -39,6 +39,7 @@ QPalette palette(QRgb window, QRgb text, QRgb button) {
     QPalette made{QColor{button}, QColor{window}};
     made.setColor(QPalette::WindowText, text);
     made.setColor(QPalette::Text, text);
+    made.setColor(QPalette::Base, QColor{window});
     made.setColor(QPalette::ButtonText, text);
     made.setColor(QPalette::Highlight, QColor{53, 132, 228});
     return made;
@@ -51,11 +52,20 @@ struct Appearance final {
 
 void fill(StatusModel& status, bool isLong) {
     status.bridgeOnline = !isLong;
-    status.caddyDetail = isLong ? u"bad gateway from "_s + u"https://a-very-long-host-name.vorna.localhost/"_s.repeated(12)
-                                : u"running · 3/4 sites"_s;
-    status.postgresDetail = isLong ? u"refused on every address that was tried, and tried again, "_s.repeated(4)
-                                   : u"accepting on 5432"_s;
+    status.caddyDetail = isLong
+                             ? u"bad gateway from "_s + u"https://a-very-long-host-name.vorna.localhost/"_s.repeated(12)
+                             : u"running · 3/4 sites"_s;
+    status.postgresDetail =
+        isLong ? u"refused on every address that was tried, and tried again, "_s.repeated(4) : u"accepting on 5432"_s;
     status.accountLine = isLong ? u"Installed · sign in to hide download CTA"_s : u"Signed in · CTA hidden"_s;
+}
+
+/// A new layout asks for another, a level higher each turn of the event loop.
+void settle() {
+    constexpr int turns = 2;
+    for (int turn = 0; turn < turns; ++turn) {
+        QApplication::processEvents();
+    }
 }
 
 }
@@ -67,7 +77,7 @@ int main(int argc, char** argv) {
     parser.addHelpOption();
     parser.addPositionalArgument(u"folder"_s, u"where the pictures go"_s);
     parser.addOptions({{u"width"_s, u"in points"_s, u"width"_s, u"520"_s},
-                       {u"height"_s, u"in points"_s, u"height"_s, u"620"_s},
+                       {u"height"_s, u"in points"_s, u"height"_s, u"680"_s},
                        {u"font-size"_s, u"in points"_s, u"size"_s, u"10"_s},
                        {u"long"_s, u"with long texts, and pinned"_s}});
     parser.process(application);
@@ -94,17 +104,17 @@ int main(int argc, char** argv) {
     const QDir folder{parser.positionalArguments().constFirst()};
     for (const auto& appearance : appearances) {
         QApplication::setPalette(appearance.palette);
-        SettingsView view{status, daypart,
-                          std::make_unique<PermissionCenter>(notifications, [] { return false; }, paneLink), {}};
+        SettingsView view{
+            status, daypart, std::make_unique<PermissionCenter>(notifications, [] { return false; }, paneLink), {}};
         view.setAttribute(Qt::WA_DontShowOnScreen);
         view.resize(parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt());
         view.show();
         auto* const tabs = view.findChild<QTabBar*>();
         for (int index = 0; index < tabs->count(); ++index) {
             tabs->setCurrentIndex(index);
-            QApplication::processEvents();
-            view.grab().save(folder.filePath(u"settings-"_s + tabs->tabText(index).toLower() + u'-' + appearance.name +
-                                             u".png"_s));
+            settle();
+            view.grab().save(
+                folder.filePath(u"settings-"_s + tabs->tabText(index).toLower() + u'-' + appearance.name + u".png"_s));
         }
     }
     return EXIT_SUCCESS;

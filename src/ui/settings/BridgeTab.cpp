@@ -22,13 +22,13 @@ BridgeTab::BridgeTab(StatusModel& status, DaypartController& daypart, QWidget* p
     : View{parent}
     , m_status{status}
     , m_daypart{daypart} {
-    auto* const form = new GroupedForm{u"Bridge"_s, this};
-    addBridgeSection(*form);
-    addAccountSection(*form);
-    addStartSection(*form);
+    m_form = new GroupedForm{u"Bridge"_s, this};
+    addBridgeSection(*m_form);
+    addAccountSection(*m_form);
+    addStartSection(*m_form);
     auto* const layout = new QVBoxLayout{this};
     layout->setContentsMargins({});
-    layout->addWidget(form);
+    layout->addWidget(m_form);
     observe(m_status);
     observe(m_daypart);
 }
@@ -67,6 +67,7 @@ void BridgeTab::render() {
     m_caddy->setText(m_status.caddyDetail);
     m_postgres->setText(m_status.postgresDetail);
     m_account->setText(m_status.accountLine);
+    m_form->layOutNow();
 }
 
 #include "moc_BridgeTab.cpp"

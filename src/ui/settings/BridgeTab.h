@@ -25,6 +25,7 @@ private:
 
     StatusModel& m_status;
     DaypartController& m_daypart;
+    GroupedForm* m_form = nullptr;
     DotLabel* m_dot = nullptr;
     FormText* m_online = nullptr;
     FormText* m_caddy = nullptr;

@@ -7,7 +7,6 @@
 
 #include <QPainter>
 #include <QStyle>
-#include <QStyleOptionButton>
 
 using namespace FormMetrics;
 
@@ -15,6 +14,13 @@ namespace {
 
 constexpr int gap = 10;
 constexpr qreal symbolScale = 1.15;
+constexpr qreal markScale = 0.95;
+constexpr qreal markRim = 1.5;
+constexpr qreal markDotScale = 0.38;
+
+int markSize(const QFontMetrics& metrics) {
+    return qRound(metrics.height() * markScale);
+}
 
 int symbolSize(const QFontMetrics& metrics) {
     return qRound(metrics.height() * symbolScale);
@@ -31,8 +37,7 @@ ChoiceButton::ChoiceButton(const QString& title, const QString& symbolName, QWid
 
 QSize ChoiceButton::sizeHint() const {
     const auto metrics = fontMetrics();
-    const auto mark = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, this);
-    return {2 * rowPadding + mark + gap + symbolSize(metrics) + gap + metrics.horizontalAdvance(text()),
+    return {2 * rowPadding + markSize(metrics) + gap + symbolSize(metrics) + gap + metrics.horizontalAdvance(text()),
             symbolSize(metrics) + 2 * rowPaddingVertical};
 }
 
@@ -53,12 +58,9 @@ void ChoiceButton::paintEvent(QPaintEvent*) {
         return QStyle::visualRect(layoutDirection(), rect(), taken);
     };
 
-    QStyleOptionButton option;
-    initStyleOption(&option);
-    const QSize mark{style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, &option, this),
-                     style()->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, &option, this)};
-    option.rect = QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, mark, take(mark.width()));
-    style()->drawPrimitive(QStyle::PE_IndicatorRadioButton, &option, &painter, this);
+    const auto markSide = markSize(fontMetrics());
+    paintMark(painter,
+              QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, QSize{markSide, markSide}, take(markSide)));
 
     const auto side = symbolSize(fontMetrics());
     const auto colour = isChecked() ? FormColours::accent(palette()) : FormColours::secondaryText(palette());
@@ -69,6 +71,21 @@ void ChoiceButton::paintEvent(QPaintEvent*) {
     painter.drawText(QStyle::visualRect(layoutDirection(), rect(), row),
                      static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter),
                      text());
+}
+
+void ChoiceButton::paintMark(QPainter& painter, const QRectF& area) const {
+    constexpr auto inset = markRim / 2;
+    const auto accent = FormColours::accent(palette());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen{isChecked() ? accent : FormColours::secondaryText(palette()), markRim});
+    painter.setBrush(isChecked() ? QBrush{accent} : QBrush{Qt::NoBrush});
+    painter.drawEllipse(area.adjusted(inset, inset, -inset, -inset));
+    if (isChecked()) {
+        const auto radius = area.width() * markDotScale / 2;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(FormColours::group(palette()));
+        painter.drawEllipse(area.center(), radius, radius);
+    }
 }
 
 #include "moc_ChoiceButton.cpp"

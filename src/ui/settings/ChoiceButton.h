@@ -2,7 +2,7 @@
 
 #include <QRadioButton>
 
-/// One choice of a list in a form: a row with the desktop's radio mark, a symbol and a title.
+/// One choice of a list in a form: a row with a radio mark, a symbol and a title.
 class ChoiceButton final : public QRadioButton {
     Q_OBJECT
 
@@ -17,5 +17,7 @@ protected:
     [[nodiscard]] bool hitButton(const QPoint& position) const override;
 
 private:
+    void paintMark(QPainter& painter, const QRectF& area) const;
+
     const QString m_symbolName;
 };

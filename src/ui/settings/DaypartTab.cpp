@@ -16,8 +16,8 @@ using Style = FormText::Style;
 DaypartTab::DaypartTab(DaypartController& daypart, QWidget* parent)
     : View{parent}
     , m_daypart{daypart} {
-    auto* const form = new GroupedForm{u"Daypart"_s, this};
-    auto& section = form->addSection(u"Appearance"_s);
+    m_form = new GroupedForm{u"Daypart"_s, this};
+    auto& section = m_form->addSection(u"Appearance"_s);
     addPicker(section);
     m_following =
         section.addText(u"Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"_s, Style::caption)
@@ -27,7 +27,7 @@ DaypartTab::DaypartTab(DaypartController& daypart, QWidget* parent)
 
     auto* const layout = new QVBoxLayout{this};
     layout->setContentsMargins({});
-    layout->addWidget(form);
+    layout->addWidget(m_form);
     observe(m_daypart);
 }
 
@@ -49,6 +49,7 @@ void DaypartTab::render() {
     }
     m_following->setVisible(!m_daypart.isManual);
     m_follow->setVisible(m_daypart.isManual);
+    m_form->layOutNow();
 }
 
 #include "moc_DaypartTab.cpp"

@@ -9,7 +9,7 @@ class ChoiceButton;
 class DaypartController;
 class FormButton;
 class FormSection;
-class FormText;
+class GroupedForm;
 
 /// Pins a daypart, or lets it follow the clock.
 class DaypartTab final : public View {
@@ -25,6 +25,7 @@ private:
     void addPicker(FormSection& section);
 
     DaypartController& m_daypart;
+    GroupedForm* m_form = nullptr;
     std::array<ChoiceButton*, DaypartInfo::allCases.size()> m_choices{};
     QWidget* m_following = nullptr;
     FormButton* m_follow = nullptr;

@@ -33,6 +33,7 @@ constexpr std::array traitsOfStyles{
 
 constexpr qsizetype longestText = 2000;
 constexpr int leastCharacters = 8;
+constexpr int unboundedWidth = 100'000;
 
 const Traits& traitsOf(FormText::Style style) {
     return traitsOfStyles.at(static_cast<std::size_t>(style));
@@ -53,9 +54,7 @@ FormText::FormText(const QString& text, Style style, QWidget* parent)
     , m_style{style} {
     setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
-    QSizePolicy policy{QSizePolicy::Preferred, QSizePolicy::Preferred};
-    policy.setHeightForWidth(true);
-    setSizePolicy(policy);
+    setWordWrap(true);
 }
 
 QFont FormText::fontOf(Style style, QFont body) {
@@ -101,14 +100,14 @@ FormText::Lines FormText::linesFor(int width) const {
 }
 
 QSize FormText::sizeHint() const {
-    const auto lines = linesFor(QWIDGETSIZE_MAX).texts;
+    const auto lines = linesFor(unboundedWidth).texts;
     const QFontMetricsF metrics{shownFont()};
     qreal widest = 0;
     for (const auto& line : lines) {
         widest = std::max(widest, metrics.horizontalAdvance(line));
     }
     const auto height = std::ceil(metrics.height()) * static_cast<qreal>(std::max<qsizetype>(1, lines.size()));
-    return QSizeF{std::min<qreal>(std::ceil(widest) + 1, QWIDGETSIZE_MAX), height}.toSize();
+    return QSizeF{std::ceil(widest) + 1, height}.toSize();
 }
 
 QSize FormText::minimumSizeHint() const {

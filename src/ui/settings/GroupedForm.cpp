@@ -29,4 +29,8 @@ FormSection& GroupedForm::addSection(const QString& heading) {
     return *section;
 }
 
+void GroupedForm::layOutNow() {
+    m_page->layOutNow();
+}
+
 #include "moc_GroupedForm.cpp"

@@ -15,6 +15,9 @@ public:
 
     FormSection& addSection(const QString& heading = {});
 
+    /// Gives everything its place at once after texts or rows changed.
+    void layOutNow();
+
 private:
     ScrollPage* m_page;
 };

@@ -1,10 +1,12 @@
 #include "ui/settings/PermissionRow.h"
 
+#include "ui/settings/FormColours.h"
 #include "ui/settings/FormMetrics.h"
 #include "ui/settings/FormText.h"
 #include "ui/settings/LinkButton.h"
 
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 #include <array>
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int lineSpacing = 4;
 constexpr int verticalPadding = 4;
+constexpr int listSpacing = 8;
 
 QString statusText(PermissionCenter::Item::Status status) {
     static constexpr std::array texts{"Granted"_L1, "Denied"_L1, "Not determined"_L1, "Check in System Settings"_L1};
@@ -40,11 +43,16 @@ PermissionRow::PermissionRow(QWidget* parent)
     heading->addStretch();
     heading->addWidget(m_status);
 
+    auto* const texts = new QVBoxLayout;
+    texts->setContentsMargins(FormMetrics::highlightInset, 0, FormMetrics::highlightInset, 0);
+    texts->setSpacing(lineSpacing);
+    texts->addLayout(heading);
+    texts->addWidget(m_detail);
+
     auto* const column = new QVBoxLayout{this};
-    column->setContentsMargins(0, verticalPadding, 0, verticalPadding);
-    column->setSpacing(lineSpacing);
-    column->addLayout(heading);
-    column->addWidget(m_detail);
+    column->setContentsMargins(0, listSpacing + verticalPadding, 0, listSpacing + verticalPadding);
+    column->setSpacing(lineSpacing - FormMetrics::highlightInset / 2);
+    column->addLayout(texts);
     column->addWidget(m_open, 0, Qt::AlignLeading);
     connect(m_open, &QPushButton::clicked, this, [this] { emit paneWanted(m_link); });
 }
@@ -57,6 +65,11 @@ void PermissionRow::setItem(const PermissionCenter::Item& item) {
     m_open->setVisible(item.settingsURL.has_value());
     m_open->setAccessibleDescription(item.title);
     setAccessibleName(item.title);
+}
+
+void PermissionRow::paintEvent(QPaintEvent*) {
+    constexpr auto inset = FormMetrics::highlightInset;
+    QPainter{this}.fillRect(inset, 0, width() - 2 * inset, 1, FormColours::outline(palette()));
 }
 
 #include "moc_PermissionRow.cpp"

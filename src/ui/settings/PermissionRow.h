@@ -21,6 +21,9 @@ signals:
     /// The user wants to see the pane behind this link.
     void paneWanted(const QUrl& link);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     QUrl m_link;
     FormText* m_title;

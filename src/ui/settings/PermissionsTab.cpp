@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int listPadding = 20;
-constexpr int rowSpacing = 15;
+constexpr int introductionSpacing = 14;
 
 }
 
@@ -33,11 +33,15 @@ PermissionsTab::PermissionsTab(PermissionCenter& permissions, OpenPane openPane,
     layout->addWidget(m_page);
 
     auto& content = m_page->content();
-    content.setContentsMargins(listPadding, listPadding, listPadding, listPadding);
-    content.setSpacing(rowSpacing);
-    content.addWidget(
+    constexpr auto inset = FormMetrics::highlightInset;
+    content.setContentsMargins(listPadding - inset, listPadding, listPadding - inset, listPadding);
+    content.setSpacing(0);
+    auto* const introduction = new QHBoxLayout;
+    introduction->setContentsMargins(inset, 0, inset, introductionSpacing);
+    introduction->addWidget(
         new FormText{u"Apple Silicon only. Grant only what you need for WARDEN, desk recover, and agent tooling."_s,
                      FormText::Style::caption});
+    content.addLayout(introduction);
     content.addStretch();
     observe(m_permissions);
 }
@@ -53,6 +57,7 @@ void PermissionsTab::render() {
     for (qsizetype index = 0; index < items.size(); ++index) {
         m_rows.at(index)->setItem(items.at(index));
     }
+    m_page->layOutNow();
 }
 
 void PermissionsTab::addRow() {
@@ -60,6 +65,7 @@ void PermissionsTab::addRow() {
     connect(row, &PermissionRow::paneWanted, this, [this](const QUrl& link) { m_openPane(link); });
     auto& content = m_page->content();
     content.insertWidget(content.count() - 1, row);
+    row->show();
     m_rows.append(row);
 }
 

@@ -1,5 +1,7 @@
 #include "ui/settings/ScrollPage.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -18,6 +20,17 @@ ScrollPage::ScrollPage(const QString& name, QWidget* parent)
     viewport()->setAutoFillBackground(false);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
             [this](int least, int most) { setFocusPolicy(most > least ? Qt::StrongFocus : Qt::NoFocus); });
+}
+
+void ScrollPage::layOutNow() {
+    const auto below = widget()->findChildren<QWidget*>();
+    for (auto iterator = below.crbegin(); iterator != below.crend(); ++iterator) {
+        if (auto* const layout = (*iterator)->layout(); layout != nullptr) {
+            layout->activate();
+        }
+    }
+    QEvent request{QEvent::LayoutRequest};
+    QCoreApplication::sendEvent(widget(), &request);
 }
 
 #include "moc_ScrollPage.cpp"

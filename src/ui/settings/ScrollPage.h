@@ -15,6 +15,10 @@ public:
     /// Where the content goes, from top to bottom.
     [[nodiscard]] QVBoxLayout& content() const { return *m_content; }
 
+    /// Gives everything its place at once after texts or rows changed. A change that deep down would else travel one
+    /// level a turn of the event loop, with half-drawn frames between.
+    void layOutNow();
+
 private:
     QVBoxLayout* m_content;
 };

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize smallestSize{440, 380};
-constexpr QSize usualSize{520, 620};
+constexpr QSize usualSize{520, 680};
 
 }
 
