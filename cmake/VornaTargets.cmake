@@ -50,3 +50,19 @@ function(vorna_test PATH)
         TIMEOUT ${TEST_TIMEOUT}
         SKIP_REGULAR_EXPRESSION "^SKIPPED:")
 endfunction()
+
+# vorna_python_test(NAME FILE): a unittest program, run by the Python that has the development packages. A program in
+# which every test was skipped counts as skipped.
+find_program(VORNA_PYTHON python3 NO_DEFAULT_PATH PATHS "${PROJECT_SOURCE_DIR}/build/python/bin" /usr/bin REQUIRED)
+function(vorna_python_test NAME FILE)
+    cmake_parse_arguments(TEST "" "TIMEOUT" "" ${ARGN})
+    if(NOT TEST_TIMEOUT)
+        set(TEST_TIMEOUT 120)
+    endif()
+    add_test(NAME ${NAME}
+        COMMAND ${VORNA_PYTHON} -B -m unittest -v ${FILE}
+        WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
+    set_tests_properties(${NAME} PROPERTIES
+        TIMEOUT ${TEST_TIMEOUT}
+        SKIP_REGULAR_EXPRESSION "Ran 0 tests in [0-9.]+s\n\n[A-Z ]+\\(skipped=")
+endfunction()

@@ -13,18 +13,20 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto offlineSymbol = "antenna.radiowaves.left.and.right.slash"_L1;
+constexpr auto offlineMeaning = "bridge offline"_L1;
 
 struct BandDescription {
     StatusModel::Band band;
     QLatin1StringView rawValue;
     QLatin1StringView symbolName;
+    QLatin1StringView meaning;
 };
 
 constexpr std::array bands{
-    BandDescription{StatusModel::Band::green, "green"_L1, "checkmark.circle.fill"_L1},
-    BandDescription{StatusModel::Band::amber, "amber"_L1, "exclamationmark.triangle.fill"_L1},
-    BandDescription{StatusModel::Band::red, "red"_L1, "xmark.octagon.fill"_L1},
-    BandDescription{StatusModel::Band::unknown, "unknown"_L1, "circle.dashed"_L1},
+    BandDescription{StatusModel::Band::green, "green"_L1, "checkmark.circle.fill"_L1, "all well"_L1},
+    BandDescription{StatusModel::Band::amber, "amber"_L1, "exclamationmark.triangle.fill"_L1, "degraded"_L1},
+    BandDescription{StatusModel::Band::red, "red"_L1, "xmark.octagon.fill"_L1, "down"_L1},
+    BandDescription{StatusModel::Band::unknown, "unknown"_L1, "circle.dashed"_L1, "state unknown"_L1},
 };
 
 const BandDescription& describe(StatusModel::Band band) {
@@ -57,6 +59,10 @@ std::optional<StatusModel::Band> StatusModel::bandFromRawValue(QStringView rawVa
 
 QString StatusModel::menuBarSymbol() const {
     return bridgeOnline ? describe(caddyBand).symbolName : offlineSymbol;
+}
+
+QString StatusModel::menuBarMeaning() const {
+    return bridgeOnline ? describe(caddyBand).meaning : offlineMeaning;
 }
 
 #include "moc_StatusModel.cpp"

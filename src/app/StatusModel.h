@@ -65,8 +65,9 @@ public:
     Published<std::optional<QString>> cliMessage{*this, std::nullopt};
     Published<QString> accountLine{*this, QStringLiteral("Not signed in")};
 
-    /// The name of the symbol that the status item shows.
+    /// The name of the symbol that the status item shows, and what it means in words.
     [[nodiscard]] QString menuBarSymbol() const;
+    [[nodiscard]] QString menuBarMeaning() const;
 
     /// Polls at once and asks for the account state; the first call also starts the five-second timer, which runs as
     /// long as the model lives.

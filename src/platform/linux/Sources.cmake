@@ -1,7 +1,9 @@
 # The capabilities that the model needs link no Widgets; the item in the tray does, so it is a library of its own.
+# A header of this folder's parent with Q_OBJECT is listed, so that its meta-object is made.
 
 vorna_library(vorna_platform
     SOURCES
+        platform/SingleInstance.h
         platform/linux/AccessibilityTrust.cpp
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
@@ -19,5 +21,11 @@ target_compile_definitions(vorna_platform PRIVATE
 
 vorna_library(vorna_tray
     SOURCES
+        platform/StatusItem.h
+        platform/linux/Compositing.cpp
         platform/linux/StatusItem.cpp
+        platform/linux/StatusNotifierHostWatch.cpp
+        platform/linux/TrayIcon.cpp
+        platform/linux/X11.cpp
+        platform/linux/XembedTrayWatch.cpp
     LINKS vorna_platform Qt6::Widgets PkgConfig::XCB)

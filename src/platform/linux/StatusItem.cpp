@@ -1,1 +1,150 @@
 #include "platform/StatusItem.h"
+
+#include "platform/linux/StatusNotifierHostWatch.h"
+#include "platform/linux/TrayIcon.h"
+#include "platform/linux/XembedTrayWatch.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QSystemTrayIcon>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Host = StatusNotifierHostWatch::Host;
+
+/// A panel with both kinds of tray may open the older kind a little before the newer one, which is preferred.
+constexpr auto patience = 400ms;
+
+/// Qt settles on a kind of tray when the first icon is made and keeps to it as long as the process lives: there is no
+/// icon before a tray, and later it only shows where a tray of that kind is.
+enum class Kind { undecided, statusNotifier, xembed };
+
+class TrayStatusItem final : public StatusItem {
+public:
+    explicit TrayStatusItem(const QString& title);
+
+    void setSymbol(const QString& symbolName, const QString& meaning) override;
+    [[nodiscard]] QRect anchor() const override;
+    [[nodiscard]] Qt::WindowFlags panelFlags() const override;
+
+private:
+    void fillMenu();
+    void trayChanged();
+    void settleOn(Kind kind);
+    void activated(QSystemTrayIcon::ActivationReason reason);
+    void showSymbol();
+
+    const QString m_title;
+    QString m_symbolName;
+    QString m_meaning;
+    QMenu m_menu;
+    StatusNotifierHostWatch m_statusNotifier;
+    XembedTrayWatch m_xembed;
+    QTimer m_patience;
+    Kind m_kind = Kind::undecided;
+    std::unique_ptr<QSystemTrayIcon> m_icon;
+};
+
+TrayStatusItem::TrayStatusItem(const QString& title)
+    : m_title{title} {
+    fillMenu();
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, [this] {
+        if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
+            settleOn(Kind::xembed);
+        }
+    });
+    const QString platform = QGuiApplication::platformName();
+    if (platform != u"xcb"_s && !platform.startsWith(u"wayland"_s)) {
+        return;
+    }
+    connect(&m_statusNotifier, &StatusNotifierHostWatch::changed, this, &TrayStatusItem::trayChanged);
+    connect(&m_xembed, &XembedTrayWatch::changed, this, &TrayStatusItem::trayChanged);
+    trayChanged();
+}
+
+void TrayStatusItem::fillMenu() {
+    connect(m_menu.addAction(u"Show panel"_s), &QAction::triggered, this, &StatusItem::showPanelChosen);
+    connect(m_menu.addAction(u"Settings…"_s), &QAction::triggered, this, &StatusItem::settingsChosen);
+    m_menu.addSeparator();
+    connect(m_menu.addAction(u"Quit "_s + m_title), &QAction::triggered, this, &StatusItem::quitChosen);
+}
+
+void TrayStatusItem::trayChanged() {
+    const bool statusNotifier = m_statusNotifier.host() == Host::present;
+    switch (m_kind) {
+    case Kind::undecided:
+        if (statusNotifier) {
+            settleOn(Kind::statusNotifier);
+        } else if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
+            m_patience.start();
+        }
+        break;
+    case Kind::statusNotifier:
+        m_icon->setVisible(statusNotifier);
+        break;
+    case Kind::xembed:
+        m_icon->setVisible(m_xembed.trayIsThere());
+        break;
+    }
+}
+
+void TrayStatusItem::settleOn(Kind kind) {
+    m_patience.stop();
+    m_kind = kind;
+    m_icon = std::make_unique<QSystemTrayIcon>();
+    connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayStatusItem::activated);
+    m_icon->setContextMenu(&m_menu);
+    showSymbol();
+    m_icon->setVisible(true);
+}
+
+void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
+    // The first half of a double click was a click already.
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick) {
+        emit clicked();
+    }
+}
+
+void TrayStatusItem::setSymbol(const QString& symbolName, const QString& meaning) {
+    if (symbolName == m_symbolName && meaning == m_meaning) {
+        return;
+    }
+    m_symbolName = symbolName;
+    m_meaning = meaning;
+    showSymbol();
+}
+
+void TrayStatusItem::showSymbol() {
+    if (m_icon) {
+        m_icon->setIcon(TrayIcon::icon(m_symbolName));
+        m_icon->setToolTip(m_meaning.isEmpty() ? m_title : QString{m_title + u" — "_s + m_meaning});
+    }
+}
+
+QRect TrayStatusItem::anchor() const {
+    const QRect place = m_icon && m_icon->isVisible() ? m_icon->geometry() : QRect{};
+    return place.isValid() ? place : QRect{QCursor::pos(), QSize{0, 0}};
+}
+
+Qt::WindowFlags TrayStatusItem::panelFlags() const {
+    // A popup takes pointer and keyboard by itself; a window manager may keep the focus from any other new window.
+    if (QGuiApplication::platformName() == u"xcb"_s) {
+        return Qt::Popup | Qt::FramelessWindowHint;
+    }
+    return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+}
+
+}
+
+std::unique_ptr<StatusItem> StatusItem::create(const QString& title) {
+    return std::make_unique<TrayStatusItem>(title);
+}

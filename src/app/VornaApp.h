@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/StatusModel.h"
+
+#include <QObject>
+
+#include <memory>
+
+class DaypartController;
+class PanelWindow;
+class SettingsWindow;
+class StatusItem;
+
+/// The companion put together: the one status model, the shared daypart controller, the item in the tray or menu bar,
+/// the panel and the settings window. Main thread only; lives as long as the application.
+class VornaApp final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit VornaApp(QObject* parent = nullptr);
+    ~VornaApp() override;
+
+    /// Shows what a start of the program asked for, be it this one or a later one.
+    void show(CommandLine::Request request);
+
+private:
+    void connectItem();
+    void scheduleSymbol();
+    void showSymbol();
+    PanelWindow& panel();
+    SettingsWindow& settings();
+
+    DaypartController& m_daypart;
+    AppDelegate m_delegate;
+    StatusModel m_status;
+    std::unique_ptr<StatusItem> m_item;
+    std::unique_ptr<PanelWindow> m_panel;
+    std::unique_ptr<SettingsWindow> m_settings;
+    bool m_symbolScheduled = false;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <xcb/xcb.h>
+
+/// What the tray asks of the X server, over the connection that Qt holds. Main thread only.
+namespace X11 {
+
+/// Nothing where the program does not run on X11.
+[[nodiscard]] xcb_connection_t* connection();
+
+/// The atom of that name; none where the program does not run on X11.
+[[nodiscard]] xcb_atom_t atom(const QByteArray& name);
+
+/// The atom of a role of our screen, such as "_NET_SYSTEM_TRAY_S" with the screen's number behind it.
+[[nodiscard]] xcb_atom_t screenSelection(const QByteArray& prefix);
+
+/// The window that plays this role now, or none.
+[[nodiscard]] xcb_window_t ownerOfScreenSelection(const QByteArray& prefix);
+
+/// Asks to be told when the window goes; false when it has gone already.
+[[nodiscard]] bool watchForDestruction(xcb_window_t window);
+
+}

@@ -1,0 +1,61 @@
+#include "platform/linux/XembedTrayWatch.h"
+
+#include "platform/linux/X11.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+constexpr auto traySelection = "_NET_SYSTEM_TRAY_S";
+constexpr uint8_t eventCode = 0x7f;
+
+}
+
+XembedTrayWatch::XembedTrayWatch(QObject* parent)
+    : QObject{parent} {
+    if (X11::connection() == nullptr) {
+        return;
+    }
+    m_manager = X11::atom("MANAGER");
+    m_selection = X11::screenSelection(traySelection);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+    lookAgain();
+}
+
+XembedTrayWatch::~XembedTrayWatch() = default;
+
+bool XembedTrayWatch::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
+    if (type != "xcb_generic_event_t") {
+        return false;
+    }
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    switch (event->response_type & eventCode) {
+    case XCB_CLIENT_MESSAGE:
+        if (const auto* news = reinterpret_cast<const xcb_client_message_event_t*>(event);
+            news->type == m_manager && news->data.data32[1] == m_selection) {
+            QMetaObject::invokeMethod(this, &XembedTrayWatch::lookAgain, Qt::QueuedConnection);
+        }
+        break;
+    case XCB_DESTROY_NOTIFY:
+        if (const auto* news = reinterpret_cast<const xcb_destroy_notify_event_t*>(event);
+            m_tray != XCB_WINDOW_NONE && news->window == m_tray) {
+            QMetaObject::invokeMethod(this, &XembedTrayWatch::lookAgain, Qt::QueuedConnection);
+        }
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void XembedTrayWatch::lookAgain() {
+    const xcb_window_t owner = X11::ownerOfScreenSelection(traySelection);
+    const xcb_window_t tray = X11::watchForDestruction(owner) ? owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    if (tray == m_tray) {
+        return;
+    }
+    m_tray = tray;
+    emit changed();
+}
+
+#include "moc_XembedTrayWatch.cpp"

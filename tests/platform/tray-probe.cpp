@@ -1,0 +1,59 @@
+// An item in the tray and nothing else, told what to show by lines on its standard input:
+// "symbol NAME MEANING…", "anchor", "compositing", "popup", "quit". It prints a line for each thing that happens.
+
+#include "platform/Compositing.h"
+#include "platform/StatusItem.h"
+
+#include <QApplication>
+#include <QSocketNotifier>
+
+#include <iostream>
+#include <string>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void say(const QString& line) {
+    std::cout << line.toStdString() << std::endl;
+}
+
+void obey(StatusItem& item, const QString& line) {
+    if (line.startsWith(u"symbol "_s)) {
+        item.setSymbol(line.section(u' ', 1, 1), line.section(u' ', 2));
+    } else if (line == u"anchor"_s) {
+        const QRect place = item.anchor();
+        say(u"anchor %1 %2 %3 %4"_s.arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height()));
+    } else if (line == u"compositing"_s) {
+        say(u"compositing "_s + (Compositing::isActive() ? u"on"_s : u"off"_s));
+    } else if (line == u"quit"_s) {
+        QCoreApplication::quit();
+        return;
+    }
+    say(u"done "_s + line);
+}
+
+}
+
+int main(int argc, char** argv) {
+    QApplication application{argc, argv};
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setApplicationName(u"vorna"_s);
+    const auto item = StatusItem::create(u"vorna"_s);
+    item->setSymbol(u"antenna.radiowaves.left.and.right.slash"_s, u"bridge offline"_s);
+    QObject::connect(item.get(), &StatusItem::clicked, &application, [] { say(u"clicked"_s); });
+    QObject::connect(item.get(), &StatusItem::showPanelChosen, &application, [] { say(u"show panel"_s); });
+    QObject::connect(item.get(), &StatusItem::settingsChosen, &application, [] { say(u"settings"_s); });
+    QObject::connect(item.get(), &StatusItem::quitChosen, &application, &QCoreApplication::quit);
+
+    QSocketNotifier commands{0, QSocketNotifier::Read};
+    QObject::connect(&commands, &QSocketNotifier::activated, &application, [&] {
+        if (std::string line; std::getline(std::cin, line)) {
+            obey(*item, QString::fromStdString(line));
+        } else {
+            commands.setEnabled(false);
+        }
+    });
+    say(u"ready"_s);
+    return QApplication::exec();
+}
