@@ -1,11 +1,14 @@
 // An item in the tray and nothing else, told what to show by lines on its standard input:
-// "symbol NAME MEANING…", "anchor", "compositing", "popup", "quit". It prints a line for each thing that happens.
+// "symbol NAME MEANING…", "anchor", "compositing", "front", "quit". It prints a line for each thing that happens.
 
 #include "platform/Compositing.h"
+#include "platform/Launch.h"
 #include "platform/StatusItem.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
+#include <QWidget>
+#include <QWindow>
 
 #include <iostream>
 #include <string>
@@ -18,6 +21,14 @@ void say(const QString& line) {
     std::cout << line.toStdString() << std::endl;
 }
 
+/// A window such as the settings have, in front and with the keyboard.
+void showWindow() {
+    static QWidget window;
+    window.resize(200, 120);
+    window.show();
+    Launch::bringToFront(*window.windowHandle());
+}
+
 void obey(StatusItem& item, const QString& line) {
     if (line.startsWith(u"symbol "_s)) {
         item.setSymbol(line.section(u' ', 1, 1), line.section(u' ', 2));
@@ -26,6 +37,8 @@ void obey(StatusItem& item, const QString& line) {
         say(u"anchor %1 %2 %3 %4"_s.arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height()));
     } else if (line == u"compositing"_s) {
         say(u"compositing "_s + (Compositing::isActive() ? u"on"_s : u"off"_s));
+    } else if (line == u"front"_s) {
+        showWindow();
     } else if (line == u"quit"_s) {
         QCoreApplication::quit();
         return;
