@@ -6,6 +6,7 @@
 #include "platform/StatusItem.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QSocketNotifier>
 #include <QWidget>
 #include <QWindow>
@@ -28,6 +29,26 @@ void showWindow() {
     window.show();
     Launch::bringToFront(*window.windowHandle());
 }
+
+/// A window with the flags of the panel, closed by Escape and by whatever those flags bring.
+class Popup final : public QWidget {
+public:
+    explicit Popup(const StatusItem& item)
+        : QWidget{nullptr, item.panelFlags()} {
+        setGeometry(400, 300, 200, 120);
+    }
+
+protected:
+    void showEvent(QShowEvent*) override { say(u"popup shown"_s); }
+    void hideEvent(QHideEvent*) override { say(u"popup hidden"_s); }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape) {
+            hide();
+        } else {
+            say(u"popup key "_s + event->text());
+        }
+    }
+};
 
 void obey(StatusItem& item, const QString& line) {
     if (line.startsWith(u"symbol "_s)) {
@@ -58,6 +79,10 @@ int main(int argc, char** argv) {
     QObject::connect(item.get(), &StatusItem::showPanelChosen, &application, [] { say(u"show panel"_s); });
     QObject::connect(item.get(), &StatusItem::settingsChosen, &application, [] { say(u"settings"_s); });
     QObject::connect(item.get(), &StatusItem::quitChosen, &application, &QCoreApplication::quit);
+
+    Popup popup{*item};
+    QObject::connect(item.get(), &StatusItem::clicked, &popup, &QWidget::show);
+    QObject::connect(item.get(), &StatusItem::showPanelChosen, &popup, &QWidget::show);
 
     QSocketNotifier commands{0, QSocketNotifier::Read};
     QObject::connect(&commands, &QSocketNotifier::activated, &application, [&] {
