@@ -76,7 +76,6 @@ int main(int argc, char** argv) {
     QApplication application{argc, argv};
     qInstallMessageHandler(usualHandler);
     QApplication::setApplicationName(u"vorna"_s);
-    QApplication::setApplicationDisplayName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
 
