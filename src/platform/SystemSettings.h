@@ -7,7 +7,7 @@
 /// The panes of the desktop's own settings program.
 namespace SystemSettings {
 
-enum class Pane { notifications, accessibility, automation, fullDiskAccess, developerTools, localNetwork };
+enum class Pane { notifications, accessibility, automation, fullDiskAccess, developerTools };
 
 /// The link to a pane; nothing where the running desktop has none.
 [[nodiscard]] std::optional<QUrl> link(Pane pane);

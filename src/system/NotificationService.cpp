@@ -4,15 +4,13 @@
 
 #include <QUuid>
 
-#include <variant>
-
 NotificationService::NotificationService(NotificationCenter& center)
     : m_center{center} {}
 
+/// Never destroyed: what the desktop's center is made of must not outlive the application's own end half alive.
 NotificationService& NotificationService::shared() {
-    static const auto center = NotificationCenter::standard();
-    static NotificationService service{*center};
-    return service;
+    static NotificationService* const service = new NotificationService{*NotificationCenter::standard().release()};
+    return *service;
 }
 
 QString NotificationService::freshIdentifier() {
@@ -20,19 +18,20 @@ QString NotificationService::freshIdentifier() {
 }
 
 QCoro::Task<> NotificationService::notify(QString title, QString body, QString identifier) {
-    const Deferred<std::monostate> taken;
-    m_center.post({title, body, identifier}, [taken] { taken.deliver({}); });
+    const Deferred<bool> taken;
+    const NotificationCenter::Request request{.title = title, .body = body, .identifier = identifier};
+    m_center.post(request, [finish = taken.answer(false)] { finish(true); });
     co_await taken;
 }
 
 QCoro::Task<NotificationService::Authorization> NotificationService::authorizationStatus() {
-    const Deferred<Authorization> answer;
-    m_center.authorization([answer](Authorization status) { answer.deliver(status); });
-    co_return co_await answer;
+    const Deferred<Authorization> status;
+    m_center.authorization(status.answer(Authorization::notDetermined));
+    co_return co_await status;
 }
 
 QCoro::Task<bool> NotificationService::requestAuthorization() {
-    const Deferred<bool> answer;
-    m_center.requestAuthorization([answer](bool granted) { answer.deliver(granted); });
-    co_return co_await answer;
+    const Deferred<bool> granted;
+    m_center.requestAuthorization(granted.answer(false));
+    co_return co_await granted;
 }

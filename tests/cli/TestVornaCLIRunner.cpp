@@ -6,7 +6,8 @@
 
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QSignalSpy>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
@@ -142,6 +143,7 @@ private slots:
     void passesStandardInput();
     void passesNoOtherDescriptor();
     void passesNoSignalState();
+    void worksWithoutStandardStreamsOfOurOwn();
 
     void answersWhenThereAreNoDescriptors();
     void answersWhenThereAreNoThreads_data();
@@ -330,10 +332,10 @@ void TestVornaCLIRunner::outputOfAPipeFullComesAtOnce() {
     constexpr int pipeFull = 64 * 1024;
     StandInTool::writeFile(QByteArray{pipeFull, 'x'}, m_tool->file(u"text"_s));
     m_tool->write("cat \"$1\"; exec cat \"$1\" >&2");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     const Result result = runTool({m_tool->file(u"text"_s)});
-    QVERIFY(elapsed.durationElapsed() < 30s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 30s);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.stdOut.size(), pipeFull);
     QCOMPARE(result.stdErr.size(), pipeFull);
@@ -352,22 +354,24 @@ void TestVornaCLIRunner::floodWaitsForTheDeadline() {
     QFETCH(QByteArray, redirection);
     StandInTool::writeFile(QByteArray{bytes, 'x'}, m_tool->file(u"text"_s));
     m_tool->write("exec cat \"$1\"" + redirection);
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     const Result result = runTool({m_tool->file(u"text"_s)}, 1.0);
-    QVERIFY(elapsed.durationElapsed() >= 1s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} >= 1s);
     QCOMPARE(result.exitCode, SIGTERM);
-    QCOMPARE((redirection.isEmpty() ? result.stdOut : result.stdErr).size(), 64 * 1024);
+    const qsizetype arrived = (redirection.isEmpty() ? result.stdOut : result.stdErr).size();
+    QVERIFY2(arrived >= 64 * 1024, qPrintable(QString::number(arrived)));
+    QVERIFY2(arrived <= 1024 * 1024, qPrintable(QString::number(arrived)));
 }
 
 void TestVornaCLIRunner::terminatesOnceAndWaitsForTheToolToObey() {
     m_tool->write("trap 'echo asked' TERM\n"
                   "for turn in 1 2 3 4 5 6 7 8 9 10 11 12; do sleep 0.1; done\n"
                   "echo obeyed; exit 4");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     const Result result = runTool({}, 0.3);
-    QVERIFY(elapsed.durationElapsed() >= 1200ms);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} >= 1200ms);
     QCOMPARE(result.exitCode, 4);
     QCOMPARE(result.stdOut, u"asked\nobeyed\n"_s);
 }
@@ -383,23 +387,23 @@ void TestVornaCLIRunner::toolThatIgnoresTheRequestIsReadToItsEnd() {
 
 void TestVornaCLIRunner::readsOnWhileAGrandchildHoldsTheStreams() {
     m_tool->write("(sleep 1; echo late; echo late error >&2) & echo early; exit 6");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     const Result result = runTool();
-    QVERIFY(elapsed.durationElapsed() >= 1s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} >= 1s);
     QCOMPARE(result, (Result{.exitCode = 6, .stdOut = u"early\nlate\n"_s, .stdErr = u"late error\n"_s}));
 }
 
 void TestVornaCLIRunner::doesNotWaitForAGrandchildWithStreamsOfItsOwn() {
     m_tool->write("sleep 100 >/dev/null 2>&1 & echo $!");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     const Result result = runTool();
     const auto grandchild = static_cast<pid_t>(result.stdOut.trimmed().toLongLong());
     QVERIFY(grandchild > 0);
     QVERIFY(isAlive(grandchild));
     kill(grandchild, SIGKILL);
-    QVERIFY(elapsed.durationElapsed() < 30s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 30s);
     QCOMPARE(result.exitCode, 0);
 }
 
@@ -413,10 +417,10 @@ void TestVornaCLIRunner::earlyEndDoesNotWaitForTheDeadline_data() {
 void TestVornaCLIRunner::earlyEndDoesNotWaitForTheDeadline() {
     QFETCH(double, timeout);
     m_tool->write("sleep 0.3; echo done");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     QCOMPARE(runTool({}, timeout), (Result{.exitCode = 0, .stdOut = u"done\n"_s, .stdErr = {}}));
-    QVERIFY(elapsed.durationElapsed() < 30s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 30s);
 }
 
 void TestVornaCLIRunner::terminatesAtTheDeadline_data() {
@@ -431,11 +435,11 @@ void TestVornaCLIRunner::terminatesAtTheDeadline_data() {
 void TestVornaCLIRunner::terminatesAtTheDeadline() {
     QFETCH(double, timeout);
     m_tool->write("exec sleep 100");
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     QCOMPARE(runTool({}, timeout), (Result{.exitCode = SIGTERM, .stdOut = {}, .stdErr = {}}));
-    QVERIFY(elapsed.durationElapsed() < 30s);
-    QVERIFY(!(timeout > 0) || elapsed.durationElapsed() >= 300ms);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 30s);
+    QVERIFY(!(timeout > 0) || std::chrono::milliseconds{clock.elapsed()} >= 300ms);
 }
 
 void TestVornaCLIRunner::twoHundredCallsRunAtTheSameTime() {
@@ -497,19 +501,19 @@ void TestVornaCLIRunner::answersOnTheMainThreadWhichStaysFree() {
     noteThread(&results, &answeredOn);
     QVERIFY(results.empty());
     QTRY_COMPARE_WITH_TIMEOUT(results.size(), std::size_t{1}, patienceMs);
-    QCOMPARE(answeredOn, qApp->thread());
+    QCOMPARE(answeredOn, QCoreApplication::instance()->thread());
     QVERIFY2(ticks >= 5, qPrintable(QString::number(ticks)));
 }
 
 void TestVornaCLIRunner::passesTheEnvironmentUnchanged() {
     qputenv("VORNA_TEST_TEXT", "two words; $(never) \"run\" Grüße");
-    m_tool->write("exec cat /proc/$$/environ");
+    QVERIFY(QFile::link(u"/bin/cat"_s, m_tool->onSearchPath()));
     QByteArray expected;
     for (char** variable = environ; *variable != nullptr; ++variable) {
         expected += *variable;
         expected += '\0';
     }
-    const Result result = runTool();
+    const Result result = runTool({u"/proc/self/environ"_s});
     qunsetenv("VORNA_TEST_TEXT");
     QCOMPARE(result.stdOut.toUtf8(), expected);
 }
@@ -566,12 +570,31 @@ void TestVornaCLIRunner::passesNoSignalState() {
     std::signal(SIGPIPE, pipeBefore);
     std::signal(SIGUSR2, userBefore);
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    QCOMPARE(states.stdOut, u"SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n"_s);
+    // Signals 32 and 33 belong to the C library, which ignores them in every child that it spawns.
+    static const QRegularExpression expected{u"^SigBlk:\\t0{16}\nSigIgn:\\t0{7}[01][08]0{7}\n$"_s};
+    QVERIFY2(expected.match(states.stdOut).hasMatch(), qPrintable(states.stdOut));
     QCOMPARE(ended.exitCode, SIGTERM);
 }
 
+void TestVornaCLIRunner::worksWithoutStandardStreamsOfOurOwn() {
+    m_tool->write("echo output; echo error >&2; exec true");
+    constexpr std::array streams{STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
+    std::array<int, streams.size()> kept{};
+    for (const int stream : streams) {
+        kept.at(static_cast<std::size_t>(stream)) = fcntl(stream, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+        close(stream);
+    }
+    const Result result = runTool();
+    for (const int stream : streams) {
+        dup2(kept.at(static_cast<std::size_t>(stream)), stream);
+        close(kept.at(static_cast<std::size_t>(stream)));
+    }
+    QCOMPARE(result, (Result{.exitCode = 0, .stdOut = u"output\n"_s, .stdErr = u"error\n"_s}));
+}
+
 void TestVornaCLIRunner::answersWhenThereAreNoDescriptors() {
-    m_tool->write("echo hello");
+    QVERIFY(QDir{}.mkpath(m_tool->inUserInstall().section(u'/', 0, -2)));
+    QVERIFY(QFile::link(u"/bin/echo"_s, m_tool->inUserInstall()));
     rlimit before{};
     QVERIFY(getrlimit(RLIMIT_NOFILE, &before) == 0);
     const int lowestFree = open("/dev/null", O_RDONLY | O_CLOEXEC);
@@ -581,7 +604,7 @@ void TestVornaCLIRunner::answersWhenThereAreNoDescriptors() {
         rlimit scarce = before;
         scarce.rlim_cur = static_cast<rlim_t>(lowestFree + spare);
         QVERIFY(setrlimit(RLIMIT_NOFILE, &scarce) == 0);
-        results.push_back(runTool());
+        results.push_back(runTool({u"hello"_s}));
     }
     QVERIFY(setrlimit(RLIMIT_NOFILE, &before) == 0);
 
@@ -626,8 +649,8 @@ void TestVornaCLIRunner::quittingLeavesTheToolRunning() {
     const bool lingers = scene == u"linger"_s;
     m_tool->write(QByteArray{"cd \"${0%/*}/..\"; echo $$ > started.new; mv started.new started; "} +
                   (lingers ? "sleep 0.5; echo > ended" : "exec sleep 100"));
-    QElapsedTimer elapsed;
-    elapsed.start();
+    QElapsedTimer clock;
+    clock.start();
     QProcess program;
     program.setProcessChannelMode(QProcess::MergedChannels);
     program.setWorkingDirectory(m_tool->file(u"."_s));
@@ -638,7 +661,7 @@ void TestVornaCLIRunner::quittingLeavesTheToolRunning() {
     const bool alive = isAlive(tool);
     kill(tool, SIGKILL);
 
-    QVERIFY(elapsed.durationElapsed() < 50s);
+    QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 50s);
     QCOMPARE(QString::fromUtf8(program.readAll()), u"quit\n"_s);
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 0);
@@ -688,7 +711,9 @@ int playScarcity(int argc, char** argv, int threads) {
     }
     bool done = false;
     printResult(&done);
-    return done ? 0 : QCoreApplication::exec();
+    const int status = done ? 0 : QCoreApplication::exec();
+    std::fflush(stdout);
+    std::_Exit(status); // a leak checker would want a thread, too
 }
 
 int play(int argc, char** argv) {

@@ -11,6 +11,7 @@ display, session bus, home and configuration folder. A test that lacks a program
 line that the test runner takes for "skipped" and leaves.
 """
 
+import json
 import os
 import re
 import shutil
@@ -107,6 +108,7 @@ class Desktop:
     def __exit__(self, *_):
         for process in reversed(self._processes):
             self.stop(process)
+            process.log.close()
         shutil.rmtree(self.root, ignore_errors=True)
 
     # Processes
@@ -327,5 +329,4 @@ class Desktop:
             "for program in pyatspi.Registry.getDesktop(0):\n"
             "    if program is not None and program.name == sys.argv[1]: walk(program, 0, found)\n"
             "print(json.dumps(found))\n")
-        import json
         return [tuple(row) for row in json.loads(self.run("/usr/bin/python3", "-c", script, application, timeout=20))]

@@ -1,0 +1,146 @@
+#include "ui/settings/FormText.h"
+
+#include "ui/settings/FormColours.h"
+#include "ui/settings/FormMetrics.h"
+
+#include <QFontDatabase>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QTextLayout>
+#include <QToolTip>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+struct Traits final {
+    qreal scale;
+    QFont::Weight weight;
+    bool isMonospaced;
+    bool isSecondary;
+};
+
+constexpr std::array traitsOfStyles{
+    Traits{1, QFont::Normal, false, false},
+    Traits{1, QFont::DemiBold, false, false},
+    Traits{1, QFont::Normal, true, false},
+    Traits{FormMetrics::captionScale, QFont::Normal, false, true},
+    Traits{FormMetrics::captionScale, QFont::Normal, true, true},
+};
+
+constexpr qsizetype longestText = 2000;
+constexpr int leastCharacters = 8;
+constexpr int unboundedWidth = 100'000;
+
+const Traits& traitsOf(FormText::Style style) {
+    return traitsOfStyles.at(static_cast<std::size_t>(style));
+}
+
+void scale(QFont& font, qreal factor) {
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * factor)));
+    } else {
+        font.setPointSizeF(font.pointSizeF() * factor);
+    }
+}
+
+}
+
+FormText::FormText(const QString& text, Style style, QWidget* parent)
+    : QLabel{text, parent}
+    , m_style{style} {
+    setTextFormat(Qt::PlainText);
+    setAlignment(Qt::AlignLeading | Qt::AlignVCenter);
+    setWordWrap(true);
+}
+
+QFont FormText::fontOf(Style style, QFont body) {
+    const auto& traits = traitsOf(style);
+    if (traits.isMonospaced) {
+        body.setFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
+        body.setStyleHint(QFont::Monospace);
+    }
+    body.setWeight(traits.weight);
+    scale(body, traits.scale);
+    return body;
+}
+
+QColor FormText::shownColour() const {
+    return traitsOf(m_style).isSecondary ? FormColours::secondaryText(palette()) : FormColours::text(palette());
+}
+
+FormText::Lines FormText::linesFor(int width) const {
+    auto whole = text().left(longestText);
+    whole.replace(u'\n', QChar::LineSeparator);
+    QTextLayout layout{whole, shownFont()};
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+
+    Lines lines;
+    layout.beginLayout();
+    for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        if (lines.texts.size() == maximumLines) {
+            lines.isCut = true;
+            break;
+        }
+        line.setLineWidth(width);
+        lines.texts.append(whole.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    lines.isCut = lines.isCut || text().size() > longestText;
+    if (lines.isCut && !lines.texts.isEmpty()) {
+        auto& last = lines.texts.last();
+        last = QFontMetrics{shownFont()}.elidedText(last + u'\u2026', Qt::ElideRight, width);
+    }
+    return lines;
+}
+
+QSize FormText::sizeHint() const {
+    const auto lines = linesFor(unboundedWidth).texts;
+    const QFontMetricsF metrics{shownFont()};
+    qreal widest = 0;
+    for (const auto& line : lines) {
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    }
+    const auto height = std::ceil(metrics.height()) * static_cast<qreal>(std::max<qsizetype>(1, lines.size()));
+    return QSizeF{std::ceil(widest) + 1, height}.toSize();
+}
+
+QSize FormText::minimumSizeHint() const {
+    const QFontMetrics metrics{shownFont()};
+    return {std::min(sizeHint().width(), leastCharacters * metrics.averageCharWidth()), metrics.height()};
+}
+
+int FormText::heightForWidth(int width) const {
+    const auto lines = std::max<qsizetype>(1, linesFor(width).texts.size());
+    return static_cast<int>(lines) * static_cast<int>(std::ceil(QFontMetricsF{shownFont()}.height()));
+}
+
+bool FormText::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && linesFor(width()).isCut) {
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                           Qt::convertFromPlainText(text().left(longestText)), this);
+        return true;
+    }
+    return QLabel::event(event);
+}
+
+void FormText::paintEvent(QPaintEvent*) {
+    QPainter painter{this};
+    painter.setFont(shownFont());
+    painter.setPen(shownColour());
+    const auto lines = linesFor(width()).texts;
+    const auto lineHeight = static_cast<int>(std::ceil(QFontMetricsF{shownFont()}.height()));
+    const auto horizontal = QStyle::visualAlignment(layoutDirection(), alignment()) & Qt::AlignHorizontal_Mask;
+    QRect line{0, (height() - lineHeight * static_cast<int>(lines.size())) / 2, width(), lineHeight};
+    for (const auto& text : lines) {
+        painter.drawText(line, static_cast<int>(horizontal | Qt::AlignVCenter), text);
+        line.translate(0, lineHeight);
+    }
+}
+
+#include "moc_FormText.cpp"

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Launch.h"
+#include "platform/SystemSettings.h"
+
+#include <QUrl>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class DaypartController;
+class PermissionCenter;
+class QStackedWidget;
+class SettingsTabBar;
+class StatusModel;
+class View;
+
+/// What the settings hand over to the desktop: a page of the dashboard, a pane of the desktop's own settings.
+struct SettingsLinks final {
+    std::function<void(const QUrl&)> openPage = Launch::openUrl;
+    std::function<void(const QUrl&)> openPane = SystemSettings::open;
+};
+
+/// The content of the settings window: four tabs, the first of them chosen. It lives as long as the window is open,
+/// and its permission center with it. The models must outlive it.
+class SettingsView final : public QWidget {
+    Q_OBJECT
+
+public:
+    SettingsView(StatusModel& status, DaypartController& daypart, std::unique_ptr<PermissionCenter> permissions,
+                 const SettingsLinks& links, QWidget* parent = nullptr);
+    ~SettingsView() override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addTab(const QString& title, const QString& symbolName, View* page);
+    void showTab(int index);
+    void stepTab(int by);
+
+    std::unique_ptr<PermissionCenter> m_permissions;
+    SettingsTabBar* m_tabs;
+    QStackedWidget* m_pages;
+};

@@ -1,0 +1,52 @@
+#include "ui/settings/SettingsWindow.h"
+
+#include "system/PermissionCenter.h"
+
+#include <QScreen>
+#include <QShortcut>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize smallestSize{440, 380};
+constexpr QSize usualSize{520, 680};
+
+}
+
+SettingsWindow::SettingsWindow(StatusModel& status, DaypartController& daypart, MakePermissions makePermissions,
+                               SettingsLinks links, QObject* parent)
+    : QObject{parent}
+    , m_status{status}
+    , m_daypart{daypart}
+    , m_makePermissions{std::move(makePermissions)}
+    , m_links{std::move(links)} {}
+
+SettingsWindow::~SettingsWindow() {
+    delete m_view;
+}
+
+void SettingsWindow::open() {
+    if (m_view.isNull() || m_view->isHidden()) {
+        create();
+    }
+    m_view->show();
+    Launch::bringToFront(*m_view->windowHandle());
+}
+
+void SettingsWindow::create() {
+    delete m_view;
+    m_view = new SettingsView{m_status, m_daypart, m_makePermissions(), m_links};
+    m_view->setWindowTitle(u"vorna Settings"_s);
+    m_view->setAttribute(Qt::WA_DeleteOnClose);
+    m_view->setAttribute(Qt::WA_QuitOnClose, false);
+    m_view->setMinimumSize(smallestSize);
+    m_view->resize(usualSize.boundedTo(m_view->screen()->availableSize()));
+    for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
+        connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);
+    }
+}
+
+#include "moc_SettingsWindow.cpp"

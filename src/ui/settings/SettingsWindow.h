@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ui/settings/SettingsView.h"
+
+#include <QObject>
+#include <QPointer>
+
+/// The settings window: one at a time, made when it is opened and given back when it is closed. Closing it ends
+/// nothing else. The models must outlive it.
+class SettingsWindow final : public QObject {
+    Q_OBJECT
+
+public:
+    using MakePermissions = std::function<std::unique_ptr<PermissionCenter>()>;
+
+    SettingsWindow(StatusModel& status, DaypartController& daypart, MakePermissions makePermissions,
+                   SettingsLinks links = {}, QObject* parent = nullptr);
+    ~SettingsWindow() override;
+
+    /// Opens the window on its first tab, or brings the open one to the front as it is.
+    void open();
+
+private:
+    void create();
+
+    StatusModel& m_status;
+    DaypartController& m_daypart;
+    MakePermissions m_makePermissions;
+    SettingsLinks m_links;
+    QPointer<SettingsView> m_view;
+};
