@@ -11,6 +11,7 @@ display, session bus, home and configuration folder. A test that lacks a program
 line that the test runner takes for "skipped" and leaves.
 """
 
+import json
 import os
 import re
 import shutil
@@ -107,6 +108,7 @@ class Desktop:
     def __exit__(self, *_):
         for process in reversed(self._processes):
             self.stop(process)
+            process.log.close()
         shutil.rmtree(self.root, ignore_errors=True)
 
     # Processes
@@ -269,7 +271,8 @@ class Desktop:
 
     def windows(self, pid):
         """Every visible top-level or embedded window of a process: {id: (x, y, width, height)} on the screen."""
-        tree = self.run("xwininfo", "-root", "-tree")
+        # A window that goes while the tree is read makes the reading fail.
+        tree = self.wait_for(lambda: self.run("xwininfo", "-root", "-tree", check=False), "the tree of windows")
         found = {}
         for window in dict.fromkeys(re.findall(r"^\s+(0x[0-9a-f]+)", tree, re.M)):
             owner = self.run("xprop", "-id", window, "_NET_WM_PID", check=False)
@@ -327,5 +330,4 @@ class Desktop:
             "for program in pyatspi.Registry.getDesktop(0):\n"
             "    if program is not None and program.name == sys.argv[1]: walk(program, 0, found)\n"
             "print(json.dumps(found))\n")
-        import json
         return [tuple(row) for row in json.loads(self.run("/usr/bin/python3", "-c", script, application, timeout=20))]

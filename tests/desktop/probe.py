@@ -19,7 +19,8 @@ class Probe:
         self.process = subprocess.Popen([PROGRAM], env=desk.env, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         stderr=self._log, text=True, bufsize=1)
         self.pid = self.process.pid
-        threading.Thread(target=self._read, daemon=True).start()
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
         self.expect("ready")
 
     def __enter__(self):
@@ -29,6 +30,9 @@ class Probe:
         if self.process.poll() is None:
             self.process.kill()
         self.process.wait()
+        self._reader.join()
+        for stream in (self.process.stdin, self.process.stdout, self._log):
+            stream.close()
 
     def _read(self):
         for line in self.process.stdout:
