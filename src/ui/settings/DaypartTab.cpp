@@ -32,9 +32,10 @@ DaypartTab::DaypartTab(DaypartController& daypart, QWidget* parent)
 }
 
 void DaypartTab::addPicker(FormSection& section) {
-    section.addText(u"Daypart"_s);
+    const auto& picker = section.addText(u"Daypart"_s);
     for (const auto choice : DaypartInfo::allCases) {
         auto* const button = new ChoiceButton{DaypartInfo::title(choice), DaypartInfo::symbolName(choice)};
+        button->setAccessibleDescription(picker.text());
         section.addRow(*button);
         connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] { m_daypart.set(choice); });
         m_choices.at(static_cast<std::size_t>(choice)) = button;

@@ -29,8 +29,9 @@ void ScrollPage::layOutNow() {
             layout->activate();
         }
     }
+    m_content->activate();
     QEvent request{QEvent::LayoutRequest};
-    QCoreApplication::sendEvent(widget(), &request);
+    QCoreApplication::sendEvent(this, &request);
 }
 
 #include "moc_ScrollPage.cpp"
