@@ -8,11 +8,18 @@ namespace DevelopmentDomain {
 inline constexpr QStringView name = u"vorna.localhost";
 
 /// ".vorna.localhost"
-inline const QString wildcard = u'.' + name;
+[[nodiscard]] inline QString wildcard() {
+    return u'.' + name;
+}
 
-/// The origins of the web dashboard and of the Facet web app: "https://vorna.localhost",
-/// "https://facet.vorna.localhost"
-inline const QString dashboardOrigin = u"https://" + name;
-inline const QString facetOrigin = u"https://facet" + wildcard;
+/// The origin of the web dashboard: "https://vorna.localhost"
+[[nodiscard]] inline QString dashboard() {
+    return u"https://" + name;
+}
+
+/// The origin of the Facet web app: "https://facet.vorna.localhost"
+[[nodiscard]] inline QString facet() {
+    return u"https://facet" + wildcard();
+}
 
 }

@@ -20,10 +20,10 @@ QString VersionLabels::caption() {
     return caption(AppInfo::shortVersion(), AppInfo::build());
 }
 
-QString VersionLabels::versionLabel(const std::optional<QString>& shortVersion, const std::optional<QString>& build) {
+QString VersionLabels::label(const std::optional<QString>& shortVersion, const std::optional<QString>& build) {
     return u'v' + known(shortVersion) + u" (build " + known(build) + u')';
 }
 
-QString VersionLabels::versionLabel() {
-    return versionLabel(AppInfo::shortVersion(), AppInfo::build());
+QString VersionLabels::label() {
+    return label(AppInfo::shortVersion(), AppInfo::build());
 }

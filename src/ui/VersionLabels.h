@@ -12,7 +12,7 @@ namespace VersionLabels {
 [[nodiscard]] QString caption();
 
 /// "v1.2 (build 7)"
-[[nodiscard]] QString versionLabel(const std::optional<QString>& shortVersion, const std::optional<QString>& build);
-[[nodiscard]] QString versionLabel();
+[[nodiscard]] QString label(const std::optional<QString>& shortVersion, const std::optional<QString>& build);
+[[nodiscard]] QString label();
 
 }

@@ -41,11 +41,11 @@ void ActionsView::addQuickActions() {
     };
     auto* refresh = actionButton(u"Refresh"_s, u"arrow.clockwise"_s, [this] { m_status.poll(); });
     auto* console = actionButton(u"Console"_s, u"rectangle.connected.to.line.below"_s,
-                                 opens(DevelopmentDomain::dashboardOrigin + u"/dashboard"));
+                                 opens(DevelopmentDomain::dashboard() + u"/dashboard"));
     addRow(refresh, console);
     auto* agents = actionButton(u"Agents"_s, u"bubble.left.and.bubble.right"_s,
-                                opens(DevelopmentDomain::dashboardOrigin + u"/dashboard/agents"));
-    auto* facet = actionButton(u"Facet"_s, u"cpu"_s, opens(DevelopmentDomain::facetOrigin));
+                                opens(DevelopmentDomain::dashboard() + u"/dashboard/agents"));
+    auto* facet = actionButton(u"Facet"_s, u"cpu"_s, opens(DevelopmentDomain::facet()));
     addRow(agents, facet);
 }
 

@@ -16,6 +16,7 @@ ServiceRowView::ServiceRowView(QWidget* parent)
     , m_dot{new DotLabel{Services::dot, this}}
     , m_name{new TextLabel{Services::nameText, this}}
     , m_detail{new TextLabel{Services::detailText, this}} {
+    m_detail->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setFixedHeight(std::max({Services::dot, m_name->lineHeight(), m_detail->lineHeight()}));
 }
 
