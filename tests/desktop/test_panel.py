@@ -103,7 +103,10 @@ class PanelOnADesktop(unittest.TestCase):
         return {title: texts[texts.index(title) + 1] for title in FIGURES}
 
     def wait_for_row(self, label, expected):
-        self.desk.wait_for(lambda: self.row(label) == expected, f"{label} to say {expected}", within=3 * POLL_SECONDS)
+        try:
+            self.desk.wait_for(lambda: self.row(label) == expected, label, within=3 * POLL_SECONDS)
+        except desktop.Failure:
+            self.fail(f"{label} was to say {expected}; the panel says {self.texts()}")
 
     def photograph(self, name):
         folder = pathlib.Path(os.environ["VORNA_PICTURES"])
@@ -160,7 +163,7 @@ class PanelOnADesktop(unittest.TestCase):
             self.assertRegex(value, FIGURES[title])
 
     def check_place(self):
-        """One panel, inside the screen and below the bar with the tray."""
+        """One panel, inside the screen."""
         (place,) = self.panel_windows()
         x, y, width, height = place
         self.assertGreaterEqual(x, 0)
