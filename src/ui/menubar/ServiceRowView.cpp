@@ -54,7 +54,7 @@ void ServiceRowView::arrange() {
     const int room = std::max(0, width() - nameLeft - 2 * Services::rowSpacing);
     const auto [name, detail] = share(room, m_name->naturalWidth(), m_detail->naturalWidth());
     const auto place = [this](QWidget& widget, int left, int itsWidth, int itsHeight) {
-        const QRect leftToRight{left, (height() - itsHeight) / 2, itsWidth, itsHeight};
+        const QRect leftToRight{left, (height() - itsHeight + 1) / 2, itsWidth, itsHeight};
         widget.setGeometry(QStyle::visualRect(layoutDirection(), rect(), leftToRight));
     };
     place(*m_dot, 0, Services::dot, Services::dot);

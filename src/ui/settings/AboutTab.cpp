@@ -51,12 +51,12 @@ void AboutTab::addLinks(GroupedForm& form) {
     auto& section = form.addSection(u"Links"_s);
     for (const auto& link : links) {
         connect(&section.addButton(link.title), &QPushButton::clicked, this,
-                [this, path = link.path] { WebPage::open(DevelopmentDomain::dashboardOrigin + path, m_openPage); });
+                [this, path = link.path] { WebPage::open(DevelopmentDomain::dashboard() + path, m_openPage); });
     }
 }
 
 void AboutTab::render() {
-    m_version->setText(VersionLabels::versionLabel());
+    m_version->setText(VersionLabels::label());
 }
 
 #include "moc_AboutTab.cpp"

@@ -45,6 +45,9 @@ void DaypartTab::addPicker(FormSection& section) {
 void DaypartTab::render() {
     auto* const chosen = m_choices.at(static_cast<std::size_t>(m_daypart.daypart.value()));
     chosen->setChecked(true);
+    for (auto* const choice : m_choices) {
+        choice->setFocusPolicy(choice == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    }
     if (m_follow->hasFocus() && !m_daypart.isManual) {
         chosen->setFocus();
     }

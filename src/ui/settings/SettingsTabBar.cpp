@@ -34,6 +34,7 @@ SettingsTabBar::SettingsTabBar(QWidget* parent)
     setAttribute(Qt::WA_Hover);
     setDrawBase(false);
     setExpanding(false);
+    setUsesScrollButtons(false);
     setFocusPolicy(Qt::StrongFocus);
 }
 

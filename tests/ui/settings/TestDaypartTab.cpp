@@ -153,6 +153,9 @@ void TestDaypartTab::arrowKeysChoose() {
 }
 
 void TestDaypartTab::onlyTheChosenOneIsATabStop() {
+    for (const auto daypart : DaypartInfo::allCases) {
+        QCOMPARE((choice(daypart).focusPolicy() & Qt::TabFocus) != 0, daypart == Daypart::day);
+    }
     m_fixture->daypart.set(Daypart::dusk);
     QTRY_VERIFY(shownButton(*m_tab, follow));
     choice(Daypart::dusk).setFocus();

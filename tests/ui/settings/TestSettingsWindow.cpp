@@ -17,6 +17,7 @@ class TestSettingsWindow final : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -24,6 +25,7 @@ private slots:
     void opensOnTheFirstTab();
     void firstFrameIsComplete();
     void isAtLeast440By380AndGrowsWithoutLimit();
+    void largeFontStillShowsEveryTab();
     void openingAgainRaisesTheSameWindowAsItIs();
     void closesByItsKeys_data();
     void closesByItsKeys();
@@ -57,10 +59,17 @@ private:
 
     std::unique_ptr<SettingsFixture> m_fixture;
     std::unique_ptr<SettingsWindow> m_window;
+    QFont m_font;
+    QPalette m_palette;
     int m_permissionCenters = 0;
     QPointer<PermissionCenter> m_permissions;
     int m_refreshes = 0;
 };
+
+void TestSettingsWindow::initTestCase() {
+    m_font = QApplication::font();
+    m_palette = QApplication::palette();
+}
 
 void TestSettingsWindow::init() {
     m_fixture = std::make_unique<SettingsFixture>();
@@ -84,8 +93,8 @@ void TestSettingsWindow::init() {
 void TestSettingsWindow::cleanup() {
     m_window.reset();
     m_fixture.reset();
-    QApplication::setPalette(QPalette{});
-    QApplication::setFont(QFont{});
+    QApplication::setPalette(m_palette);
+    QApplication::setFont(m_font);
 }
 
 void TestSettingsWindow::tabsStandInOrderWithTheirSymbols() {
@@ -125,6 +134,19 @@ void TestSettingsWindow::isAtLeast440By380AndGrowsWithoutLimit() {
     QCOMPARE(view()->size(), QSize(440, 380));
     view()->resize(2000, 1500);
     QCOMPARE(view()->size(), QSize(2000, 1500));
+}
+
+void TestSettingsWindow::largeFontStillShowsEveryTab() {
+    view()->close();
+    auto large = QApplication::font();
+    large.setPointSizeF(large.pointSizeF() * 3);
+    QApplication::setFont(large);
+    m_window->open();
+    view()->resize(100, 100);
+    QVERIFY(view()->width() > 440);
+    const auto last = tabs().tabRect(tabs().count() - 1);
+    QVERIFY(tabs().mapTo(view(), last.topRight()).x() < view()->width());
+    QVERIFY(tabs().mapTo(view(), QPoint{}).x() >= 0);
 }
 
 void TestSettingsWindow::openingAgainRaisesTheSameWindowAsItIs() {
