@@ -1,7 +1,9 @@
 #include "app/CommandLine.h"
 #include "app/VornaApp.h"
 #include "platform/SingleInstance.h"
+#include "ui/kit/ApplicationAccessible.h"
 
+#include <QAccessible>
 #include <QApplication>
 
 #include <cstdio>
@@ -72,6 +74,7 @@ int main(int argc, char** argv) {
     if (answerInTerminal(wordsOf(argc, argv))) {
         return EXIT_SUCCESS;
     }
+    QAccessible::installFactory(ApplicationAccessible::create);
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
     QApplication application{argc, argv};
     qInstallMessageHandler(usualHandler);
