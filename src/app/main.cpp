@@ -1,9 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/VornaApp.h"
 #include "platform/SingleInstance.h"
-#include "ui/kit/ApplicationAccessible.h"
 
-#include <QAccessible>
 #include <QApplication>
 
 #include <cstdio>
@@ -74,7 +72,6 @@ int main(int argc, char** argv) {
     if (answerInTerminal(wordsOf(argc, argv))) {
         return EXIT_SUCCESS;
     }
-    QAccessible::installFactory(ApplicationAccessible::create);
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
     QApplication application{argc, argv};
     qInstallMessageHandler(usualHandler);
