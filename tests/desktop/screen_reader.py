@@ -38,8 +38,8 @@ class ScreenReader:
         self._driver.kill()
         self._driver.communicate()
 
-    def _ask(self, what, window=None, name=None):
-        request = {"what": what, "pid": self._pid, "window": window, "name": name}
+    def _ask(self, what, window=None, **details):
+        request = {"what": what, "pid": self._pid, "window": window, **details}
         self._driver.stdin.write(json.dumps(request) + "\n")
         line = self._driver.stdout.readline()
         if not line:
@@ -48,6 +48,10 @@ class ScreenReader:
         if "error" in answer:
             raise AssertionError(answer["error"])
         return answer["value"]
+
+    def is_there(self):
+        """Whether the process is on the accessibility bus at all, with windows or without."""
+        return self._ask("presence")
 
     def windows(self):
         """The titles of the windows that show."""
@@ -75,9 +79,9 @@ class ScreenReader:
         names = [node["name"] for node in self.tree(window) if "focused" in node["states"]]
         return names[-1] if names else None
 
-    def press(self, name, window=None):
+    def press(self, name, window=None, nth=0):
         """Presses the button, tab or choice of that name by its accessible action; fails where it has none."""
-        self._ask("press", window, name)
+        self._ask("press", window, name=name, nth=nth)
 
     def wait_for_text(self, text, window=None, within=10.0):
         """Waits until a text shows."""
@@ -106,12 +110,14 @@ class Driver:
         self._desktop.set_cache_mask(Atspi.Cache.NONE)
 
     def answer(self, request):
+        if request["what"] == "presence":
+            return any(True for _ in self._programs(request))
         found = self._read(request)
         if request["what"] == "tree":
             return [row for _, row in found]
         if request["what"] == "texts":
             return [row["name"] for _, row in found if row["name"] and row["children"] == 0]
-        return self._press(request["name"], found)
+        return self._press(request["name"], request["nth"], found)
 
     def _read(self, request):
         for attempt in range(ATTEMPTS):
@@ -121,10 +127,13 @@ class Driver:
                 if attempt == ATTEMPTS - 1:
                     raise
 
-    def _windows(self, request):
+    def _programs(self, request):
         for program in self._desktop:
-            if program is None or program.get_process_id() != request["pid"]:
-                continue
+            if program is not None and program.get_process_id() == request["pid"]:
+                yield program
+
+    def _windows(self, request):
+        for program in self._programs(request):
             for window in program:
                 if window is not None and request["window"] in (None, window.name):
                     yield window
@@ -140,19 +149,21 @@ class Driver:
                 yield from self._showing(child, depth + 1)
 
     @staticmethod
-    def _press(name, found):
+    def _press(name, nth, found):
+        pressable = []
         for node, row in found:
-            if row["name"] != name:
+            if row["name"] != name or "enabled" not in row["states"]:
                 continue
             try:
                 actions = node.queryAction()
             except NotImplementedError:
                 continue
-            for index in range(actions.nActions):
-                if actions.getName(index).lower() in PRESSING:
-                    actions.doAction(index)
-                    return row["states"]
-        raise LookupError(f"nothing that shows can be pressed as {name!r}")
+            pressable += [(actions, index) for index in range(actions.nActions)
+                          if actions.getName(index).lower() in PRESSING]
+        if nth >= len(pressable):
+            raise LookupError(f"nothing that shows can be pressed as {name!r}")
+        actions, index = pressable[nth]
+        return actions.doAction(index)
 
 
 def main():
