@@ -66,7 +66,8 @@ void Drawing::strokeRounded(QPainter& painter, const QRectF& rect, qreal radius,
     const qreal inset = line / 2;
     const QRectF middle = snapped(painter, rect).adjusted(inset, inset, -inset, -inset);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(roundedRect(middle, std::max(0.0, radius - inset)), QPen{colour, line});
+    painter.strokePath(roundedRect(middle, std::max(0.0, radius - inset)),
+                       QPen{colour, line, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin});
 }
 
 void Drawing::fillCircle(QPainter& painter, const QRectF& square, qreal diameter, const QColor& colour) {
