@@ -1,5 +1,6 @@
 """What can be done from the panel, on a real desktop: tool, notifications, web pages, dayparts, keyboard, starts."""
 
+import time
 import unittest
 
 from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
@@ -14,6 +15,7 @@ BUTTONS_BEFORE_AUTO = ["Refresh", "Console", "Agents", "Facet", *TOOL_BUTTONS]
 BUTTONS_AFTER_AUTO = ["Dawn", "Day", "Dusk", "Night", "Test notification", "Settings & permissions", "Quit vorna"]
 TIMER_SECONDS = 5.0
 PANEL_WIDTH = 340
+BAR_HEIGHT = 28
 
 setUpModule = skip_unless_possible
 
@@ -109,10 +111,12 @@ class Actions(CompanionTest):
         self.wait_for_calls(self.tool, [HEARTBEAT, HEARTBEAT])
 
     def test_no_child_is_left_behind(self):
+        self.tool.does("sleep 0.3")
         self.open()
-        for title in ("Desk backup now", "Sync via iCloud"):
+        for count, title in enumerate(TOOL_BUTTONS, 1):
             self.reader.press(title, PANEL)
-            self.wait_for(lambda: self.tool_buttons_are_enabled() == [True, True], "the tool to end")
+            self.wait_for(self.children, "the tool")
+            self.wait_for(lambda: len(self.notifications()) == count, "the tool's end")
         self.reader.press("Console", PANEL)
         self.wait_for_calls(self.opener, [["https://vorna.localhost/dashboard"]])
         self.wait_for(lambda: not self.children(), "every child to be gone")
@@ -270,6 +274,37 @@ class Actions(CompanionTest):
         self.reader.press("Quit vorna", PANEL)
         self.assertEqual(self.wait_for_exit(), 0)
         self.assertEqual(self.desk.output(self.companion), "")
+
+    # The pointer
+
+    def test_clicks_on_the_item_and_elsewhere_open_and_close(self):
+        self.start_companion()
+        self.item()
+        width, height = self.desk.size
+        x, y = width - BAR_HEIGHT // 2, BAR_HEIGHT // 2
+        self.wait_for(lambda: self.click_and_see(x, y), "the panel after a click on the item")
+        left, top, panel_width, panel_height = self.reader.place(PANEL)
+        self.assertGreaterEqual(top, BAR_HEIGHT)
+        self.assertLessEqual(top + panel_height, height)
+        self.assertEqual(panel_width, PANEL_WIDTH)
+        self.assertGreater(left + panel_width, x)
+        self.assertLessEqual(left + panel_width, width)
+        self.photograph("actions-under-the-item")
+        self.desk.click(x, y)
+        self.reader.wait_for_no_window(PANEL)
+        self.desk.click(x, y)
+        self.reader.wait_for_window(PANEL)
+        self.desk.click(100, height - 100)
+        self.reader.wait_for_no_window(PANEL)
+
+    def click_and_see(self, x, y):
+        """Whether a click showed the panel; the tray may still be making room for its item."""
+        self.desk.click(x, y)
+        for _ in range(10):
+            if self.reader.windows():
+                return True
+            time.sleep(0.05)
+        return False
 
     # A second start
 
