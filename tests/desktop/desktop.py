@@ -22,6 +22,7 @@ import tempfile
 import time
 from pathlib import Path
 
+NOTIFICATIONS = "org.freedesktop.Notifications"
 STATUS_NOTIFIER_WATCHER = "org.kde.StatusNotifierWatcher"
 
 PANEL_CHANNEL = """<?xml version="1.0" encoding="UTF-8"?>
@@ -217,6 +218,23 @@ class Desktop:
         return self.start(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "28",
                            "--transparent", "true", "--alpha", "0", "--tint", "0x303030"])
 
+    def start_notifications(self):
+        """dunst, which keeps what it was told until it is asked to forget."""
+        settings = self.root / "dunstrc"
+        settings.write_text("[global]\n    monitor = 0\n    font = Sans 10\n    history_length = 50\n"
+                            "    stack_duplicates = false\n    sticky_history = true\n")
+        process = self.start(["dunst", "-conf", settings])
+        self.wait_for(lambda: NOTIFICATIONS in self.bus_names(), "the notification server")
+        return process
+
+    def notifications(self):
+        """Every notification, the first one first: {"number", "application", "title", "body"}. None stays on screen."""
+        self.run("dunstctl", "close-all")
+        entries = [{key: value["data"] for key, value in entry.items()}
+                   for entry in json.loads(self.run("dunstctl", "history"))["data"][0]]
+        return [{"number": entry["id"], "application": entry["appname"], "title": entry["summary"],
+                 "body": entry["body"]} for entry in sorted(entries, key=lambda entry: entry["id"])]
+
     # The session bus
 
     def call(self, service, path, method, *arguments, check=True):
@@ -307,7 +325,7 @@ class Desktop:
     # Accessibility
 
     def start_accessibility(self):
-        """The accessibility bus; start it before the programs that it is to read, and read with `accessible_tree`."""
+        """The accessibility bus; start it before the programs that a `ScreenReader` is to read."""
         self.env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         launcher = next((path for path in ("/usr/libexec/at-spi-bus-launcher",
                                            "/usr/lib/at-spi2-core/at-spi-bus-launcher") if os.path.exists(path)), None)
@@ -317,17 +335,3 @@ class Desktop:
         process = self.start([launcher, "--launch-immediately"])
         self.wait_for(lambda: "org.a11y.Bus" in self.bus_names(), "the accessibility bus")
         return process
-
-    def accessible_tree(self, application):
-        """What a screen reader finds in an application, depth first: a list of (depth, role, name)."""
-        script = (
-            "import sys, json, pyatspi\n"
-            "def walk(node, depth, found):\n"
-            "    found.append((depth, node.getRoleName(), node.name))\n"
-            "    for child in node:\n"
-            "        if child is not None: walk(child, depth + 1, found)\n"
-            "found = []\n"
-            "for program in pyatspi.Registry.getDesktop(0):\n"
-            "    if program is not None and program.name == sys.argv[1]: walk(program, 0, found)\n"
-            "print(json.dumps(found))\n")
-        return [tuple(row) for row in json.loads(self.run("/usr/bin/python3", "-c", script, application, timeout=20))]

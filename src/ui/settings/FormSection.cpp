@@ -23,8 +23,7 @@ QHBoxLayout& newRowLayout(QWidget& row) {
 }
 
 FormSection::FormSection(const QString& heading, QWidget* parent)
-    : QWidget{parent}
-    , m_group{new FormGroup{this}} {
+    : QWidget{parent} {
     auto* const layout = new QVBoxLayout{this};
     layout->setContentsMargins({});
     layout->setSpacing(headingSpacing);
@@ -33,6 +32,7 @@ FormSection::FormSection(const QString& heading, QWidget* parent)
         text->setContentsMargins({});
         layout->addWidget(text);
     }
+    m_group = new FormGroup{this};
     layout->addWidget(m_group);
     setAccessibleName(heading);
 }
