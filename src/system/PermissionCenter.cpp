@@ -85,7 +85,7 @@ QList<Item> PermissionCenter::itemsWith(Status notifications) const {
         {u"developer"_s, u"Developer Tools"_s, u"Xcode CLT / debugging attach for agent tooling"_s, Status::unknown,
          m_link(Pane::developerTools)},
         {u"network-local"_s, u"Local Network"_s,
-         u"Talk to vorna bridge on 127.0.0.1 and "_s + DevelopmentDomain::wildcard, Status::unknown, std::nullopt},
+         u"Talk to vorna bridge on 127.0.0.1 and "_s + DevelopmentDomain::wildcard(), Status::unknown, std::nullopt},
     };
 }
 

@@ -271,7 +271,8 @@ class Desktop:
 
     def windows(self, pid):
         """Every visible top-level or embedded window of a process: {id: (x, y, width, height)} on the screen."""
-        tree = self.run("xwininfo", "-root", "-tree")
+        # A window that goes while the tree is read makes the reading fail.
+        tree = self.wait_for(lambda: self.run("xwininfo", "-root", "-tree", check=False), "the tree of windows")
         found = {}
         for window in dict.fromkeys(re.findall(r"^\s+(0x[0-9a-f]+)", tree, re.M)):
             owner = self.run("xprop", "-id", window, "_NET_WM_PID", check=False)

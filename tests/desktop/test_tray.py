@@ -33,6 +33,31 @@ class OnADesktop(unittest.TestCase):
         return watcher
 
 
+    def check_popup(self, probe, x, y):
+        """A popup opened by a click on the item takes the keyboard and goes on Escape, elsewhere and on the item."""
+        def lines_after(action):
+            before = len(probe.lines)
+            action()
+            self.desk.wait_for(lambda: "popup hidden" in probe.lines[before:], "the popup to go")
+            return probe.lines[before:]
+
+        def open_popup():
+            before = len(probe.lines)
+            self.desk.click(x, y)
+            self.desk.wait_for(lambda: "popup shown" in probe.lines[before:], "the popup")
+
+        open_popup()
+        self.desk.press("a")
+        probe.expect("popup key a")
+        lines_after(lambda: self.desk.press("Escape"))
+        open_popup()
+        lines_after(lambda: self.desk.click(200, 600))
+        open_popup()
+        lines_after(lambda: self.desk.click(x, y))
+        time.sleep(0.3)
+        self.assertEqual(probe.lines[-1], "popup hidden")
+
+
 class StatusNotifierTray(OnADesktop):
     """In a host of status notifier items."""
 
@@ -86,6 +111,25 @@ class StatusNotifierTray(OnADesktop):
         self.desk.click(self.desk.size[0] - 13, 14)
         time.sleep(0.2)
         return "clicked" in probe.lines
+
+    def test_popup_behaves_as_a_panel_does(self):
+        self.host()
+        with Probe(self.desk) as probe:
+            self.item()
+            self.desk.wait_for(lambda: self.try_click(probe), "a click on the item in the panel")
+            self.desk.press("Escape")
+            probe.expect("popup hidden")
+            self.check_popup(probe, self.desk.size[0] - 13, 14)
+
+    def test_host_that_comes_and_goes_in_a_hurry_does_no_harm(self):
+        with Probe(self.desk) as probe:
+            for pause in (0.05, 0.1, 0.15, 0.2, 0.25, 0.3, 0.4):
+                panel = self.desk.start_xfce_panel()
+                time.sleep(pause)
+                self.desk.kill(panel)
+                probe.check_alive()
+            self.host()
+            self.item(PROMPT)
 
     def test_equal_symbol_is_not_announced_again(self):
         self.host()
@@ -160,11 +204,38 @@ class EmbeddedTray(OnADesktop):
         with Probe(self.desk) as self.probe:
             _, (x, y, width, height) = self.item()
             self.desk.click(x + width // 2, y + height // 2)
-            self.probe.expect("clicked")
+            self.probe.expect("popup shown")
+            self.desk.press("Escape")
+            self.probe.expect("popup hidden")
             self.desk.click(x + width // 2, y + height // 2, button=3)
             self.desk.wait_for(lambda: len(self.desk.windows(self.probe.pid)) == 2, "the menu")
             self.desk.press("Down", "Return")
             self.probe.expect("show panel")
+
+    def test_popup_behaves_as_a_panel_does(self):
+        self.desk.start_trayer()
+        with Probe(self.desk) as self.probe:
+            _, (x, y, width, height) = self.item()
+            self.check_popup(self.probe, x + width // 2, y + height // 2)
+
+    def test_tray_that_comes_and_goes_in_a_hurry_does_no_harm(self):
+        with Probe(self.desk) as self.probe:
+            for pause in (0.05, 0.1, 0.15, 0.2, 0.3, 0.45, 0.5, 0.6, 0.8):
+                tray = self.desk.start_trayer()
+                time.sleep(pause)
+                self.desk.kill(tray)
+                self.probe.check_alive()
+            self.desk.wait_for(lambda: not self.desk.windows(self.probe.pid), "the item to be gone", PROMPT)
+            self.desk.start_trayer()
+            self.item(PROMPT)
+
+    def test_anchor_is_in_points_where_the_screen_is_scaled(self):
+        self.desk.env["QT_SCALE_FACTOR"] = "2"
+        self.desk.start_trayer()
+        with Probe(self.desk) as self.probe:
+            _, (x, y, width, height) = self.item()
+            self.desk.wait_for(lambda: self.probe.anchor() == (x // 2, y // 2, width // 2, height // 2),
+                               "the anchor on the item")
 
     def test_anchor_is_where_the_item_is(self):
         self.desk.start_trayer()

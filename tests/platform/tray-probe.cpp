@@ -1,11 +1,15 @@
 // An item in the tray and nothing else, told what to show by lines on its standard input:
-// "symbol NAME MEANING…", "anchor", "compositing", "popup", "quit". It prints a line for each thing that happens.
+// "symbol NAME MEANING…", "anchor", "compositing", "front", "quit". It prints a line for each thing that happens.
 
 #include "platform/Compositing.h"
+#include "platform/Launch.h"
 #include "platform/StatusItem.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QSocketNotifier>
+#include <QWidget>
+#include <QWindow>
 
 #include <iostream>
 #include <string>
@@ -18,6 +22,34 @@ void say(const QString& line) {
     std::cout << line.toStdString() << std::endl;
 }
 
+/// A window such as the settings have, in front and with the keyboard.
+void showWindow() {
+    static QWidget window;
+    window.resize(200, 120);
+    window.show();
+    Launch::bringToFront(*window.windowHandle());
+}
+
+/// A window with the flags of the panel, closed by Escape and by whatever those flags bring.
+class Popup final : public QWidget {
+public:
+    explicit Popup(const StatusItem& item)
+        : QWidget{nullptr, item.panelFlags()} {
+        setGeometry(400, 300, 200, 120);
+    }
+
+protected:
+    void showEvent(QShowEvent*) override { say(u"popup shown"_s); }
+    void hideEvent(QHideEvent*) override { say(u"popup hidden"_s); }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape) {
+            hide();
+        } else {
+            say(u"popup key "_s + event->text());
+        }
+    }
+};
+
 void obey(StatusItem& item, const QString& line) {
     if (line.startsWith(u"symbol "_s)) {
         item.setSymbol(line.section(u' ', 1, 1), line.section(u' ', 2));
@@ -26,6 +58,8 @@ void obey(StatusItem& item, const QString& line) {
         say(u"anchor %1 %2 %3 %4"_s.arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height()));
     } else if (line == u"compositing"_s) {
         say(u"compositing "_s + (Compositing::isActive() ? u"on"_s : u"off"_s));
+    } else if (line == u"front"_s) {
+        showWindow();
     } else if (line == u"quit"_s) {
         QCoreApplication::quit();
         return;
@@ -45,6 +79,10 @@ int main(int argc, char** argv) {
     QObject::connect(item.get(), &StatusItem::showPanelChosen, &application, [] { say(u"show panel"_s); });
     QObject::connect(item.get(), &StatusItem::settingsChosen, &application, [] { say(u"settings"_s); });
     QObject::connect(item.get(), &StatusItem::quitChosen, &application, &QCoreApplication::quit);
+
+    Popup popup{*item};
+    QObject::connect(item.get(), &StatusItem::clicked, &popup, &QWidget::show);
+    QObject::connect(item.get(), &StatusItem::showPanelChosen, &popup, &QWidget::show);
 
     QSocketNotifier commands{0, QSocketNotifier::Read};
     QObject::connect(&commands, &QSocketNotifier::activated, &application, [&] {

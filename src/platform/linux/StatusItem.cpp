@@ -112,8 +112,8 @@ void TrayStatusItem::settleOn(Kind kind) {
 }
 
 void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
-    // The first half of a double click was a click already.
-    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick) {
+    // A second press in quick succession comes as a double click alone, and is a click like the first.
+    if (reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown) {
         emit clicked();
     }
 }

@@ -1,7 +1,9 @@
 #include "ui/settings/AboutTab.h"
 
+#include "platform/AppInfo.h"
 #include "support/DevelopmentDomain.h"
 #include "ui/VersionLabels.h"
+#include "ui/WebPage.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormSection.h"
 #include "ui/settings/GroupedForm.h"
@@ -49,16 +51,13 @@ AboutTab::AboutTab(OpenPage openPage, QWidget* parent)
 void AboutTab::addLinks(GroupedForm& form) {
     auto& section = form.addSection(u"Links"_s);
     for (const auto& link : links) {
-        connect(&section.addButton(link.title), &QPushButton::clicked, this, [this, path = link.path] {
-            if (const QUrl page{DevelopmentDomain::dashboardOrigin + path}; page.isValid()) {
-                m_openPage(page);
-            }
-        });
+        connect(&section.addButton(link.title), &QPushButton::clicked, this,
+                [this, path = link.path] { WebPage::open(DevelopmentDomain::dashboard() + path, m_openPage); });
     }
 }
 
 void AboutTab::render() {
-    m_version->setText(VersionLabels::versionLabel());
+    m_version->setText(VersionLabels::label(AppInfo::shortVersion(), AppInfo::build()));
 }
 
 #include "moc_AboutTab.cpp"

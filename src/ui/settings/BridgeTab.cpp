@@ -61,9 +61,10 @@ void BridgeTab::addStartSection(GroupedForm& form) {
 }
 
 void BridgeTab::render() {
+    const auto online = m_status.bridgeOnline ? u"Online"_s : u"Offline"_s;
     const auto& palette = m_daypart.palette.value();
-    m_dot->setColour(m_status.bridgeOnline ? palette.success : palette.danger);
-    m_online->setText(m_status.bridgeOnline ? u"Online"_s : u"Offline"_s);
+    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger}, online);
+    m_online->setText(online);
     m_caddy->setText(m_status.caddyDetail);
     m_postgres->setText(m_status.postgresDetail);
     m_account->setText(m_status.accountLine);

@@ -1,0 +1,81 @@
+#include "ui/kit/Drawing.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// A corner is one cubic curve that starts farther from the corner than a circle's would, and passes through the same
+// point at 45 degrees: 3 * controls + start = 8 * (1 - 1/sqrt 2) radii.
+constexpr qreal cornerStart = 1.25;
+constexpr qreal cornerDepth = 8 * 0.29289321881345254;
+
+}
+
+qreal Drawing::scale(const QPainter& painter) {
+    return std::hypot(painter.deviceTransform().m11(), painter.deviceTransform().m12());
+}
+
+QRectF Drawing::snapped(const QPainter& painter, const QRectF& rect) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(rect);
+    const QPointF topLeft{std::round(device.left()), std::round(device.top())};
+    const QPointF bottomRight{std::round(device.right()), std::round(device.bottom())};
+    return toDevice.inverted().mapRect(QRectF{topLeft, bottomRight});
+}
+
+qreal Drawing::lineWidth(const QPainter& painter, qreal width) {
+    const qreal pixels = scale(painter);
+    return std::max(1.0, std::round(width * pixels)) / pixels;
+}
+
+QPainterPath Drawing::roundedRect(const QRectF& rect, qreal radius) {
+    QPainterPath path;
+    if (radius <= 0) {
+        path.addRect(rect);
+        return path;
+    }
+    const qreal start = std::min({cornerStart * radius, rect.width() / 2, rect.height() / 2});
+    const qreal control = std::max(0.0, (cornerDepth * radius - start) / 3);
+    const auto corner = [&path, start, control](QPointF at, QPointF from, QPointF to) {
+        path.lineTo(at + from * start);
+        path.cubicTo(at + from * control, at + to * control, at + to * start);
+    };
+    const QPointF left{-1, 0};
+    const QPointF right{1, 0};
+    const QPointF up{0, -1};
+    const QPointF down{0, 1};
+    path.moveTo(rect.topLeft() + right * start);
+    corner(rect.topRight(), left, down);
+    corner(rect.bottomRight(), up, left);
+    corner(rect.bottomLeft(), right, up);
+    corner(rect.topLeft(), down, right);
+    path.closeSubpath();
+    return path;
+}
+
+void Drawing::fillRounded(QPainter& painter, const QRectF& rect, qreal radius, const QColor& colour) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(roundedRect(snapped(painter, rect), radius), colour);
+}
+
+void Drawing::strokeRounded(QPainter& painter, const QRectF& rect, qreal radius, const QColor& colour, qreal width) {
+    const qreal line = lineWidth(painter, width);
+    const qreal inset = line / 2;
+    const QRectF middle = snapped(painter, rect).adjusted(inset, inset, -inset, -inset);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.strokePath(roundedRect(middle, std::max(0.0, radius - inset)), QPen{colour, line});
+}
+
+void Drawing::fillCircle(QPainter& painter, const QRectF& square, qreal diameter, const QColor& colour) {
+    const qreal pixels = scale(painter);
+    const QRectF around = snapped(painter, square);
+    const qreal room = std::round(around.width() * pixels);
+    const qreal inset = std::max(0.0, std::round((room - std::floor(diameter * pixels)) / 2)) / pixels;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawEllipse(around.adjusted(inset, inset, -inset, -inset));
+}

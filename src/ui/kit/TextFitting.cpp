@@ -1,0 +1,78 @@
+#include "ui/kit/TextFitting.h"
+
+#include <QFontMetricsF>
+#include <QStringList>
+#include <QTextLayout>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Three lines of the panel in its smallest letters hold some 500.
+constexpr qsizetype longestBeginning = 2000;
+constexpr QChar ellipsis{u'…'};
+
+/// The lines of the text that are full, up to `count`; what follows them is left in `rest`.
+QStringList takeLines(QString& rest, const QFont& font, qreal width, int count) {
+    QStringList lines;
+    QTextLayout layout{rest, font};
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    qsizetype end = 0;
+    while (lines.size() < count) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) {
+            break;
+        }
+        line.setLineWidth(width);
+        lines += rest.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator).trimmed();
+        end = line.textStart() + line.textLength();
+    }
+    layout.endLayout();
+    rest.remove(0, end);
+    return lines;
+}
+
+}
+
+TextFitting::Beginning TextFitting::beginning(const QString& text) {
+    Beginning result{text.left(longestBeginning), text.size() > longestBeginning};
+    if (result.hasMore && result.text.back().isHighSurrogate()) {
+        result.text.chop(1);
+    }
+    result.text.replace(u"\r\n"_s, u"\n"_s);
+    for (QChar& character : result.text) {
+        if (character == u'\n' || character == u'\r' || character == QChar::ParagraphSeparator) {
+            character = QChar::LineSeparator;
+        } else if (character.category() == QChar::Other_Control) {
+            character = u' ';
+        }
+    }
+    while (!result.hasMore && !result.text.isEmpty() && result.text.back().isSpace()) {
+        result.text.chop(1);
+    }
+    return result;
+}
+
+TextFitting::Fitted TextFitting::fit(const Beginning& beginning, const QFont& font, qreal width, int lines) {
+    QString rest = beginning.text;
+    QStringList taken = takeLines(rest, font, width, lines - 1);
+    const qsizetype breakAt = rest.indexOf(QChar::LineSeparator);
+    const bool goesOn = breakAt >= 0 || beginning.hasMore;
+    if (breakAt >= 0) {
+        rest.truncate(breakAt);
+    }
+    rest = rest.trimmed();
+    if (goesOn) {
+        rest += ellipsis;
+    }
+    const QString last = QFontMetricsF{font}.elidedText(rest, Qt::ElideRight, width);
+    if (!last.isEmpty() || taken.isEmpty()) {
+        taken += last;
+    }
+    return {taken.join(QChar::LineSeparator), goesOn || last != rest};
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+
+/// Cutting texts so that they fit into a number of lines.
+namespace TextFitting {
+
+/// The beginning of a text, at least as much of it as a panel can show, with its line breaks as U+2028. A text of any
+/// length costs no more than a short one.
+struct Beginning final {
+    QString text;
+    bool hasMore = false;
+};
+[[nodiscard]] Beginning beginning(const QString& text);
+
+/// A text with a U+2028 wherever a line ends, cut with an ellipsis when it takes more lines.
+struct Fitted final {
+    QString text;
+    bool isCut = false;
+};
+[[nodiscard]] Fitted fit(const Beginning& beginning, const QFont& font, qreal width, int lines);
+
+}

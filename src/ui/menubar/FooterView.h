@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ui/menubar/PanelActions.h"
+#include "ui/menubar/PanelSection.h"
+
+#include <QList>
+
+class DaypartController;
+class NotificationService;
+class VornaMenuButton;
+
+/// A test notification, the settings, and the end of the program, which also has a key.
+class FooterView final : public PanelSection {
+    Q_OBJECT
+
+public:
+    FooterView(DaypartController& daypart, NotificationService& notifications, const PanelActions& actions,
+               QWidget* parent = nullptr);
+
+protected:
+    void render() override;
+
+private:
+    void postTestNotification();
+    VornaMenuButton* addButton(const QString& title, const QString& symbolName, std::function<void()> action);
+
+    DaypartController& m_daypart;
+    NotificationService& m_notifications;
+    QList<VornaMenuButton*> m_buttons;
+};

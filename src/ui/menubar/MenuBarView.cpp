@@ -1,0 +1,61 @@
+#include "ui/menubar/MenuBarView.h"
+
+#include "app/StatusModel.h"
+#include "daypart/DaypartController.h"
+#include "ui/kit/Divider.h"
+#include "ui/menubar/ActionsView.h"
+#include "ui/menubar/DaypartPickerView.h"
+#include "ui/menubar/FooterView.h"
+#include "ui/menubar/HeaderView.h"
+#include "ui/menubar/MetricsView.h"
+#include "ui/menubar/PanelMetrics.h"
+#include "ui/menubar/ServicesView.h"
+
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+#include <utility>
+
+MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
+                         const PanelActions& actions, QWidget* parent)
+    : PanelSection{parent, {}, 0}
+    , m_status{status}
+    , m_daypart{daypart} {
+    setFixedWidth(PanelMetrics::width);
+    const auto add = [this](QWidget* section) {
+        if (column().count() > 0) {
+            m_dividers += new Divider{this};
+            column().addWidget(m_dividers.back());
+        }
+        section->setParent(this);
+        column().addWidget(section);
+    };
+    add(new HeaderView{status, daypart});
+    add(new MetricsView{status, daypart});
+    add(new ServicesView{status, daypart});
+    add(new ActionsView{status, daypart, actions});
+    add(new DaypartPickerView{daypart});
+    add(new FooterView{daypart, notifications, actions});
+    observe(daypart);
+}
+
+int MenuBarView::contentHeight() const {
+    return column().totalHeightForWidth(PanelMetrics::width);
+}
+
+void MenuBarView::render() {
+    const DaypartPalette& palette = m_daypart.palette;
+    setFill(palette.background);
+    for (auto* divider : std::as_const(m_dividers)) {
+        divider->setColour(palette.border);
+    }
+}
+
+void MenuBarView::showEvent(QShowEvent* event) {
+    PanelSection::showEvent(event);
+    if (!event->spontaneous()) {
+        m_status.start();
+    }
+}
+
+#include "moc_MenuBarView.cpp"

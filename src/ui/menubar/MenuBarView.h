@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ui/menubar/PanelActions.h"
+#include "ui/menubar/PanelSection.h"
+
+#include <QList>
+
+class DaypartController;
+class Divider;
+class NotificationService;
+class StatusModel;
+
+/// What the panel shows: one column of fixed width, as high as its content. Each time it appears it has the model poll.
+class MenuBarView final : public PanelSection {
+    Q_OBJECT
+
+public:
+    MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
+                const PanelActions& actions, QWidget* parent = nullptr);
+
+    /// The height that the whole content takes.
+    [[nodiscard]] int contentHeight() const;
+
+protected:
+    void render() override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    StatusModel& m_status;
+    DaypartController& m_daypart;
+    QList<Divider*> m_dividers;
+};

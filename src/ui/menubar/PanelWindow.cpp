@@ -1,0 +1,184 @@
+#include "ui/menubar/PanelWindow.h"
+
+#include "daypart/DaypartController.h"
+#include "platform/Launch.h"
+#include "ui/menubar/MenuBarView.h"
+#include "ui/menubar/PanelFrame.h"
+#include "ui/menubar/PanelMetrics.h"
+#include "ui/menubar/PanelPlacement.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QWindow>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto sameClick = 250ms;
+
+struct ScrollKey {
+    Qt::Key key;
+    QAbstractSlider::SliderAction action;
+};
+
+constexpr std::array scrollKeys{
+    ScrollKey{Qt::Key_Up, QAbstractSlider::SliderSingleStepSub},
+    ScrollKey{Qt::Key_Down, QAbstractSlider::SliderSingleStepAdd},
+    ScrollKey{Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub},
+    ScrollKey{Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
+    ScrollKey{Qt::Key_Home, QAbstractSlider::SliderToMinimum},
+    ScrollKey{Qt::Key_End, QAbstractSlider::SliderToMaximum},
+};
+
+int distance(const QRect& rect, QPoint point) {
+    const QPoint nearest{std::clamp(point.x(), rect.left(), rect.right()),
+                         std::clamp(point.y(), rect.top(), rect.bottom())};
+    return (point - nearest).manhattanLength();
+}
+
+/// The work area of the screen that the point is on, or nearest to.
+QRect workAreaAt(QPoint point) {
+    const auto screens = QGuiApplication::screens();
+    const auto nearest = std::ranges::min_element(
+        screens, {}, [point](const QScreen* screen) { return distance(screen->geometry(), point); });
+    return nearest == screens.end() ? QRect{} : (*nearest)->availableGeometry();
+}
+
+QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
+    auto* scroller = new QScrollArea{parent};
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->viewport()->setAutoFillBackground(false);
+    scroller->setWidget(content);
+    content->setAutoFillBackground(false);
+    return scroller;
+}
+
+}
+
+PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
+                         Composition isComposited, MonotonicClock clock)
+    : m_daypart{daypart}
+    , m_isComposited{std::move(isComposited)}
+    , m_clock{std::move(clock)}
+    , m_content{content.get()}
+    , m_scroller{scrollerOf(content.release(), this)}
+    , m_frame{new PanelFrame{this}} {
+    setWindowFlags(flags | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setWindowTitle(u"vorna"_s);
+    setFocusPolicy(Qt::ClickFocus);
+    setFixedWidth(PanelMetrics::width);
+    m_content->installEventFilter(this);
+    connect(m_scroller->verticalScrollBar(), &QScrollBar::valueChanged, this, &PanelWindow::showScrollPosition);
+    connect(m_scroller->verticalScrollBar(), &QScrollBar::rangeChanged, this, &PanelWindow::showScrollPosition);
+    observe(daypart);
+}
+
+void PanelWindow::toggle(const QRect& anchor) {
+    if (isVisible()) {
+        dismiss();
+        return;
+    }
+    const auto taken = std::exchange(m_taken, std::nullopt);
+    if (!taken || m_clock() - *taken >= sameClick) {
+        showAt(anchor);
+    }
+}
+
+void PanelWindow::showAt(const QRect& anchor) {
+    m_anchor = anchor;
+    m_taken.reset();
+    m_frame->setCorners(m_isComposited() ? PanelFrame::Corners::round : PanelFrame::Corners::square);
+    renderPending();
+    fit();
+    m_scroller->verticalScrollBar()->setValue(0);
+    show();
+    setFocus(Qt::OtherFocusReason);
+    Launch::bringToFront(*windowHandle());
+}
+
+void PanelWindow::dismiss() {
+    m_isDismissing = true;
+    hide();
+    m_isDismissing = false;
+}
+
+void PanelWindow::render() {
+    const DaypartPalette& palette = m_daypart.palette;
+    m_frame->setColours(palette.border, palette.textMuted);
+}
+
+void PanelWindow::fit() {
+    const QRect workArea = workAreaAt(m_anchor.center());
+    m_content->layout()->activate();
+    const int contentHeight = m_content->contentHeight();
+    const int height = workArea.isEmpty() ? contentHeight : PanelPlacement::height(contentHeight, workArea);
+    const QSize size{PanelMetrics::width, height};
+    m_content->resize(PanelMetrics::width, contentHeight);
+    setFixedHeight(height);
+    setGeometry(workArea.isEmpty() ? QRect{m_anchor.topLeft(), size} : PanelPlacement::place(size, m_anchor, workArea));
+    showScrollPosition();
+}
+
+void PanelWindow::showScrollPosition() {
+    const qreal whole = std::max(1, m_content->height());
+    m_frame->setView(m_scroller->verticalScrollBar()->value() / whole,
+                     std::min(1.0, m_scroller->viewport()->height() / whole));
+}
+
+bool PanelWindow::event(QEvent* event) {
+    const bool result = View::event(event);
+    if (event->type() == QEvent::WindowDeactivate && isVisible()) {
+        hide();
+    }
+    return result;
+}
+
+bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest && isVisible()) {
+        fit();
+    }
+    return View::eventFilter(watched, event);
+}
+
+void PanelWindow::hideEvent(QHideEvent* event) {
+    if (!m_isDismissing) {
+        m_taken = m_clock();
+    }
+    View::hideEvent(event);
+}
+
+void PanelWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel)) {
+        dismiss();
+        return;
+    }
+    const auto* found = std::ranges::find(scrollKeys, event->key(), &ScrollKey::key);
+    if (found == scrollKeys.end()) {
+        View::keyPressEvent(event);
+        return;
+    }
+    m_scroller->verticalScrollBar()->triggerAction(found->action);
+}
+
+void PanelWindow::resizeEvent(QResizeEvent* event) {
+    m_scroller->setGeometry(rect());
+    m_frame->setGeometry(rect());
+    m_frame->raise();
+    View::resizeEvent(event);
+}
+
+#include "moc_PanelWindow.cpp"

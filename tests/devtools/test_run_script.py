@@ -1,0 +1,119 @@
+"""script/run, with programs in place of what it builds: which program runs, and what becomes of the bridge."""
+
+import os
+import pathlib
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+import unittest
+
+from stand_in import ROOT
+
+BRIDGE_PORT = 43105
+HELLO = f"""#!/bin/bash
+echo "$(basename "$0")" "$@"
+exec 3<>/dev/tcp/127.0.0.1/{BRIDGE_PORT} || echo "no bridge"
+"""
+STARTS_BRIDGE = f"No bridge answers on port {BRIDGE_PORT}: starting the stand-in bridge until the companion ends."
+
+
+def bridge_answers():
+    with socket.socket() as client:
+        return client.connect_ex(("127.0.0.1", BRIDGE_PORT)) == 0
+
+
+def setUpModule():
+    if bridge_answers():
+        raise unittest.SkipTest(f"a bridge runs on port {BRIDGE_PORT} already")
+
+
+class RunScript(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+        (self.root / "build" / "release").mkdir(parents=True)
+        (self.root / "script").mkdir()
+        shutil.copy(ROOT / "script" / "run", self.root / "script")
+        (self.root / "devtools").symlink_to(ROOT / "devtools")
+        for name in ("script/bootstrap", "script/build"):
+            self.place(name, "#!/bin/bash\n")
+        self.place("build/release/vorna-companion", HELLO + "exit 7\n")
+        self.place("build/release/vorna-panel-picture", HELLO + 'echo "$QT_QPA_PLATFORM"\n')
+
+    def place(self, name, text):
+        (self.root / name).write_text(text)
+        (self.root / name).chmod(0o755)
+
+    def start(self, *arguments, display=True):
+        env = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        if display:
+            env["DISPLAY"] = ":0"
+        process = subprocess.Popen(
+            [self.root / "script" / "run", *arguments],
+            env=env,
+            cwd="/",
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT,
+            text=True,
+            start_new_session=True,
+        )
+        self.addCleanup(process.stdout.close)
+        return process
+
+    def run_to_the_end(self, *arguments, **options):
+        """Its exit status and its lines; the bridge is to be gone afterwards."""
+        process = self.start(*arguments, **options)
+        output, _ = process.communicate(timeout=30)
+        self.assertFalse(bridge_answers())
+        return process.returncode, output.splitlines()
+
+    def test_runs_the_companion_beside_a_bridge_and_passes_arguments_and_status_on(self):
+        self.assertEqual(self.run_to_the_end("--a", "b c"), (7, [STARTS_BRIDGE, "vorna-companion --a b c"]))
+
+    def test_draws_the_panel_where_there_is_no_display(self):
+        picture = f"vorna-panel-picture --output {self.root}/build/panel.png"
+        self.assertEqual(self.run_to_the_end(display=False), (0, [STARTS_BRIDGE, picture, "offscreen"]))
+
+    def test_leaves_a_bridge_alone_that_is_there(self):
+        with socket.create_server(("127.0.0.1", BRIDGE_PORT)):
+            process = self.start()
+            self.assertEqual(process.communicate(timeout=30)[0].splitlines(), ["vorna-companion"])
+            self.assertTrue(bridge_answers())
+
+    def test_asks_for_help_without_a_bridge(self):
+        status, lines = self.run_to_the_end("--help")
+        self.assertEqual((status, lines[0]), (7, "vorna-companion --help"))
+        self.assertEqual(lines[-1], "no bridge")
+
+    def test_signals_end_the_companion_and_the_bridge(self):
+        for sign, whole_group in ((signal.SIGTERM, False), (signal.SIGINT, True), (signal.SIGHUP, False)):
+            with self.subTest(sign):
+                self.place("build/release/vorna-companion", "#!/bin/bash\necho $$\nexec sleep 60\n")
+                process = self.start()
+                self.assertEqual(process.stdout.readline().strip(), STARTS_BRIDGE)
+                companion = int(process.stdout.readline())
+                self.assertTrue(bridge_answers())
+                (os.killpg if whole_group else os.kill)(process.pid, sign)
+                self.assertEqual(process.wait(timeout=10), 128 + sign)
+                self.assertFalse(bridge_answers())
+                self.assertFalse(self.runs(companion))
+
+    @staticmethod
+    def runs(pid):
+        end = time.monotonic() + 2
+        while time.monotonic() < end:
+            try:
+                os.kill(pid, 0)
+            except ProcessLookupError:
+                return False
+            time.sleep(0.01)
+        return True
+
+
+if __name__ == "__main__":
+    unittest.main()
