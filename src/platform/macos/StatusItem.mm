@@ -39,7 +39,7 @@
 
 namespace {
 
-constexpr NSEventMask clicks = NSEventMaskLeftMouseUp | NSEventMaskRightMouseUp;
+constexpr NSEventMask clicks = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
 constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
 
 class MenuBarStatusItem final : public StatusItem {
@@ -137,7 +137,7 @@ void MenuBarStatusItem::watchOtherPlaces() {
 void MenuBarStatusItem::buttonPressed() {
     NSEvent* event = [[NSApplication sharedApplication] currentEvent];
     if (event != nil &&
-        (event.type == NSEventTypeRightMouseUp || (event.modifierFlags & NSEventModifierFlagControl) != 0)) {
+        (event.type == NSEventTypeRightMouseDown || (event.modifierFlags & NSEventModifierFlagControl) != 0)) {
         showMenu();
     } else {
         emit clicked();

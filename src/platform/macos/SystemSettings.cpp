@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -12,20 +11,25 @@ namespace {
 
 using SystemSettings::Pane;
 
+struct PaneLink {
+    Pane pane;
+    QLatin1StringView link;
+};
+
 constexpr std::array links{
-    std::pair{Pane::notifications, u"x-apple.systempreferences:com.apple.Notifications-Settings.extension"},
-    std::pair{Pane::accessibility, u"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"},
-    std::pair{Pane::automation, u"x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"},
-    std::pair{Pane::fullDiskAccess, u"x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"},
-    std::pair{Pane::developerTools, u"x-apple.systempreferences:com.apple.preference.security?Privacy_DevTools"},
+    PaneLink{Pane::notifications, "x-apple.systempreferences:com.apple.Notifications-Settings.extension"_L1},
+    PaneLink{Pane::accessibility, "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"_L1},
+    PaneLink{Pane::automation, "x-apple.systempreferences:com.apple.preference.security?Privacy_Automation"_L1},
+    PaneLink{Pane::fullDiskAccess, "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles"_L1},
+    PaneLink{Pane::developerTools, "x-apple.systempreferences:com.apple.preference.security?Privacy_DevTools"_L1},
 };
 
 }
 
 std::optional<QUrl> SystemSettings::link(Pane pane) {
-    const auto* const found = std::ranges::find(links, pane, &decltype(links)::value_type::first);
-    const QUrl url = found == links.end() ? QUrl{} : QUrl{QString{found->second}};
-    return url.isValid() ? std::optional{url} : std::nullopt;
+    const auto* const found = std::ranges::find(links, pane, &PaneLink::pane);
+    const QUrl link = found == links.end() ? QUrl{} : QUrl{QString{found->link}};
+    return link.isValid() ? std::optional{link} : std::nullopt;
 }
 
 void SystemSettings::open(const QUrl& link) {
