@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "platform/AppInfo.h"
 #include "ui/VersionLabels.h"
 
 #include <algorithm>
@@ -49,5 +50,5 @@ QString CommandLine::helpText() {
 }
 
 QString CommandLine::versionText() {
-    return u"vorna-companion "_s + VersionLabels::caption() + u'\n';
+    return u"vorna-companion "_s + VersionLabels::caption(AppInfo::shortVersion(), AppInfo::build()) + u'\n';
 }

@@ -1,6 +1,7 @@
 #include "app/VornaApp.h"
 
 #include "daypart/DaypartController.h"
+#include "platform/Compositing.h"
 #include "platform/Launch.h"
 #include "platform/StatusItem.h"
 #include "system/NotificationService.h"
@@ -10,6 +11,8 @@
 #include "ui/settings/SettingsWindow.h"
 
 #include <QCoreApplication>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -21,26 +24,22 @@ VornaApp::VornaApp(QObject* parent)
     , m_item{StatusItem::create(u"vorna"_s)} {
     QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     connect(&m_status, &StatusModel::objectWillChange, this, &VornaApp::scheduleSymbol);
-    connectItem();
+    connect(m_item.get(), &StatusItem::clicked, this, [this] { panel().toggle(m_item->anchor()); });
+    connect(m_item.get(), &StatusItem::clickedElsewhere, this, [this] { panel().dismiss(); });
+    connect(m_item.get(), &StatusItem::showPanelChosen, this, &VornaApp::showPanel);
+    connect(m_item.get(), &StatusItem::settingsChosen, this, &VornaApp::showSettings);
+    connect(m_item.get(), &StatusItem::quitChosen, this, &QCoreApplication::quit);
     showSymbol();
 }
 
 VornaApp::~VornaApp() = default;
 
-void VornaApp::show(CommandLine::Request request) {
-    if (request == CommandLine::Request::showSettings) {
-        settings().open();
-    } else {
-        panel().showAt(m_item->anchor());
-    }
+void VornaApp::showPanel() {
+    panel().showAt(m_item->anchor());
 }
 
-void VornaApp::connectItem() {
-    connect(m_item.get(), &StatusItem::clicked, this, [this] { panel().toggle(m_item->anchor()); });
-    connect(m_item.get(), &StatusItem::clickedElsewhere, this, [this] { panel().dismiss(); });
-    connect(m_item.get(), &StatusItem::showPanelChosen, this, [this] { show(CommandLine::Request::showPanel); });
-    connect(m_item.get(), &StatusItem::settingsChosen, this, [this] { show(CommandLine::Request::showSettings); });
-    connect(m_item.get(), &StatusItem::quitChosen, qApp, &QCoreApplication::quit);
+void VornaApp::showSettings() {
+    settings().open();
 }
 
 void VornaApp::scheduleSymbol() {
@@ -53,3 +52,27 @@ void VornaApp::showSymbol() {
     m_symbolScheduled = false;
     m_item->setSymbol(m_status.menuBarSymbol(), m_status.menuBarMeaning());
 }
+
+PanelWindow& VornaApp::panel() {
+    if (!m_panel) {
+        const PanelActions actions{
+            .openSettings = [this] { showSettings(); },
+            .openUrl = Launch::openUrl,
+            .quit = &QCoreApplication::quit,
+        };
+        auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
+        m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(),
+                                                Compositing::isActive);
+    }
+    return *m_panel;
+}
+
+SettingsWindow& VornaApp::settings() {
+    if (!m_settings) {
+        m_settings = std::make_unique<SettingsWindow>(
+            m_status, m_daypart, [] { return std::make_unique<PermissionCenter>(NotificationService::shared()); });
+    }
+    return *m_settings;
+}
+
+#include "moc_VornaApp.cpp"

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/CommandLine.h"
 #include "app/StatusModel.h"
 
 #include <QObject>
@@ -22,11 +21,10 @@ public:
     explicit VornaApp(QObject* parent = nullptr);
     ~VornaApp() override;
 
-    /// Shows what a start of the program asked for, be it this one or a later one.
-    void show(CommandLine::Request request);
+    void showPanel();
+    void showSettings();
 
 private:
-    void connectItem();
     void scheduleSymbol();
     void showSymbol();
     PanelWindow& panel();

@@ -58,10 +58,10 @@ int run(QApplication& application, const CommandLine& line) {
     }
     VornaApp vorna;
     QObject::connect(instance.get(), &SingleInstance::messageReceived, &vorna, [&vorna](const QString& message) {
-        vorna.show(message == settingsMessage ? Request::showSettings : Request::showPanel);
+        message == settingsMessage ? vorna.showSettings() : vorna.showPanel();
     });
     if (wantsSettings) {
-        vorna.show(Request::showSettings);
+        vorna.showSettings();
     }
     return application.exec();
 }
@@ -75,8 +75,7 @@ int main(int argc, char** argv) {
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
     QApplication application{argc, argv};
     qInstallMessageHandler(usualHandler);
-    QApplication::setApplicationName(u"vorna-companion"_s);
-    QApplication::setApplicationDisplayName(u"vorna"_s);
+    QApplication::setApplicationName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
 

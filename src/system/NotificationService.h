@@ -21,13 +21,13 @@ public:
     [[nodiscard]] static QString freshIdentifier();
 
     /// Posts one notification at once, with the default sound; ends when it was taken or refused.
-    [[nodiscard]] QCoro::Task<> notify(QString title, QString body, QString identifier);
+    QCoro::Task<> notify(QString title, QString body, QString identifier);
 
     /// What the user allows. Never asks.
     [[nodiscard]] QCoro::Task<Authorization> authorizationStatus();
 
     /// Asks the user for alerts, badges and sounds; true when granted.
-    [[nodiscard]] QCoro::Task<bool> requestAuthorization();
+    QCoro::Task<bool> requestAuthorization();
 
 private:
     NotificationCenter& m_center;

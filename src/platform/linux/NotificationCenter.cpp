@@ -1,6 +1,7 @@
 #include "platform/NotificationCenter.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
@@ -92,6 +93,12 @@ private:
     /// Answers in a later turn of the event loop, with an error message after the timeout; not once this is gone.
     void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> answer) {
         auto bus = QDBusConnection::sessionBus();
+        if (!bus.isConnected()) {
+            const auto failure = QDBusMessage::createError(QDBusError::Disconnected, QString());
+            QMetaObject::invokeMethod(
+                this, [answer = std::move(answer), failure] { answer(failure); }, Qt::QueuedConnection);
+            return;
+        }
         const auto pending = bus.asyncCall(message, static_cast<int>(answerTimeout.count()));
         auto* watcher = new QDBusPendingCallWatcher{pending, this};
         connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [answer = std::move(answer), watcher] {

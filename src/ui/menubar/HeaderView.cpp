@@ -2,7 +2,6 @@
 
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
-#include "platform/AppInfo.h"
 #include "ui/VersionLabels.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
@@ -64,8 +63,7 @@ void HeaderView::render() {
     const BandLook& look = lookOf(m_status.caddyBand);
     setFill(palette.surface);
     m_title->setColour(palette.text);
-    m_subtitle->display(VersionLabels::caption(AppInfo::shortVersion(), AppInfo::build()) + u" · " +
-                        DaypartInfo::title(m_daypart.daypart));
+    m_subtitle->display(VersionLabels::caption() + u" · " + DaypartInfo::title(m_daypart.daypart));
     m_subtitle->setColour(palette.textMuted);
     m_dot->display(palette.*look.colour, look.state);
 }

@@ -39,8 +39,9 @@ MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, Notifi
     observe(daypart);
 }
 
-int MenuBarView::contentHeight() const {
-    return column().totalHeightForWidth(PanelMetrics::width);
+void MenuBarView::fitHeight() {
+    column().activate();
+    resize(PanelMetrics::width, column().totalHeightForWidth(PanelMetrics::width));
 }
 
 void MenuBarView::render() {

@@ -18,8 +18,8 @@ public:
     MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
                 const PanelActions& actions, QWidget* parent = nullptr);
 
-    /// The height that the whole content takes.
-    [[nodiscard]] int contentHeight() const;
+    /// Lays out the content and takes the height that the whole of it needs.
+    void fitHeight();
 
 protected:
     void render() override;

@@ -9,7 +9,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -123,11 +122,10 @@ void PanelWindow::render() {
 
 void PanelWindow::fit() {
     const QRect workArea = workAreaAt(m_anchor.center());
-    m_content->layout()->activate();
-    const int contentHeight = m_content->contentHeight();
+    m_content->fitHeight();
+    const int contentHeight = m_content->height();
     const int height = workArea.isEmpty() ? contentHeight : PanelPlacement::height(contentHeight, workArea);
     const QSize size{PanelMetrics::width, height};
-    m_content->resize(PanelMetrics::width, contentHeight);
     setFixedHeight(height);
     setGeometry(workArea.isEmpty() ? QRect{m_anchor.topLeft(), size} : PanelPlacement::place(size, m_anchor, workArea));
     showScrollPosition();

@@ -1,0 +1,333 @@
+#include "platform/NotificationCenter.h"
+
+#include "support/PrivateBus.h"
+#include "support/ScriptedNotificationServer.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+using Authorization = NotificationCenter::Authorization;
+using Manner = ScriptedNotificationServer::Manner;
+
+namespace {
+
+constexpr int patienceMs = 20'000;
+
+NotificationCenter::Request request(const QString& title, const QString& body) {
+    return {.title = title, .body = body, .identifier = u"D9428888-122B-11E1-B85C-61CD3CBB3210"_s};
+}
+
+}
+
+class TestNotificationCenter final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TestNotificationCenter(QString address)
+        : m_address{std::move(address)} {}
+
+private slots:
+    void initTestCase() {
+        if (m_address.isEmpty()) {
+            QSKIP("there is no dbus-daemon");
+        }
+    }
+    void init() {
+        m_center = NotificationCenter::standard();
+        m_done = 0;
+    }
+    void cleanup() {
+        m_center.reset();
+        m_server.reset();
+    }
+
+    void postsEveryFieldAsTheDesktopExpectsIt();
+    void escapesMarkupOnlyWhereTheServerReadsIt_data();
+    void escapesMarkupOnlyWhereTheServerReadsIt();
+    void removesControlCharacters_data();
+    void removesControlCharacters();
+    void equalNotificationsAreAllPosted();
+    void postsInOrder();
+    void asksForCapabilitiesOnce();
+    void asksAgainWhenTheServerChanges();
+    void asksAgainWhenThereWasNoServer();
+
+    void serverThatAnswersIsAuthorized();
+    void noServerIsNotDetermined();
+    void serverThatRefusesTakesNothingDown();
+    void serverThatIsSilentIsNotWaitedForLong();
+    void nothingBlocksMeanwhile();
+    void answersAreDroppedWithTheCenter();
+    void centerMayGoInItsOwnAnswer();
+    void answersWithoutABus();
+
+private:
+    void serve(const QStringList& capabilities = {}) { m_server.emplace(m_address, capabilities); }
+    void post(const QString& title, const QString& body = {}) {
+        m_center->post(request(title, body), [this] { ++m_done; });
+    }
+    std::optional<Authorization> authorization() {
+        std::optional<Authorization> state;
+        m_center->authorization([&state](Authorization answer) { state = answer; });
+        [&state] { QTRY_VERIFY_WITH_TIMEOUT(state, patienceMs); }();
+        return state;
+    }
+    std::optional<bool> requestAuthorization() {
+        std::optional<bool> granted;
+        m_center->requestAuthorization([&granted](bool answer) { granted = answer; });
+        [&granted] { QTRY_VERIFY_WITH_TIMEOUT(granted, patienceMs); }();
+        return granted;
+    }
+
+    QString m_address;
+    std::unique_ptr<NotificationCenter> m_center;
+    std::optional<ScriptedNotificationServer> m_server;
+    int m_done = 0;
+};
+
+void TestNotificationCenter::postsEveryFieldAsTheDesktopExpectsIt() {
+    serve();
+    post(u"Desk backup"_s, u"3 files · done"_s);
+    QTRY_COMPARE(m_done, 1);
+    QCOMPARE(m_server->notifications.size(), 1);
+    const auto& posted = m_server->notifications.first();
+    QCOMPARE(posted.application, u"vorna"_s);
+    QCOMPARE(posted.replaces, 0U);
+    QCOMPARE(posted.icon, u"vorna-companion"_s);
+    QCOMPARE(posted.title, u"Desk backup"_s);
+    QCOMPARE(posted.body, u"3 files · done"_s);
+    QCOMPARE(posted.actions, QStringList{});
+    QCOMPARE(posted.hints,
+             (QVariantMap{{u"desktop-entry"_s, u"vorna-companion"_s}, {u"sound-name"_s, u"message-new-instant"_s}}));
+    QCOMPARE(posted.expires, -1);
+}
+
+void TestNotificationCenter::escapesMarkupOnlyWhereTheServerReadsIt_data() {
+    QTest::addColumn<QStringList>("capabilities");
+    QTest::addColumn<QString>("body");
+    QTest::newRow("reads it") << QStringList{u"body"_s, u"body-markup"_s, u"sound"_s}
+                              << u"&lt;a href=\"x\"&gt;it's&lt;/a&gt; &amp;amp; so"_s;
+    QTest::newRow("does not") << QStringList{u"body"_s, u"body-hyperlinks"_s} << u"<a href=\"x\">it's</a> &amp; so"_s;
+    QTest::newRow("says nothing") << QStringList{} << u"<a href=\"x\">it's</a> &amp; so"_s;
+}
+
+void TestNotificationCenter::escapesMarkupOnlyWhereTheServerReadsIt() {
+    QFETCH(QStringList, capabilities);
+    serve(capabilities);
+    for (int turn = 1; turn <= 2; ++turn) {
+        post(u"<b>title</b> & so"_s, u"<a href=\"x\">it's</a> &amp; so"_s);
+        QTRY_COMPARE(m_done, turn);
+        QCOMPARE(m_server->notifications.last().title, u"<b>title</b> & so"_s);
+        QTEST(m_server->notifications.last().body, "body");
+    }
+}
+
+void TestNotificationCenter::removesControlCharacters_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("body");
+    QTest::newRow("null") << u"a\0b"_s << u"ab"_s << u"ab"_s;
+    QTest::newRow("escape sequence") << u"\u001b[31mred"_s << u"[31mred"_s << u"[31mred"_s;
+    QTest::newRow("delete and C1") << u"a\u007f\u0085\u009fb"_s << u"ab"_s << u"ab"_s;
+    QTest::newRow("tab") << u"a\tb"_s << u"a b"_s << u"a b"_s;
+    QTest::newRow("lines") << u"a\r\nb\nc"_s << u"a b c"_s << u"a\nb\nc"_s;
+    QTest::newRow("none") << u"日本語 👩‍👩‍👧 é"_s << u"日本語 👩‍👩‍👧 é"_s
+                          << u"日本語 👩‍👩‍👧 é"_s;
+}
+
+void TestNotificationCenter::removesControlCharacters() {
+    QFETCH(QString, text);
+    serve();
+    post(text, text);
+    QTRY_COMPARE(m_done, 1);
+    QTEST(m_server->notifications.first().title, "title");
+    QTEST(m_server->notifications.first().body, "body");
+}
+
+void TestNotificationCenter::equalNotificationsAreAllPosted() {
+    serve();
+    post(u"same"_s, u"same"_s);
+    post(u"same"_s, u"same"_s);
+    QTRY_COMPARE(m_done, 2);
+    QCOMPARE(m_server->notifications.size(), 2);
+    for (const auto& posted : m_server->notifications) {
+        QCOMPARE(posted.replaces, 0U);
+        QCOMPARE(posted.title, u"same"_s);
+    }
+}
+
+void TestNotificationCenter::postsInOrder() {
+    serve();
+    QStringList titles;
+    for (int i = 0; i < 20; ++i) {
+        titles.append(QString::number(i));
+        post(titles.last());
+    }
+    QTRY_COMPARE(m_done, 20);
+    QStringList arrived;
+    for (const auto& posted : m_server->notifications) {
+        arrived.append(posted.title);
+    }
+    QCOMPARE(arrived, titles);
+}
+
+void TestNotificationCenter::asksForCapabilitiesOnce() {
+    serve();
+    post(u"one"_s);
+    post(u"two"_s);
+    QTRY_COMPARE(m_done, 2);
+    post(u"three"_s);
+    QTRY_COMPARE(m_done, 3);
+    QCOMPARE(m_server->methods.count(u"GetCapabilities"_s), 1);
+    QCOMPARE(m_server->methods.count(u"Notify"_s), 3);
+}
+
+void TestNotificationCenter::asksAgainWhenTheServerChanges() {
+    serve({u"body-markup"_s});
+    post(u"one"_s, u"<"_s);
+    QTRY_COMPARE(m_done, 1);
+    QCOMPARE(m_server->notifications.last().body, u"&lt;"_s);
+    m_server.reset();
+    serve();
+    QTRY_VERIFY_WITH_TIMEOUT((post(u"more"_s, u"<"_s), QTest::qWait(20),
+                              !m_server->notifications.isEmpty() && m_server->notifications.last().body == u"<"_s),
+                             patienceMs);
+    QCOMPARE(m_server->methods.count(u"GetCapabilities"_s), 1);
+}
+
+void TestNotificationCenter::asksAgainWhenThereWasNoServer() {
+    post(u"lost"_s);
+    QTRY_COMPARE(m_done, 1);
+    serve({u"body-markup"_s});
+    post(u"one"_s, u"<"_s);
+    QTRY_COMPARE(m_done, 2);
+    QCOMPARE(m_server->notifications.size(), 1);
+    QCOMPARE(m_server->notifications.last().body, u"&lt;"_s);
+}
+
+void TestNotificationCenter::serverThatAnswersIsAuthorized() {
+    serve();
+    QCOMPARE(authorization(), Authorization::authorized);
+    QCOMPARE(requestAuthorization(), true);
+    QVERIFY(m_server->notifications.isEmpty());
+}
+
+void TestNotificationCenter::noServerIsNotDetermined() {
+    QCOMPARE(authorization(), Authorization::notDetermined);
+    QCOMPARE(requestAuthorization(), false);
+    post(u"lost"_s);
+    QTRY_COMPARE(m_done, 1);
+}
+
+void TestNotificationCenter::serverThatRefusesTakesNothingDown() {
+    serve();
+    m_server->manner = Manner::refusing;
+    QCOMPARE(authorization(), Authorization::notDetermined);
+    QCOMPARE(requestAuthorization(), false);
+    post(u"refused"_s);
+    post(u"refused"_s);
+    QTRY_COMPARE(m_done, 2);
+    QCOMPARE(m_server->notifications.size(), 2);
+}
+
+void TestNotificationCenter::serverThatIsSilentIsNotWaitedForLong() {
+    serve();
+    m_server->manner = Manner::silent;
+    QElapsedTimer clock;
+    clock.start();
+    std::optional<Authorization> state;
+    m_center->authorization([&state](Authorization answer) { state = answer; });
+    post(u"unanswered"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(state && m_done == 1, patienceMs);
+    QCOMPARE(state, Authorization::notDetermined);
+    QVERIFY(clock.elapsed() >= 1000);
+    QCOMPARE(m_server->notifications.size(), 1);
+}
+
+void TestNotificationCenter::nothingBlocksMeanwhile() {
+    serve();
+    m_server->manner = Manner::silent;
+    (void)authorization(); // the connection is there now
+    QElapsedTimer clock;
+    clock.start();
+    m_center->authorization([](Authorization) {});
+    m_center->requestAuthorization([](bool) {});
+    post(u"unanswered"_s);
+    QVERIFY2(clock.elapsed() < 1000, "a call waited for its answer");
+}
+
+void TestNotificationCenter::answersAreDroppedWithTheCenter() {
+    serve();
+    m_server->manner = Manner::silent;
+    const auto alive = std::make_shared<int>();
+    m_center->authorization([alive](Authorization) { QFAIL("an answer without a center"); });
+    m_center->post(request(u"one"_s, {}), [alive] { QFAIL("an answer without a center"); });
+    QTRY_VERIFY(m_server->methods.contains(u"GetCapabilities"_s));
+    m_center.reset();
+    QCOMPARE(alive.use_count(), 1);
+    QTest::qWait(50);
+}
+
+void TestNotificationCenter::centerMayGoInItsOwnAnswer() {
+    serve();
+    m_center->authorization([this](Authorization) { m_center.reset(); });
+    QTRY_VERIFY(!m_center);
+    m_center = NotificationCenter::standard();
+    m_center->post(request(u"one"_s, {}), [this] { m_center.reset(); });
+    QTRY_VERIFY(!m_center);
+}
+
+void TestNotificationCenter::answersWithoutABus() {
+    QProcess program;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent/bus"_s);
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QCoreApplication::applicationFilePath(), {u"--play"_s});
+    if (!program.waitForFinished(patienceMs)) {
+        program.kill();
+        program.waitForFinished();
+        QFAIL("an answer did not come");
+    }
+    QCOMPARE(QString::fromUtf8(program.readAll()), u"authorization 0, done\n"_s);
+    QCOMPARE(program.exitCode(), 0);
+}
+
+namespace {
+
+/// A program that finds no bus.
+int play(int argc, char** argv) {
+    const QCoreApplication app{argc, argv};
+    const auto center = NotificationCenter::standard();
+    int answers = 0;
+    center->authorization([&answers](Authorization state) {
+        std::printf("authorization %d, ", static_cast<int>(state));
+        ++answers;
+    });
+    center->post(request(u"lost"_s, u"body"_s), [] {
+        std::puts("done");
+        QCoreApplication::quit();
+    });
+    const int status = QCoreApplication::exec();
+    return answers == 1 ? status : 1;
+}
+
+}
+
+int main(int argc, char** argv) {
+    if (argc > 1 && QByteArray{argv[1]} == "--play") {
+        return play(argc, argv);
+    }
+    const QCoreApplication app{argc, argv};
+    const PrivateBus bus;
+    TestNotificationCenter test{bus.address()};
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TestNotificationCenter.moc"
