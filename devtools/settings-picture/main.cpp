@@ -68,18 +68,34 @@ void settle() {
     }
 }
 
+void takePictures(SettingsView& view, const QDir& folder, const QString& appearance) {
+    view.setAttribute(Qt::WA_DontShowOnScreen);
+    view.show();
+    auto* const tabs = view.findChild<QTabBar*>();
+    for (int index = 0; index < tabs->count(); ++index) {
+        tabs->setCurrentIndex(index);
+        settle();
+        view.grab().save(
+            folder.filePath(u"settings-"_s + tabs->tabText(index).toLower() + u'-' + appearance + u".png"_s));
+    }
 }
 
-/// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures.
-int main(int argc, char** argv) {
-    QApplication application{argc, argv};
-    QCommandLineParser parser;
+void addOptions(QCommandLineParser& parser) {
     parser.addHelpOption();
     parser.addPositionalArgument(u"folder"_s, u"where the pictures go"_s);
     parser.addOptions({{u"width"_s, u"in points"_s, u"width"_s, u"520"_s},
                        {u"height"_s, u"in points"_s, u"height"_s, u"680"_s},
                        {u"font-size"_s, u"in points"_s, u"size"_s, u"10"_s},
                        {u"long"_s, u"with long texts, and pinned"_s}});
+}
+
+}
+
+/// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures.
+int main(int argc, char** argv) {
+    QApplication application{argc, argv};
+    QCommandLineParser parser;
+    addOptions(parser);
     parser.process(application);
     if (parser.positionalArguments().size() != 1) {
         parser.showHelp(EXIT_FAILURE);
@@ -106,16 +122,8 @@ int main(int argc, char** argv) {
         QApplication::setPalette(appearance.palette);
         SettingsView view{
             status, daypart, std::make_unique<PermissionCenter>(notifications, [] { return false; }, paneLink), {}};
-        view.setAttribute(Qt::WA_DontShowOnScreen);
         view.resize(parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt());
-        view.show();
-        auto* const tabs = view.findChild<QTabBar*>();
-        for (int index = 0; index < tabs->count(); ++index) {
-            tabs->setCurrentIndex(index);
-            settle();
-            view.grab().save(
-                folder.filePath(u"settings-"_s + tabs->tabText(index).toLower() + u'-' + appearance.name + u".png"_s));
-        }
+        takePictures(view, folder, appearance.name);
     }
     return EXIT_SUCCESS;
 }

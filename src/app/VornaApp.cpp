@@ -6,6 +6,7 @@
 #include "platform/StatusItem.h"
 #include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
+#include "ui/kit/ApplicationAccessible.h"
 #include "ui/menubar/MenuBarView.h"
 #include "ui/menubar/PanelWindow.h"
 #include "ui/settings/SettingsWindow.h"
@@ -22,6 +23,7 @@ VornaApp::VornaApp(QObject* parent)
     , m_delegate{NotificationService::shared()}
     , m_status{NotificationService::shared()}
     , m_item{StatusItem::create(u"vorna"_s)} {
+    ApplicationAccessible::install();
     QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     connect(&m_status, &StatusModel::objectWillChange, this, &VornaApp::scheduleSymbol);
     connect(m_item.get(), &StatusItem::clicked, this, [this] { panel().toggle(m_item->anchor()); });

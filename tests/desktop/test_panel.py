@@ -6,13 +6,13 @@ Each test goes through the same story: all is well, then Caddy stops, then the b
 import json
 import os
 import pathlib
-import re
 import shutil
 import socket
 import sys
 import unittest
 
 import desktop
+import psutil
 import services
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
@@ -103,7 +103,10 @@ class PanelOnADesktop(unittest.TestCase):
         return {title: texts[texts.index(title) + 1] for title in FIGURES}
 
     def wait_for_row(self, label, expected):
-        self.desk.wait_for(lambda: self.row(label) == expected, f"{label} to say {expected}", within=3 * POLL_SECONDS)
+        try:
+            self.desk.wait_for(lambda: self.row(label) == expected, label, within=3 * POLL_SECONDS)
+        except desktop.Failure:
+            self.fail(f"{label} was to say {expected}; the panel says {self.texts()}")
 
     def photograph(self, name):
         folder = pathlib.Path(os.environ["VORNA_PICTURES"])
@@ -160,7 +163,7 @@ class PanelOnADesktop(unittest.TestCase):
             self.assertRegex(value, FIGURES[title])
 
     def check_place(self):
-        """One panel, inside the screen and below the bar with the tray."""
+        """One panel, inside the screen."""
         (place,) = self.panel_windows()
         x, y, width, height = place
         self.assertGreaterEqual(x, 0)
@@ -197,13 +200,22 @@ class PanelOnADesktop(unittest.TestCase):
         with socket.create_server(("127.0.0.1", BRIDGE_PORT)) as silent:
             self.companion = self.desk.start([os.environ["VORNA_COMPANION"]])
             item = self.desk.wait_for(self.desk.status_notifier_items, "the item in the tray")[0]
-            silent.settimeout(POLL_SECONDS + 1)
-            with self.assertRaises(TimeoutError):
-                silent.accept()
+            self.assertIsNone(self.request_of_the_companion(silent))
             self.desk.activate_item(item)
-            connection, _ = silent.accept()
+            self.assertRegex(self.request_of_the_companion(silent), rb"^GET /health HTTP/1\.1\r\n")
+
+    def request_of_the_companion(self, listener):
+        """The first request from the companion within more than a poll's time; others may knock meanwhile."""
+        listener.settimeout(POLL_SECONDS + 1)
+        while True:
+            try:
+                connection, peer = listener.accept()
+            except TimeoutError:
+                return None
             with connection:
-                self.assertTrue(re.match(rb"GET /health HTTP/1\.1\r\n", connection.recv(1024)))
+                open_ports = [other.laddr.port for other in psutil.Process(self.companion.pid).connections("tcp")]
+                if peer[1] in open_ports:
+                    return connection.recv(1024)
 
 
 if __name__ == "__main__":

@@ -18,7 +18,9 @@ void Divider::setColour(const QColor& colour) {
 
 void Divider::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter{this};
-    painter.fillRect(Drawing::snapped(painter, rect()), m_colour);
+    QRectF rule = Drawing::snapped(painter, rect());
+    rule.setHeight(Drawing::lineWidth(painter, thickness));
+    painter.fillRect(rule, m_colour);
 }
 
 #include "moc_Divider.cpp"

@@ -70,12 +70,15 @@ void Drawing::strokeRounded(QPainter& painter, const QRectF& rect, qreal radius,
 }
 
 void Drawing::fillCircle(QPainter& painter, const QRectF& square, qreal diameter, const QColor& colour) {
-    const qreal pixels = scale(painter);
-    const QRectF around = snapped(painter, square);
-    const qreal room = std::round(around.width() * pixels);
-    const qreal inset = std::max(0.0, std::round((room - std::floor(diameter * pixels)) / 2)) / pixels;
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(square);
+    const int room = static_cast<int>(device.width());
+    int across = static_cast<int>(diameter * scale(painter));
+    across += (room - across) % 2;
+    const QPointF corner{std::round(device.left()), std::round(device.top())};
+    const QRectF circle{corner + QPointF{1, 1} * ((room - across) / 2), QSizeF(across, across)};
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);
-    painter.drawEllipse(around.adjusted(inset, inset, -inset, -inset));
+    painter.drawEllipse(toDevice.inverted().mapRect(circle));
 }

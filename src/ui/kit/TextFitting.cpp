@@ -58,21 +58,23 @@ TextFitting::Beginning TextFitting::beginning(const QString& text) {
     return result;
 }
 
+QString TextFitting::firstLine(const Beginning& beginning) {
+    const qsizetype breakAt = beginning.text.indexOf(QChar::LineSeparator);
+    QString line = (breakAt < 0 ? beginning.text : beginning.text.left(breakAt)).trimmed();
+    if (breakAt >= 0 || beginning.hasMore) {
+        line += ellipsis;
+    }
+    return line;
+}
+
 TextFitting::Fitted TextFitting::fit(const Beginning& beginning, const QFont& font, qreal width, int lines) {
     QString rest = beginning.text;
     QStringList taken = takeLines(rest, font, width, lines - 1);
-    const qsizetype breakAt = rest.indexOf(QChar::LineSeparator);
-    const bool goesOn = breakAt >= 0 || beginning.hasMore;
-    if (breakAt >= 0) {
-        rest.truncate(breakAt);
-    }
-    rest = rest.trimmed();
-    if (goesOn) {
-        rest += ellipsis;
-    }
-    const QString last = QFontMetricsF{font}.elidedText(rest, Qt::ElideRight, width);
+    const bool goesOn = beginning.hasMore || rest.contains(QChar::LineSeparator);
+    const QString whole = firstLine({rest, beginning.hasMore});
+    const QString last = QFontMetricsF{font}.elidedText(whole, Qt::ElideRight, width);
     if (!last.isEmpty() || taken.isEmpty()) {
         taken += last;
     }
-    return {taken.join(QChar::LineSeparator), goesOn || last != rest};
+    return {taken.join(QChar::LineSeparator), goesOn || last != whole};
 }

@@ -14,6 +14,9 @@ struct Beginning final {
 };
 [[nodiscard]] Beginning beginning(const QString& text);
 
+/// The text up to its first line break, with an ellipsis where it goes on.
+[[nodiscard]] QString firstLine(const Beginning& beginning);
+
 /// A text with a U+2028 wherever a line ends, cut with an ellipsis when it takes more lines.
 struct Fitted final {
     QString text;

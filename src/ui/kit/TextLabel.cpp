@@ -1,7 +1,5 @@
 #include "ui/kit/TextLabel.h"
 
-#include "ui/kit/TextFitting.h"
-
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
@@ -27,7 +25,7 @@ TextLabel::TextLabel(const TextStyle& style, QWidget* parent)
     const QFontMetricsF metrics{m_font};
     m_lineHeight = static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
     setTextFormat(Qt::PlainText);
-    QSizePolicy policy{QSizePolicy::Ignored, QSizePolicy::Fixed};
+    QSizePolicy policy{QSizePolicy::Ignored, style.lines > 1 ? QSizePolicy::Preferred : QSizePolicy::Fixed};
     policy.setHeightForWidth(style.lines > 1);
     setSizePolicy(policy);
     m_layout.setCacheEnabled(true);
@@ -40,9 +38,7 @@ void TextLabel::display(const QString& text) {
     }
     const int before = m_shown.width >= 0 ? heightForWidth(width()) : -1;
     m_text = text;
-    auto [beginning, hasMore] = TextFitting::beginning(text);
-    m_beginning = std::move(beginning);
-    m_hasMore = hasMore;
+    m_beginning = TextFitting::beginning(text);
     m_naturalWidth = -1;
     m_shown = {};
     setAccessibleName(text);
@@ -76,7 +72,7 @@ qreal TextLabel::shownScale() const {
 
 int TextLabel::naturalWidth() const {
     if (m_naturalWidth < 0) {
-        const qreal width = std::ceil(QFontMetricsF{m_font}.horizontalAdvance(m_beginning));
+        const qreal width = std::ceil(QFontMetricsF{m_font}.horizontalAdvance(TextFitting::firstLine(m_beginning)));
         m_naturalWidth = static_cast<int>(std::min<qreal>(width, widestHint));
     }
     return m_naturalWidth;
@@ -120,7 +116,7 @@ void TextLabel::prepare(int width) const {
     }
     const qreal natural = std::max(1, naturalWidth());
     const qreal scale = std::clamp(width / natural, m_style.minimumScale, 1.0);
-    const auto [text, isCut] = TextFitting::fit({m_beginning, m_hasMore}, m_font, width / scale, m_style.lines);
+    const auto [text, isCut] = TextFitting::fit(m_beginning, m_font, width / scale, m_style.lines);
     m_shown = {width, text, isCut, scale};
     layOut();
 }
@@ -128,7 +124,8 @@ void TextLabel::prepare(int width) const {
 void TextLabel::layOut() const {
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
-    option.setAlignment(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignAbsolute);
+    option.setAlignment(QStyle::visualAlignment(layoutDirection(), alignment() & Qt::AlignHorizontal_Mask) |
+                        Qt::AlignAbsolute);
     m_layout.setTextOption(option);
     m_layout.setText(m_shown.text);
     const qreal ascent = QFontMetricsF{m_font}.ascent();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/kit/TextFitting.h"
 #include "ui/kit/TextStyle.h"
 
 #include <QColor>
@@ -7,8 +8,9 @@
 #include <QTextLayout>
 
 /// A plain text in one style and one colour. It never asks for width: it takes what it is given, wraps or shrinks as
-/// its style allows, and cuts the rest with an ellipsis. Its accessible name is always the whole text; a tool tip shows
-/// it when it had to be cut. Its line height is the style's, whatever the text holds.
+/// its style allows, and cuts the rest with an ellipsis, at the edge that QLabel's alignment names. Its accessible name
+/// is always the whole text; a tool tip shows it when it had to be cut. Its line height is the style's, whatever the
+/// text holds.
 class TextLabel final : public QLabel {
     Q_OBJECT
 
@@ -58,8 +60,7 @@ private:
     const QFont m_font;
     int m_lineHeight = 0;
     QString m_text;
-    QString m_beginning;
-    bool m_hasMore = false;
+    TextFitting::Beginning m_beginning;
     QColor m_colour;
     mutable int m_naturalWidth = -1;
     mutable Shown m_shown;

@@ -26,7 +26,7 @@ DaypartPickerView::DaypartPickerView(DaypartController& daypart, QWidget* parent
 void DaypartPickerView::addHeading() {
     m_heading->display(u"DAYPART"_s);
     m_autoText->display(m_autoButton->accessibleName());
-    m_autoText->setContentsMargins(0, 0, 0, 0);
+    m_autoText->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_autoText->setFixedWidth(m_autoText->naturalWidth() + PanelMetrics::Button::focusRingRoom);
     connect(m_autoButton, &QPushButton::clicked, this, [this] { m_daypart.useAuto(); });
     auto* row = new QHBoxLayout;

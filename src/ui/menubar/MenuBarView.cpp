@@ -16,6 +16,22 @@
 
 #include <utility>
 
+namespace {
+
+/// A new layout asks for another one a level higher in the next turn of the event loop: do them all now.
+void layOutNow(const QWidget& widget) {
+    for (const QObject* child : widget.children()) {
+        if (const auto* below = qobject_cast<const QWidget*>(child)) {
+            layOutNow(*below);
+        }
+    }
+    if (widget.layout() != nullptr) {
+        widget.layout()->activate();
+    }
+}
+
+}
+
 MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
                          const PanelActions& actions, QWidget* parent)
     : PanelSection{parent, {}, 0}
@@ -40,7 +56,7 @@ MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, Notifi
 }
 
 void MenuBarView::fitHeight() {
-    column().activate();
+    layOutNow(*this);
     resize(PanelMetrics::width, column().totalHeightForWidth(PanelMetrics::width));
 }
 

@@ -24,6 +24,7 @@ MetricRow::MetricRow(const QString& label, QWidget* parent)
     row->addWidget(m_value, 1, Qt::AlignTop);
     row->addLayout(dot);
     row->setAlignment(dot, Qt::AlignTop);
+    m_label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_label->setFixedWidth(Metrics::labelWidth);
     m_label->display(label);
 }

@@ -16,6 +16,7 @@ ServiceRowView::ServiceRowView(QWidget* parent)
     , m_dot{new DotLabel{Services::dot, this}}
     , m_name{new TextLabel{Services::nameText, this}}
     , m_detail{new TextLabel{Services::detailText, this}} {
+    m_detail->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setFixedHeight(std::max({Services::dot, m_name->lineHeight(), m_detail->lineHeight()}));
 }
 
@@ -53,7 +54,7 @@ void ServiceRowView::arrange() {
     const int room = std::max(0, width() - nameLeft - 2 * Services::rowSpacing);
     const auto [name, detail] = share(room, m_name->naturalWidth(), m_detail->naturalWidth());
     const auto place = [this](QWidget& widget, int left, int itsWidth, int itsHeight) {
-        const QRect leftToRight{left, (height() - itsHeight) / 2, itsWidth, itsHeight};
+        const QRect leftToRight{left, (height() - itsHeight + 1) / 2, itsWidth, itsHeight};
         widget.setGeometry(QStyle::visualRect(layoutDirection(), rect(), leftToRight));
     };
     place(*m_dot, 0, Services::dot, Services::dot);

@@ -1,6 +1,5 @@
 #include "ui/settings/AboutTab.h"
 
-#include "platform/AppInfo.h"
 #include "support/DevelopmentDomain.h"
 #include "ui/VersionLabels.h"
 #include "ui/WebPage.h"
@@ -57,7 +56,7 @@ void AboutTab::addLinks(GroupedForm& form) {
 }
 
 void AboutTab::render() {
-    m_version->setText(VersionLabels::label(AppInfo::shortVersion(), AppInfo::build()));
+    m_version->setText(VersionLabels::label());
 }
 
 #include "moc_AboutTab.cpp"

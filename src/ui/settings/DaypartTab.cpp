@@ -32,9 +32,10 @@ DaypartTab::DaypartTab(DaypartController& daypart, QWidget* parent)
 }
 
 void DaypartTab::addPicker(FormSection& section) {
-    section.addText(u"Daypart"_s);
+    const auto& picker = section.addText(u"Daypart"_s);
     for (const auto choice : DaypartInfo::allCases) {
         auto* const button = new ChoiceButton{DaypartInfo::title(choice), DaypartInfo::symbolName(choice)};
+        button->setAccessibleDescription(picker.text());
         section.addRow(*button);
         connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] { m_daypart.set(choice); });
         m_choices.at(static_cast<std::size_t>(choice)) = button;
@@ -44,6 +45,9 @@ void DaypartTab::addPicker(FormSection& section) {
 void DaypartTab::render() {
     auto* const chosen = m_choices.at(static_cast<std::size_t>(m_daypart.daypart.value()));
     chosen->setChecked(true);
+    for (auto* const choice : m_choices) {
+        choice->setFocusPolicy(choice == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    }
     if (m_follow->hasFocus() && !m_daypart.isManual) {
         chosen->setFocus();
     }

@@ -26,13 +26,14 @@ QColor translucent(QColor colour, qreal opacity) {
     return colour;
 }
 
-/// The colour itself where it can be read on a group, else moved towards the text until it can.
+/// The colour itself where it can be read on a group and on the window, else moved towards the text until it can.
 QColor madeReadable(const QColor& colour, const QPalette& palette) {
     const auto ground = FormColours::group(palette);
+    const auto window = palette.color(QPalette::Window);
     const auto ink = FormColours::text(palette);
     for (int step = 0; step < mixingSteps; ++step) {
         const auto candidate = mix(colour, ink, static_cast<qreal>(step) / mixingSteps);
-        if (FormColours::contrast(candidate, ground) >= readable) {
+        if (std::min(FormColours::contrast(candidate, ground), FormColours::contrast(candidate, window)) >= readable) {
             return candidate;
         }
     }

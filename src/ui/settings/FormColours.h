@@ -4,7 +4,7 @@
 #include <QPalette>
 
 /// The colours of grouped forms. Each is derived from the desktop's palette when something is painted, so that the
-/// forms follow it at once, and each text colour is readable on a group.
+/// forms follow it at once, and each text colour is readable on a group and on the window.
 namespace FormColours {
 
 /// The fill of a rounded group or a list, a little apart from the window.

@@ -1,7 +1,11 @@
 #include "ui/settings/ScrollPage.h"
 
+#include "ui/settings/FormMetrics.h"
+#include "ui/settings/FormPainting.h"
+
 #include <QCoreApplication>
 #include <QEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -29,8 +33,25 @@ void ScrollPage::layOutNow() {
             layout->activate();
         }
     }
+    m_content->activate();
     QEvent request{QEvent::LayoutRequest};
-    QCoreApplication::sendEvent(widget(), &request);
+    QCoreApplication::sendEvent(this, &request);
+}
+
+void ScrollPage::paintEvent(QPaintEvent*) {
+    constexpr auto inset = FormMetrics::highlightInset;
+    QPainter painter{viewport()};
+    FormPainting::paintFocusRing(painter, *this, viewport()->rect().adjusted(inset, inset, -inset, -inset));
+}
+
+void ScrollPage::focusInEvent(QFocusEvent* event) {
+    QScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void ScrollPage::focusOutEvent(QFocusEvent* event) {
+    QScrollArea::focusOutEvent(event);
+    viewport()->update();
 }
 
 #include "moc_ScrollPage.cpp"

@@ -19,6 +19,11 @@ public:
     /// level a turn of the event loop, with half-drawn frames between.
     void layOutNow();
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
 private:
     QVBoxLayout* m_content;
 };

@@ -5,6 +5,7 @@
 #include "ui/settings/FormMetrics.h"
 #include "ui/settings/FormPainting.h"
 #include "ui/settings/FormText.h"
+#include "ui/settings/TabListAccessible.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -29,9 +30,11 @@ int symbolSize(const QFontMetrics& metrics) {
 
 SettingsTabBar::SettingsTabBar(QWidget* parent)
     : QTabBar{parent} {
+    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(TabListAccessible::create), true);
     setAttribute(Qt::WA_Hover);
     setDrawBase(false);
     setExpanding(false);
+    setUsesScrollButtons(false);
     setFocusPolicy(Qt::StrongFocus);
 }
 

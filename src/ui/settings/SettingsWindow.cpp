@@ -42,7 +42,7 @@ void SettingsWindow::create() {
     m_view->setWindowTitle(u"vorna Settings"_s);
     m_view->setAttribute(Qt::WA_DeleteOnClose);
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
-    m_view->setMinimumSize(smallestSize);
+    m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));
     m_view->resize(usualSize.boundedTo(m_view->screen()->availableSize()));
     for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
         connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);
