@@ -66,6 +66,12 @@ void Drawing::strokeRounded(QPainter& painter, const QRectF& rect, qreal radius,
     const qreal inset = line / 2;
     const QRectF middle = snapped(painter, rect).adjusted(inset, inset, -inset, -inset);
     painter.setRenderHint(QPainter::Antialiasing);
+    if (radius <= 0) {
+        painter.fillPath(roundedRect(snapped(painter, rect), 0) -
+                             roundedRect(middle.adjusted(inset, inset, -inset, -inset), 0),
+                         colour);
+        return;
+    }
     painter.strokePath(roundedRect(middle, std::max(0.0, radius - inset)), QPen{colour, line});
 }
 

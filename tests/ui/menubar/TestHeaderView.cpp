@@ -1,0 +1,64 @@
+#include "PanelFixture.h"
+#include "PanelReading.h"
+#include "ui/VersionLabels.h"
+#include "ui/kit/DotLabel.h"
+#include "ui/menubar/HeaderView.h"
+
+using namespace Qt::StringLiterals;
+using Band = StatusModel::Band;
+Q_DECLARE_METATYPE(Band)
+using Role = QRgb DaypartPalette::*;
+Q_DECLARE_METATYPE(Role)
+
+class TestHeaderView final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theDotFollowsTheBandWhateverTheBridgeSays_data() {
+        QTest::addColumn<Band>("band");
+        QTest::addColumn<Role>("role");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("green") << Band::green << &DaypartPalette::success << u"ok"_s;
+        QTest::newRow("amber") << Band::amber << &DaypartPalette::warning << u"degraded"_s;
+        QTest::newRow("red") << Band::red << &DaypartPalette::danger << u"down"_s;
+        QTest::newRow("unknown") << Band::unknown << &DaypartPalette::textMuted << u"unknown"_s;
+    }
+    void theDotFollowsTheBandWhateverTheBridgeSays() {
+        QFETCH(Band, band);
+        QFETCH(Role, role);
+        PanelFixture panel;
+        HeaderView header{panel.status, panel.daypart};
+        header.show();
+        for (const bool isOnline : {false, true}) {
+            panel.status.bridgeOnline = isOnline;
+            panel.status.caddyBand = band;
+            QCoreApplication::processEvents();
+            auto* dot = header.findChild<DotLabel*>();
+            QCOMPARE(dot->colour(), QColor{panel.daypart.palette.value().*role});
+            QTEST(dot->accessibleName(), "state");
+        }
+    }
+
+    void beforeTheFirstPollTheDotIsMuted() {
+        PanelFixture panel;
+        HeaderView header{panel.status, panel.daypart};
+        header.show();
+        QCOMPARE(header.findChild<DotLabel*>()->colour(), QColor{panel.daypart.palette.value().textMuted});
+    }
+
+    void theSubtitleEndsWithTheDaypart() {
+        PanelFixture panel;
+        HeaderView header{panel.status, panel.daypart};
+        header.show();
+        for (const Daypart daypart : DaypartInfo::allCases) {
+            panel.daypart.set(daypart);
+            QCoreApplication::processEvents();
+            QCOMPARE(PanelReading::names(header),
+                     (QStringList{u"vorna"_s, VersionLabels::caption() + u" · " + DaypartInfo::title(daypart),
+                                  u"unknown"_s}));
+        }
+    }
+};
+
+QTEST_MAIN(TestHeaderView)
+#include "TestHeaderView.moc"

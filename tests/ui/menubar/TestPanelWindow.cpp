@@ -1,0 +1,210 @@
+#include "PanelFixture.h"
+#include "PanelReading.h"
+#include "ui/menubar/PanelFrame.h"
+#include "ui/menubar/PanelWindow.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QRect anchor{400, 0, 24, 24};
+
+struct Opened final {
+    PanelFixture panel;
+    std::chrono::steady_clock::time_point now{};
+    bool isComposited = true;
+    PanelWindow window{panel.makeView(), panel.daypart, Qt::Window, [this] { return isComposited; },
+                       [this] { return now; }};
+    QWidget elsewhere;
+
+    [[nodiscard]] bool open() {
+        window.showAt(anchor);
+        QApplication::setActiveWindow(&window);
+        return panel.settle();
+    }
+    void takeFocusAway() {
+        elsewhere.show();
+        QApplication::setActiveWindow(&elsewhere);
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] QPushButton* button(const QString& title) { return PanelReading::named<QPushButton>(window, title); }
+    [[nodiscard]] MenuBarView* content() { return window.findChild<MenuBarView*>(); }
+    [[nodiscard]] static QRect workArea() { return QGuiApplication::primaryScreen()->availableGeometry(); }
+};
+
+}
+
+class TestPanelWindow final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void opensCompleteAndInsideTheWorkArea() {
+        Opened opened;
+        opened.panel.fill();
+        opened.window.showAt(anchor);
+        QCOMPARE(opened.window.width(), 340);
+        QVERIFY(opened.workArea().contains(opened.window.geometry()));
+        QVERIFY(PanelReading::names(opened.window).contains(u"running · 4/4 sites"_s));
+        const QSize first = opened.window.size();
+        const QImage frame = opened.window.grab().toImage();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCOMPARE(opened.window.size(), first);
+        QCOMPARE(opened.window.grab().toImage(), frame);
+        QVERIFY(opened.panel.settle());
+    }
+
+    void aSecondClickOnTheIconClosesIt() {
+        Opened opened;
+        opened.window.toggle(anchor);
+        QVERIFY(opened.window.isVisible());
+        opened.window.toggle(anchor);
+        QVERIFY(!opened.window.isVisible());
+        opened.window.toggle(anchor);
+        QVERIFY(opened.window.isVisible());
+        QVERIFY(opened.panel.settle());
+    }
+
+    void aClickThatTookTheFocusAwayDoesNotOpenItAgain_data() {
+        QTest::addColumn<int>("delay");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("the same click") << 5 << false;
+        QTest::newRow("a slow click") << 249 << false;
+        QTest::newRow("another click") << 250 << true;
+        QTest::newRow("much later") << 5000 << true;
+    }
+    void aClickThatTookTheFocusAwayDoesNotOpenItAgain() {
+        QFETCH(int, delay);
+        Opened opened;
+        QVERIFY(opened.open());
+        opened.takeFocusAway();
+        QVERIFY(!opened.window.isVisible());
+        opened.now += std::chrono::milliseconds{delay};
+        opened.window.toggle(anchor);
+        QTEST(opened.window.isVisible(), "opens");
+        if (!opened.window.isVisible()) {
+            opened.window.toggle(anchor);
+            QVERIFY(opened.window.isVisible());
+        }
+        QVERIFY(opened.panel.settle());
+    }
+
+    void escapeClosesItFromAnyButton() {
+        Opened opened;
+        QVERIFY(opened.open());
+        QTest::keyClick(&opened.window, Qt::Key_Escape);
+        QVERIFY(!opened.window.isVisible());
+        QVERIFY(opened.open());
+        QTest::keyClick(opened.button(u"Refresh"_s), Qt::Key_Escape);
+        QVERIFY(!opened.window.isVisible());
+        opened.window.toggle(anchor);
+        QVERIFY(opened.window.isVisible());
+        QVERIFY(opened.panel.settle());
+    }
+
+    void theQuitKeyQuits() {
+        Opened opened;
+        QVERIFY(opened.open());
+        QTest::keyClick(&opened.window, Qt::Key_Q, Qt::ControlModifier);
+        QTRY_COMPARE(opened.panel.quits, 1);
+    }
+
+    void theFirstTabGoesToTheFirstButton() {
+        Opened opened;
+        QVERIFY(opened.open());
+        QTest::keyClick(&opened.window, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->accessibleName(), u"Refresh"_s);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->accessibleName(), u"Console"_s);
+    }
+
+    void itsHeightFollowsItsContentAndStaysInsideTheWorkArea() {
+        Opened opened;
+        QVERIFY(opened.open());
+        opened.panel.status.lastError = std::nullopt;
+        opened.panel.status.services = PanelFixture::services(1);
+        QTRY_VERIFY(PanelReading::names(opened.window).contains(u"caddy.process"_s));
+        const int before = opened.window.height();
+        opened.panel.status.services = PanelFixture::services(2);
+        QTRY_VERIFY(opened.window.height() > before);
+        QVERIFY(opened.workArea().contains(opened.window.geometry()));
+        QCOMPARE(opened.window.height(), opened.content()->height());
+        opened.panel.status.services = PanelFixture::services(1);
+        QTRY_COMPARE(opened.window.height(), before);
+    }
+
+    void aContentThatIsTooHighScrolls() {
+        Opened opened;
+        QVERIFY(opened.open());
+        opened.panel.fill();
+        opened.panel.status.cliMessage = u"word "_s.repeated(100);
+        opened.panel.status.lastError = u"word "_s.repeated(100);
+        QTRY_VERIFY(opened.content()->height() > opened.workArea().height());
+        QTRY_COMPARE(opened.window.height(), opened.workArea().height() - 16);
+        QCOMPARE(opened.window.width(), 340);
+        auto* bar = opened.window.findChild<QScrollArea*>()->verticalScrollBar();
+        QCOMPARE(bar->value(), 0);
+        QTest::keyClick(&opened.window, Qt::Key_End);
+        QCOMPARE(bar->value(), bar->maximum());
+        QTest::keyClick(&opened.window, Qt::Key_Home);
+        QCOMPARE(bar->value(), 0);
+
+        opened.button(u"Settings & permissions"_s)->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(opened.button(u"Settings & permissions"_s), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), opened.button(u"Quit vorna"_s));
+        auto* quit = opened.button(u"Quit vorna"_s);
+        QVERIFY(opened.window.rect().contains(QRect{quit->mapTo(&opened.window, QPoint{}), quit->size()}));
+    }
+
+    void itsCornersAreRoundWhereWindowsAreBlended_data() {
+        QTest::addColumn<bool>("isComposited");
+        QTest::newRow("blended") << true;
+        QTest::newRow("not blended") << false;
+    }
+    void itsCornersAreRoundWhereWindowsAreBlended() {
+        QFETCH(bool, isComposited);
+        Opened opened;
+        opened.isComposited = isComposited;
+        QVERIFY(opened.open());
+        QImage image{opened.window.size(), QImage::Format_ARGB32_Premultiplied};
+        image.fill(Qt::transparent);
+        static_cast<QWidget&>(opened.window).render(&image, {}, {}, QWidget::DrawChildren);
+        const QColor border{opened.panel.daypart.palette.value().border};
+        const QList<QPoint> corners{image.rect().topLeft(), image.rect().topRight(), image.rect().bottomLeft(),
+                                    image.rect().bottomRight()};
+        for (const QPoint corner : corners) {
+            QCOMPARE(image.pixelColor(corner), isComposited ? QColor(0, 0, 0, 0) : border);
+        }
+        QCOMPARE(image.pixelColor(170, 0), border);
+        QCOMPARE(image.pixelColor(0, image.height() / 2), border);
+        QCOMPARE(image.pixelColor(339, image.height() / 2), border);
+    }
+
+    void aHiddenPanelDoesNotRender() {
+        Opened opened;
+        QVERIFY(opened.open());
+        opened.window.dismiss();
+        opened.panel.status.caddyDetail = u"changed while hidden"_s;
+        QCoreApplication::processEvents();
+        const auto isRendered = [&opened] {
+            const auto labels = opened.window.findChildren<QLabel*>();
+            return std::ranges::any_of(
+                labels, [](QLabel* label) { return label->accessibleName() == u"changed while hidden"_s; });
+        };
+        QVERIFY(!isRendered());
+        opened.window.showAt(anchor);
+        QVERIFY(isRendered());
+        QVERIFY(opened.panel.settle());
+    }
+};
+
+QTEST_MAIN(TestPanelWindow)
+#include "TestPanelWindow.moc"
