@@ -66,10 +66,13 @@ def make_kit():
 
 
 def configure_for_the_mac(project, build):
-    """Configures the project as on a Mac, warnings as errors."""
+    """Configures the project as on a Mac, warnings as errors; anew when what cannot be changed later was changed."""
+    toolchain = project / "tests" / "macos" / "target" / "toolchain.cmake"
+    cache = build / "CMakeCache.txt"
+    is_old = cache.exists() and cache.stat().st_mtime < toolchain.stat().st_mtime
     return run(
-        *("cmake", "-S", project, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
-        *(f"-DCMAKE_TOOLCHAIN_FILE={project}/tests/macos/target/toolchain.cmake", "-DVORNA_WERROR=ON"),
+        *("cmake", *(["--fresh"] if is_old else []), "-S", project, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
+        *(f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", "-DVORNA_WERROR=ON"),
         *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *launchers()),
     )
 

@@ -1,13 +1,13 @@
 #include "platform/AppInfo.h"
 
-#include "platform/macos/Strings.h"
+#include "platform/macos/NativeString.h"
 
 namespace {
 
 std::optional<QString> informationOf(NSString* key) {
     @autoreleasepool {
         id value = [[NSBundle mainBundle] objectForInfoDictionaryKey:key];
-        return [value isKindOfClass:[NSString class]] ? std::optional{Strings::fromNative(value)} : std::nullopt;
+        return [value isKindOfClass:[NSString class]] ? std::optional{NativeString::toQt(value)} : std::nullopt;
     }
 }
 

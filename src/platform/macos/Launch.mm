@@ -1,6 +1,6 @@
 #include "platform/Launch.h"
 
-#include "platform/macos/Strings.h"
+#include "platform/macos/NativeString.h"
 
 #include <QWindow>
 
@@ -12,7 +12,7 @@ void Launch::becomeAccessory() {
 
 void Launch::openUrl(const QUrl& url) {
     @autoreleasepool {
-        NSURL* address = [NSURL URLWithString:Strings::toNative(QString::fromLatin1(url.toEncoded()))];
+        NSURL* address = [NSURL URLWithString:NativeString::from(QString::fromLatin1(url.toEncoded()))];
         if (address != nil) {
             [[NSWorkspace sharedWorkspace] openURL:address];
         }

@@ -1,7 +1,7 @@
 #include "platform/NotificationCenter.h"
 
+#include "platform/macos/NativeString.h"
 #include "platform/macos/PendingAnswers.h"
-#include "platform/macos/Strings.h"
 
 #include <algorithm>
 #include <array>
@@ -81,10 +81,10 @@ void deliver(std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket ticke
 
 UNNotificationRequest* nativeRequest(const NotificationCenter::Request& request) {
     UNMutableNotificationContent* content = [[UNMutableNotificationContent alloc] init];
-    content.title = Strings::toNative(request.title);
-    content.body = Strings::toNative(request.body);
+    content.title = NativeString::from(request.title);
+    content.body = NativeString::from(request.body);
     content.sound = [UNNotificationSound defaultSound];
-    return [UNNotificationRequest requestWithIdentifier:Strings::toNative(request.identifier)
+    return [UNNotificationRequest requestWithIdentifier:NativeString::from(request.identifier)
                                                 content:content
                                                 trigger:nil];
 }

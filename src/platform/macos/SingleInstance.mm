@@ -4,6 +4,7 @@
 #include <utility>
 
 #import <AppKit/AppKit.h>
+#import <CoreServices/CoreServices.h>
 
 using namespace Qt::StringLiterals;
 

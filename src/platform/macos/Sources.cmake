@@ -11,7 +11,7 @@ vorna_library(vorna_platform
         platform/macos/NotificationCenter.mm
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm
-        platform/macos/Strings.mm
+        platform/macos/NativeString.mm
         platform/macos/Symbol.mm
         platform/macos/SystemSettings.cpp
         platform/macos/UserDefaults.mm

@@ -1,7 +1,7 @@
 #include "platform/StatusItem.h"
 
 #include "platform/StatusItemMenu.h"
-#include "platform/macos/Strings.h"
+#include "platform/macos/NativeString.h"
 
 #include <QCursor>
 #include <QRectF>
@@ -76,7 +76,7 @@ MenuBarStatusItem::MenuBarStatusItem(const QString& title)
     : m_title{title} {
     @autoreleasepool {
         m_item = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
-        m_menu = [[NSMenu alloc] initWithTitle:Strings::toNative(title)];
+        m_menu = [[NSMenu alloc] initWithTitle:NativeString::from(title)];
         m_actions = [[NSMutableArray alloc] init];
         fillButton();
         fillMenu();
@@ -100,9 +100,9 @@ VornaAction* MenuBarStatusItem::actionFor(std::function<void()> function) {
 
 void MenuBarStatusItem::fillButton() {
     NSStatusBarButton* button = m_item.button;
-    button.title = Strings::toNative(m_title);
+    button.title = NativeString::from(m_title);
     button.imagePosition = NSNoImage;
-    [button setAccessibilityTitle:Strings::toNative(m_title)];
+    [button setAccessibilityTitle:NativeString::from(m_title)];
     button.target = actionFor([this] { buttonPressed(); });
     button.action = @selector(perform:);
     [button sendActionOn:clicks];
@@ -116,7 +116,7 @@ void MenuBarStatusItem::fillMenu() {
 }
 
 void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
-    NSMenuItem* entry = [[NSMenuItem alloc] initWithTitle:Strings::toNative(text)
+    NSMenuItem* entry = [[NSMenuItem alloc] initWithTitle:NativeString::from(text)
                                                    action:@selector(perform:)
                                             keyEquivalent:@""];
     entry.target = actionFor([this, chosen] { emit(this->*chosen)(); });
@@ -158,8 +158,8 @@ void MenuBarStatusItem::setSymbol(const QString& symbolName, const QString& mean
     m_symbolName = symbolName;
     m_meaning = meaning;
     @autoreleasepool {
-        NSString* description = Strings::toNative(meaning);
-        NSImage* image = [NSImage imageWithSystemSymbolName:Strings::toNative(symbolName)
+        NSString* description = NativeString::from(meaning);
+        NSImage* image = [NSImage imageWithSystemSymbolName:NativeString::from(symbolName)
                                    accessibilityDescription:description];
         [image setTemplate:YES];
         NSStatusBarButton* button = m_item.button;

@@ -1,6 +1,6 @@
 #include "platform/Symbol.h"
 
-#include "platform/macos/Strings.h"
+#include "platform/macos/NativeString.h"
 
 #include <QImage>
 #include <QPainter>
@@ -16,7 +16,7 @@ namespace {
 NSImage* symbol(const QString& name, qreal size, Symbol::Weight weight) {
     NSFontWeight stroke = weight == Symbol::Weight::semibold ? NSFontWeightSemibold : NSFontWeightRegular;
     NSImageSymbolConfiguration* look = [NSImageSymbolConfiguration configurationWithPointSize:size weight:stroke];
-    NSImage* plain = [NSImage imageWithSystemSymbolName:Strings::toNative(name) accessibilityDescription:nil];
+    NSImage* plain = [NSImage imageWithSystemSymbolName:NativeString::from(name) accessibilityDescription:nil];
     return [plain imageWithSymbolConfiguration:look];
 }
 

@@ -9,6 +9,7 @@
 #import <AppKit/AppKit.h>
 #import <ApplicationServices/ApplicationServices.h>
 #include <Block.h>
+#import <CoreServices/CoreServices.h>
 #import <UserNotifications/UserNotifications.h>
 #include <dispatch/dispatch.h>
 

@@ -37,6 +37,9 @@ OBJECTIVE_C = [
     + [f"{action}_x{register}" for action in ("retain", "release") for register in range(29)]
 ] + ["__objc_empty_cache", "___objc_personality_v0"]
 
+# The C++ library waits on 64 bits there.
+CXX_ELSEWHERE = {"__ZNSt3__120__libcpp_atomic_waitEPVKvx"}
+
 # Framework: (symbols, classes).
 FRAMEWORKS = {
     "CoreFoundation": (
@@ -44,7 +47,7 @@ FRAMEWORKS = {
         ["NSArray", "NSData", "NSDictionary", "NSMutableArray", "NSNumber"],
     ),
     "Foundation": (
-        [],
+        ["__NSRangeExceptionRaise"],  # in GNUstep's inline NSMakeRange()
         ["NSAppleEventManager", "NSBundle", "NSNotificationCenter", "NSString", "NSURL", "NSUserDefaults"],
     ),
     "AppKit": (
@@ -73,7 +76,8 @@ def exports_of(*libraries):
     for library in libraries:
         answer = subprocess.run(["nm", "-D", "--defined-only", library], capture_output=True, text=True, check=True)
         names |= {"_" + line.split()[2].split("@")[0] for line in answer.stdout.splitlines() if len(line.split()) == 3}
-    return names
+    # A mark of this machine's C++ library, in the name of each function that returns one of its strings.
+    return {name.replace("B5cxx11", "") for name in names}
 
 
 def write(file, install_name, symbols, classes=()):
@@ -94,7 +98,8 @@ def make(folder):
     for name, library in PACKAGES.items():
         if library.exists():
             write(folder / f"lib{name}.tbd", f"@rpath/lib{name}.dylib", exports_of(library))
-    write(folder / "libc++.tbd", "/usr/lib/libc++.1.dylib", exports_of(CXX / "libc++.so.1", CXX / "libc++abi.so.1"))
+    write(folder / "libc++.tbd", "/usr/lib/libc++.1.dylib", 
+          exports_of(CXX / "libc++.so.1", CXX / "libc++abi.so.1") | CXX_ELSEWHERE)
     write(folder / "libSystem.tbd", "/usr/lib/libSystem.B.dylib", exports_of(MUSL / "libc.so") | set(SYSTEM))
     write(folder / "libobjc.tbd", "/usr/lib/libobjc.A.dylib", OBJECTIVE_C, ["NSObject"])
     for name, (symbols, classes) in FRAMEWORKS.items():

@@ -29,7 +29,7 @@ set(CMAKE_AR /usr/bin/llvm-ar-19)
 set(CMAKE_RANLIB /usr/bin/llvm-ranlib-19)
 set(CMAKE_INSTALL_NAME_TOOL /bin/true)
 set(STUBS "${VORNA_MAC_KIT}/stubs")
-string(CONCAT CMAKE_EXE_LINKER_FLAGS_INIT "--ld-path=/usr/bin/ld64.lld-19 -nostdlib -L${STUBS} -F${STUBS}"
+string(CONCAT CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld --ld-path=/usr/bin/ld64.lld-19 -nostdlib -L${STUBS} -F${STUBS}"
     " -lSystem -lc++ -lobjc -framework CoreFoundation")
 
 # Tools of the Mac that the bundle is finished with.

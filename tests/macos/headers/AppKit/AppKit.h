@@ -4,6 +4,8 @@
 
 #include_next <AppKit/AppKit.h>
 
+#include <CoreServices/CoreServices.h>
+
 NS_ASSUME_NONNULL_BEGIN
 
 // NSEvent.EventType, under the names without a class in front
@@ -60,14 +62,6 @@ static constexpr NSCompositingOperation NSCompositingOperationSourceOver = NSCom
 - (BOOL)isTemplate;             // NSImage.isTemplate
 - (void)setTemplate:(BOOL)flag; // the same, written
 @end
-
-// NSApplication.willFinishLaunchingNotification is GNUstep's own.
-
-// AEEventClass, AEEventID (UInt32), kCoreEventClass ('aevt'), kAEReopenApplication ('rapp') of Apple Events
-typedef unsigned int AEEventClass;
-typedef unsigned int AEEventID;
-static constexpr AEEventClass kCoreEventClass = 0x61657674;
-static constexpr AEEventID kAEReopenApplication = 0x72617070;
 
 @class NSAppleEventDescriptor; // NSAppleEventDescriptor
 

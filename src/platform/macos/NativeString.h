@@ -5,11 +5,11 @@
 #import <Foundation/Foundation.h>
 
 /// Texts on their way to the system and back, unit by unit, so that nothing is lost.
-namespace Strings {
+namespace NativeString {
 
-[[nodiscard]] NSString* toNative(const QString& text);
+[[nodiscard]] NSString* from(const QString& text);
 
 /// Empty for nil.
-[[nodiscard]] QString fromNative(NSString* text);
+[[nodiscard]] QString toQt(NSString* text);
 
 }

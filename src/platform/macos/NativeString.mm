@@ -1,11 +1,11 @@
-#include "platform/macos/Strings.h"
+#include "platform/macos/NativeString.h"
 
-NSString* Strings::toNative(const QString& text) {
+NSString* NativeString::from(const QString& text) {
     return [NSString stringWithCharacters:reinterpret_cast<const unichar*>(text.utf16())
                                    length:static_cast<NSUInteger>(text.size())];
 }
 
-QString Strings::fromNative(NSString* text) {
+QString NativeString::toQt(NSString* text) {
     if (text == nil) {
         return {};
     }
