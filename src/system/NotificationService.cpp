@@ -21,7 +21,7 @@ QCoro::Task<> NotificationService::notify(QString title, QString body, QString i
     const Deferred<bool> taken;
     const NotificationCenter::Request request{.title = title, .body = body, .identifier = identifier};
     m_center.post(request, [finish = taken.answer(false)] { finish(true); });
-    co_await taken;
+    (void)co_await taken;
 }
 
 QCoro::Task<NotificationService::Authorization> NotificationService::authorizationStatus() {

@@ -1,5 +1,6 @@
 #include "platform/StatusItem.h"
 
+#include "platform/StatusItemMenu.h"
 #include "platform/linux/StatusNotifierHostWatch.h"
 #include "platform/linux/TrayIcon.h"
 #include "platform/linux/XembedTrayWatch.h"
@@ -72,10 +73,13 @@ TrayStatusItem::TrayStatusItem(const QString& title)
 }
 
 void TrayStatusItem::fillMenu() {
-    connect(m_menu.addAction(u"Show panel"_s), &QAction::triggered, this, &StatusItem::showPanelChosen);
-    connect(m_menu.addAction(u"Settings…"_s), &QAction::triggered, this, &StatusItem::settingsChosen);
+    connect(m_menu.addAction(StatusItemMenu::showPanel.toString()), &QAction::triggered, this,
+            &StatusItem::showPanelChosen);
+    connect(m_menu.addAction(StatusItemMenu::settings.toString()), &QAction::triggered, this,
+            &StatusItem::settingsChosen);
     m_menu.addSeparator();
-    connect(m_menu.addAction(u"Quit "_s + m_title), &QAction::triggered, this, &StatusItem::quitChosen);
+    connect(m_menu.addAction(StatusItemMenu::quit.toString().arg(m_title)), &QAction::triggered, this,
+            &StatusItem::quitChosen);
 }
 
 void TrayStatusItem::trayChanged() {

@@ -84,7 +84,7 @@ QColor selection(const QPalette& palette) {
 
 qreal contrast(const QColor& one, const QColor& other) {
     constexpr qreal flare = 0.05;
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + flare) / (dark + flare);
 }
 

@@ -1,0 +1,5 @@
+#include "platform/Compositing.h"
+
+bool Compositing::isActive() {
+    return true;
+}

@@ -1,0 +1,145 @@
+#include "platform/NotificationCenter.h"
+
+#include "platform/macos/NativeString.h"
+#include "platform/macos/PendingAnswers.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#import <UserNotifications/UserNotifications.h>
+#include <dispatch/dispatch.h>
+
+/// Lets notifications show while the companion itself is in front, as it is when its panel is open.
+@interface VornaNotificationDelegate : NSObject <UNUserNotificationCenterDelegate>
+@end
+
+@implementation VornaNotificationDelegate
+
+- (void)userNotificationCenter:(UNUserNotificationCenter*)center
+       willPresentNotification:(UNNotification*)notification
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions))completionHandler {
+    (void)center;
+    (void)notification;
+    completionHandler(UNNotificationPresentationOptionBanner | UNNotificationPresentationOptionList |
+                      UNNotificationPresentationOptionSound);
+}
+
+@end
+
+namespace {
+
+using Authorization = NotificationCenter::Authorization;
+
+/// The system has this state, but on this kind of machine no name for it.
+constexpr long ephemeralStatus = 4;
+
+constexpr std::array authorizations{
+    std::pair{long{UNAuthorizationStatusNotDetermined}, Authorization::notDetermined},
+    std::pair{long{UNAuthorizationStatusDenied}, Authorization::denied},
+    std::pair{long{UNAuthorizationStatusAuthorized}, Authorization::authorized},
+    std::pair{long{UNAuthorizationStatusProvisional}, Authorization::provisional},
+    std::pair{ephemeralStatus, Authorization::ephemeral},
+};
+
+Authorization authorizationOf(long status) {
+    const auto* const found = std::ranges::find(authorizations, status, &std::pair<long, Authorization>::first);
+    return found == authorizations.end() ? Authorization::unrecognized : found->second;
+}
+
+/// For a process without a bundle, for which the system's center raises an exception.
+class NoCenter final : public NotificationCenter {
+public:
+    void requestAuthorization(std::function<void(bool)> answer) override { answer(false); }
+    void authorization(std::function<void(Authorization)> answer) override { answer(Authorization::notDetermined); }
+    void post(const Request&, std::function<void()> done) override { done(); }
+};
+
+class UserNotificationCenter final : public NotificationCenter {
+public:
+    explicit UserNotificationCenter(UNUserNotificationCenter* center);
+    ~UserNotificationCenter() override;
+
+    void requestAuthorization(std::function<void(bool)> answer) override;
+    void authorization(std::function<void(Authorization)> answer) override;
+    void post(const Request& request, std::function<void()> done) override;
+
+private:
+    UNUserNotificationCenter* m_center = nil;
+    VornaNotificationDelegate* m_delegate = nil;
+    std::shared_ptr<PendingAnswers> m_pending = std::make_shared<PendingAnswers>();
+};
+
+/// Called on a thread of the system's.
+void deliver(std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket ticket, long value) {
+    dispatch_async(dispatch_get_main_queue(), ^{
+      if (const auto answers = pending.lock()) {
+          answers->deliver(ticket, value);
+      }
+    });
+}
+
+UNNotificationRequest* nativeRequest(const NotificationCenter::Request& request) {
+    UNMutableNotificationContent* content = [[UNMutableNotificationContent alloc] init];
+    content.title = NativeString::from(request.title);
+    content.body = NativeString::from(request.body);
+    content.sound = [UNNotificationSound defaultSound];
+    return [UNNotificationRequest requestWithIdentifier:NativeString::from(request.identifier)
+                                                content:content
+                                                trigger:nil];
+}
+
+UserNotificationCenter::UserNotificationCenter(UNUserNotificationCenter* center)
+    : m_center{center}
+    , m_delegate{[[VornaNotificationDelegate alloc] init]} {
+    m_center.delegate = m_delegate;
+}
+
+UserNotificationCenter::~UserNotificationCenter() {
+    m_center.delegate = nil;
+}
+
+void UserNotificationCenter::requestAuthorization(std::function<void(bool)> answer) {
+    @autoreleasepool {
+        const std::weak_ptr<PendingAnswers> pending = m_pending;
+        const auto ticket = m_pending->keep([answer = std::move(answer)](long granted) { answer(granted != 0); });
+        [m_center requestAuthorizationWithOptions:UNAuthorizationOptionBadge | UNAuthorizationOptionSound |
+                                                  UNAuthorizationOptionAlert
+                                completionHandler:^(BOOL granted, NSError*) {
+                                  deliver(pending, ticket, granted ? 1 : 0);
+                                }];
+    }
+}
+
+void UserNotificationCenter::authorization(std::function<void(Authorization)> answer) {
+    @autoreleasepool {
+        const std::weak_ptr<PendingAnswers> pending = m_pending;
+        const auto ticket =
+            m_pending->keep([answer = std::move(answer)](long status) { answer(authorizationOf(status)); });
+        [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
+          deliver(pending, ticket, settings.authorizationStatus);
+        }];
+    }
+}
+
+void UserNotificationCenter::post(const Request& request, std::function<void()> done) {
+    @autoreleasepool {
+        const std::weak_ptr<PendingAnswers> pending = m_pending;
+        const auto ticket = m_pending->keep([done = std::move(done)](long) { done(); });
+        [m_center addNotificationRequest:nativeRequest(request)
+                   withCompletionHandler:^(NSError*) {
+                     deliver(pending, ticket, 0);
+                   }];
+    }
+}
+
+}
+
+std::unique_ptr<NotificationCenter> NotificationCenter::standard() {
+    @autoreleasepool {
+        if ([[NSBundle mainBundle] bundleIdentifier] == nil) {
+            return std::make_unique<NoCenter>();
+        }
+        return std::make_unique<UserNotificationCenter>([UNUserNotificationCenter currentNotificationCenter]);
+    }
+}

@@ -1,0 +1,35 @@
+# The same libraries as on other desktops, each capability by one file. A header of this folder's parent with Q_OBJECT is
+# listed, so that its meta-object is made.
+
+vorna_library(vorna_platform
+    SOURCES
+        platform/SingleInstance.h
+        platform/macos/AccessibilityTrust.cpp
+        platform/macos/AppInfo.mm
+        platform/macos/ChildDescriptors.cpp
+        platform/macos/Launch.mm
+        platform/macos/NotificationCenter.mm
+        platform/macos/PendingAnswers.cpp
+        platform/macos/SingleInstance.mm
+        platform/macos/NativeString.mm
+        platform/macos/Symbol.mm
+        platform/macos/SystemSettings.cpp
+        platform/macos/UserDefaults.mm
+    LINKS
+        vorna_support
+        Qt6::Gui
+        "-framework AppKit"
+        "-framework ApplicationServices"
+        "-framework Foundation"
+        "-framework UserNotifications")
+
+vorna_library(vorna_tray
+    SOURCES
+        platform/StatusItem.h
+        platform/macos/Compositing.cpp
+        platform/macos/StatusItem.mm
+    LINKS vorna_platform)
+
+foreach(LIBRARY vorna_platform vorna_tray)
+    target_compile_options(${LIBRARY} PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
+endforeach()

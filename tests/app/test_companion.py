@@ -1,0 +1,39 @@
+"""The program as a terminal sees it: what it prints, how it ends."""
+
+import os
+import subprocess
+import unittest
+
+COMPANION = os.environ["VORNA_COMPANION"]
+WITHOUT_DISPLAY = {key: value for key, value in os.environ.items()
+                   if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+
+
+def run(*words, env=None):
+    return subprocess.run([COMPANION, *words], env={**WITHOUT_DISPLAY, **(env or {})}, stdin=subprocess.DEVNULL,
+                          capture_output=True, text=True, timeout=20)
+
+
+class Companion(unittest.TestCase):
+    def test_help_is_printed_without_a_display(self):
+        for word in ("--help", "-h"):
+            outcome = run(word)
+            self.assertEqual((outcome.returncode, outcome.stderr), (0, ""))
+            self.assertIn("--settings", outcome.stdout)
+
+    def test_version_is_printed_without_a_display(self):
+        for word in ("--version", "-v"):
+            outcome = run(word)
+            self.assertEqual((outcome.returncode, outcome.stderr), (0, ""))
+            self.assertRegex(outcome.stdout, r"^vorna-companion v\d+\.\d+\.\d+ \(\d+\)\n$")
+
+    def test_unknown_word_is_refused(self):
+        outcome = run("--setings", env={"QT_QPA_PLATFORM": "offscreen"})
+        self.assertEqual(outcome.returncode, 2)
+        self.assertIn("“--setings” is not an option", outcome.stderr)
+
+    def test_missing_display_is_said_and_dumps_no_core(self):
+        for env in ({}, {"DISPLAY": ":54321"}):
+            outcome = run(env=env)
+            self.assertEqual(outcome.returncode, 1, outcome.stderr)
+            self.assertIn("display", outcome.stderr)

@@ -1,0 +1,91 @@
+"""What the checks of the Mac's side share: the packages that they need, and where they work."""
+
+import glob
+import os
+import pathlib
+import platform
+import shutil
+import subprocess
+import sys
+import unittest
+
+HERE = pathlib.Path(__file__).resolve().parent
+PROJECT = HERE.parents[1]
+WORK = pathlib.Path(os.environ.get("VORNA_MAC_WORK", PROJECT / "build" / "macos"))
+
+# A file of each package that is needed.
+PACKAGES = {
+    "clang-19": "/usr/bin/clang++-19",
+    "libblocksruntime-dev": "/usr/include/Block.h",
+    "libc++-19-dev": "/usr/lib/llvm-19/include/c++/v1/expected",
+    "libc++abi-19-dev": "/usr/lib/llvm-19/lib/libc++abi.so",
+    "libgnustep-base-dev": "/usr/include/GNUstep/Foundation/Foundation.h",
+    "libgnustep-gui-dev": "/usr/include/GNUstep/AppKit/AppKit.h",
+    "lld-19": "/usr/bin/ld64.lld-19",
+    "llvm-19": "/usr/bin/llvm-ar-19",
+    "musl-dev": "/usr/include/*-linux-musl/stdio.h",
+}
+
+
+def need_packages():
+    """Skips the tests of a module where a package is missing. To be called in setUpModule()."""
+    if platform.machine() != "x86_64":
+        print("SKIPPED: made for x86-64 only", flush=True)
+        raise unittest.SkipTest("made for x86-64 only")
+    missing = [name for name, file in PACKAGES.items() if not glob.glob(file)]
+    if missing:
+        reason = "not installed: " + ", ".join(missing)
+        print(f"SKIPPED: {reason}", flush=True)
+        raise unittest.SkipTest(reason)
+
+
+def run(*command, **options):
+    """Runs a command to its end; answers whether it succeeded, and all that it said."""
+    done = subprocess.run(
+        [str(word) for word in command], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options
+    )
+    return done.returncode == 0, done.stdout
+
+
+def launchers():
+    cache = shutil.which("ccache")
+    return [f"-DCMAKE_{language}_COMPILER_LAUNCHER={cache}" for language in ("CXX", "OBJCXX")] if cache else []
+
+
+def make_kit():
+    """Writes the headers and stubs to compile and link against, unless they are there and young enough."""
+    kit = WORK / "kit"
+    for script, folder in (("make_sysroot.py", "sysroot"), ("make_stubs.py", "stubs")):
+        stamp = kit / f"{folder}.stamp"
+        source = HERE / "target" / script
+        if stamp.exists() and stamp.stat().st_mtime > source.stat().st_mtime:
+            continue
+        subprocess.run([sys.executable, "-B", source, kit / folder], check=True)
+        stamp.touch()
+    return kit
+
+
+def configure_for_the_mac(project, build):
+    """Configures the project as on a Mac, warnings as errors; anew when what cannot be changed later was changed."""
+    toolchain = project / "tests" / "macos" / "target" / "toolchain.cmake"
+    cache = build / "CMakeCache.txt"
+    is_old = cache.exists() and cache.stat().st_mtime < toolchain.stat().st_mtime
+    return run(
+        *("cmake", *(["--fresh"] if is_old else []), "-S", project, "-B", build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
+        *(f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", "-DVORNA_WERROR=ON"),
+        *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *launchers()),
+    )
+
+
+def configure_for_a_run(project, build):
+    """Configures what runs the Mac's files here."""
+    return run("cmake", "-S", project / "tests" / "macos" / "run", "-B", build, "-G", "Ninja", *launchers())
+
+
+def build(folder, *targets):
+    names = [word for target in targets for word in ("--target", target)]
+    return run("cmake", "--build", folder, "-j2", *names)
+
+
+def test(folder):
+    return run("ctest", "--test-dir", folder, "--output-on-failure", "-j2")

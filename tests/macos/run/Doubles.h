@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QRectF>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+/// What stands in for the Mac's frameworks when the real files of src/platform/macos run elsewhere: what they were
+/// told, and what they answer. Main thread only, unless said otherwise.
+namespace Doubles {
+
+struct PostedRequest {
+    QString identifier;
+    QString title;
+    QString subtitle;
+    QString body;
+    bool hasDefaultSound = false;
+    bool hasTrigger = true;
+    bool hasBadge = true;
+};
+
+struct Button {
+    QString title;
+    QString toolTip;
+    QString accessibilityTitle;
+    QString accessibilityValue;
+    QString imageName; ///< empty for none
+    QString imageDescription;
+    bool imageIsTemplate = false;
+    bool showsImage = false;
+    bool showsTitle = false;
+    bool hasTarget = false;
+    quint64 actionMask = 0;
+    QStringList menuWhenPressed; ///< the entries of the menu that was set when the button was pressed by the program
+};
+
+struct State {
+    // The bundle
+    std::optional<QString> bundleIdentifier = QStringLiteral("test.bundle");
+    QHash<QString, QString> information;
+    QString keyWithNumber; ///< this key of the information holds a number
+
+    // Notifications
+    quint64 authorizationOptions = 0;
+    bool grants = true;
+    bool fails = false;
+    bool holdsAnswers = false; ///< until answerAll()
+    long authorizationStatus = 0;
+    QList<PostedRequest> requests;
+    int centersAskedFor = 0;
+
+    // The application and its workspace
+    long activationPolicy = -1;
+    int activations = 0;
+    QStringList openedUrls;
+    bool isTrusted = false;
+
+    // The item in the menu bar
+    Button button;
+    double itemLength = 0;
+    int items = 0;
+    int imagesMade = 0;
+    quint64 monitoredEvents = 0;
+    int monitors = 0;
+    std::optional<long> currentEvent; ///< its type
+    quint64 currentModifiers = 0;
+    QPointF pointer;
+    bool hasWindow = true;
+    QRectF buttonInWindow{3, 0, 30, 24};
+    QPointF windowOnScreen{1000, 876};
+    QList<QRectF> screens{QRectF{0, 0, 1440, 900}};
+
+    // Symbols
+    double symbolPointSize = 0;
+    double symbolWeight = 0;
+    QSizeF symbolSize{16, 16};
+    int openGraphicsStates = 0;
+    int flushes = 0;
+};
+
+State& state();
+
+/// Forgets everything, as before the first test.
+void reset();
+
+/// Lets the notification center answer what it was asked, on a thread of its own, and waits for that thread.
+void answerAll();
+
+/// What the center's delegate wants to be presented while the application is in front; nothing when it has none.
+std::optional<quint64> presentation();
+
+/// The user presses the item's button, or chooses an entry of its menu.
+void pressButton();
+void choose(const QString& entry);
+
+/// A mouse button is pressed in another program.
+void pressElsewhere();
+
+/// The application starts up; the user opens it again.
+void finishLaunching();
+void reopen();
+[[nodiscard]] bool handlesReopening();
+
+/// What the user's defaults hold under a key; nothing where there is no such key.
+std::optional<QString> storedText(const QString& key);
+std::optional<bool> storedTruth(const QString& key);
+void storeNumber(const QString& key, int number);
+void clearStored(const QStringList& keys);
+
+}

@@ -1,0 +1,223 @@
+#include "platform/NotificationCenter.h"
+
+#include "Doubles.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+using Authorization = NotificationCenter::Authorization;
+
+namespace {
+
+constexpr quint64 alertBadgeAndSound = 7;
+constexpr quint64 bannerListAndSound = 26;
+
+const NotificationCenter::Request request{
+    .title = u"Grüße 😀"_s, .body = u"a \"body\"\nof <two> lines"_s, .identifier = u"AB-12"_s};
+
+bool onMainThread() {
+    return QThread::currentThread() == qApp->thread();
+}
+
+}
+
+class TestNotificationCenter final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void asksForAlertsBadgesAndSounds();
+    void saysWhetherTheyWereGranted_data();
+    void saysWhetherTheyWereGranted();
+    void everyStatusHasItsName_data();
+    void everyStatusHasItsName();
+    void postsWhatItWasGiven();
+    void saysDoneAlsoWhenRefused();
+    void everyAnswerComesOnTheMainThread();
+    void answersGoToThoseWhoAsked();
+    void nobodyIsCalledOnceTheCenterIsGone();
+    void whatWaitsIsDroppedOnTheMainThreadWithTheCenter();
+    void theCenterMayGoInItsOwnAnswer();
+    void presentsNotificationsWhileInFront();
+    void leavesNoDelegateBehind();
+    void answersAtOnceWithoutABundle();
+};
+
+void TestNotificationCenter::init() {
+    Doubles::reset();
+}
+
+void TestNotificationCenter::asksForAlertsBadgesAndSounds() {
+    const auto center = NotificationCenter::standard();
+    int answers = 0;
+    center->requestAuthorization([&](bool) { ++answers; });
+    QTRY_COMPARE(answers, 1);
+    QCOMPARE(Doubles::state().authorizationOptions, alertBadgeAndSound);
+}
+
+void TestNotificationCenter::saysWhetherTheyWereGranted_data() {
+    QTest::addColumn<bool>("grants");
+    QTest::addColumn<bool>("fails");
+    QTest::newRow("granted") << true << false;
+    QTest::newRow("denied") << false << false;
+    QTest::newRow("failed") << false << true;
+}
+
+void TestNotificationCenter::saysWhetherTheyWereGranted() {
+    QFETCH(bool, grants);
+    QFETCH(bool, fails);
+    Doubles::state().grants = grants;
+    Doubles::state().fails = fails;
+    const auto center = NotificationCenter::standard();
+    std::optional<bool> answer;
+    center->requestAuthorization([&](bool granted) { answer = granted; });
+    QTRY_COMPARE(answer, std::optional{grants});
+}
+
+void TestNotificationCenter::everyStatusHasItsName_data() {
+    QTest::addColumn<int>("status");
+    QTest::addColumn<Authorization>("expected");
+    QTest::newRow("not determined") << 0 << Authorization::notDetermined;
+    QTest::newRow("denied") << 1 << Authorization::denied;
+    QTest::newRow("authorized") << 2 << Authorization::authorized;
+    QTest::newRow("provisional") << 3 << Authorization::provisional;
+    QTest::newRow("ephemeral") << 4 << Authorization::ephemeral;
+    QTest::newRow("of the future") << 5 << Authorization::unrecognized;
+    QTest::newRow("negative") << -1 << Authorization::unrecognized;
+}
+
+void TestNotificationCenter::everyStatusHasItsName() {
+    QFETCH(int, status);
+    Doubles::state().authorizationStatus = status;
+    const auto center = NotificationCenter::standard();
+    std::optional<Authorization> answer;
+    center->authorization([&](Authorization authorization) { answer = authorization; });
+    QVERIFY(!answer);
+    QTRY_VERIFY(answer);
+    QTEST(*answer, "expected");
+    QCOMPARE(Doubles::state().authorizationOptions, quint64{0});
+}
+
+void TestNotificationCenter::postsWhatItWasGiven() {
+    const auto center = NotificationCenter::standard();
+    int done = 0;
+    center->post(request, [&] { ++done; });
+    QTRY_COMPARE(done, 1);
+    QCOMPARE(Doubles::state().requests.size(), 1);
+    const auto& posted = Doubles::state().requests.first();
+    QCOMPARE(posted.identifier, request.identifier);
+    QCOMPARE(posted.title, request.title);
+    QCOMPARE(posted.body, request.body);
+    QVERIFY(posted.subtitle.isEmpty());
+    QVERIFY(posted.hasDefaultSound);
+    QVERIFY(!posted.hasTrigger);
+    QVERIFY(!posted.hasBadge);
+}
+
+void TestNotificationCenter::saysDoneAlsoWhenRefused() {
+    Doubles::state().fails = true;
+    const auto center = NotificationCenter::standard();
+    int done = 0;
+    center->post(request, [&] { ++done; });
+    QTRY_COMPARE(done, 1);
+    QCOMPARE(Doubles::state().requests.size(), 1);
+}
+
+void TestNotificationCenter::everyAnswerComesOnTheMainThread() {
+    const auto center = NotificationCenter::standard();
+    int onMain = 0;
+    center->requestAuthorization([&](bool) { onMain += onMainThread() ? 1 : 0; });
+    center->authorization([&](Authorization) { onMain += onMainThread() ? 1 : 0; });
+    center->post(request, [&] { onMain += onMainThread() ? 1 : 0; });
+    QTRY_COMPARE(onMain, 3);
+}
+
+void TestNotificationCenter::answersGoToThoseWhoAsked() {
+    Doubles::state().holdsAnswers = true;
+    Doubles::state().authorizationStatus = 2;
+    const auto center = NotificationCenter::standard();
+    QStringList answers;
+    center->post(request, [&] { answers.append(u"posted"_s); });
+    center->authorization(
+        [&](Authorization status) { answers.append(status == Authorization::authorized ? u"authorized"_s : u"?"_s); });
+    center->requestAuthorization([&](bool granted) { answers.append(granted ? u"granted"_s : u"?"_s); });
+    Doubles::answerAll();
+    QVERIFY(answers.isEmpty());
+    QTRY_COMPARE(answers, (QStringList{u"posted"_s, u"authorized"_s, u"granted"_s}));
+}
+
+void TestNotificationCenter::nobodyIsCalledOnceTheCenterIsGone() {
+    Doubles::state().holdsAnswers = true;
+    auto center = NotificationCenter::standard();
+    int answers = 0;
+    center->requestAuthorization([&](bool) { ++answers; });
+    center->authorization([&](Authorization) { ++answers; });
+    center->post(request, [&] { ++answers; });
+    center.reset();
+    Doubles::answerAll();
+    QCoreApplication::processEvents();
+    QCOMPARE(answers, 0);
+}
+
+void TestNotificationCenter::whatWaitsIsDroppedOnTheMainThreadWithTheCenter() {
+    Doubles::state().holdsAnswers = true;
+    auto center = NotificationCenter::standard();
+    int dropped = 0;
+    const auto lastWord = [&dropped] {
+        return std::shared_ptr<int>{new int, [&dropped](const int* value) {
+                                        delete value;
+                                        dropped += onMainThread() ? 1 : 0;
+                                    }};
+    };
+    center->requestAuthorization([kept = lastWord()](bool) {});
+    center->authorization([kept = lastWord()](Authorization) {});
+    center->post(request, [kept = lastWord()] {});
+    QCOMPARE(dropped, 0);
+    center.reset();
+    QCOMPARE(dropped, 3);
+    Doubles::answerAll();
+}
+
+void TestNotificationCenter::theCenterMayGoInItsOwnAnswer() {
+    auto center = NotificationCenter::standard();
+    int answers = 0;
+    center->authorization([&](Authorization) {
+        center.reset();
+        ++answers;
+    });
+    QTRY_COMPARE(answers, 1);
+}
+
+void TestNotificationCenter::presentsNotificationsWhileInFront() {
+    const auto center = NotificationCenter::standard();
+    QCOMPARE(Doubles::presentation(), std::optional{bannerListAndSound});
+}
+
+void TestNotificationCenter::leavesNoDelegateBehind() {
+    NotificationCenter::standard().reset();
+    QCOMPARE(Doubles::presentation(), std::nullopt);
+}
+
+void TestNotificationCenter::answersAtOnceWithoutABundle() {
+    Doubles::state().bundleIdentifier.reset();
+    const auto center = NotificationCenter::standard();
+    std::optional<bool> granted;
+    std::optional<Authorization> status;
+    int done = 0;
+    center->requestAuthorization([&](bool answer) { granted = answer; });
+    center->authorization([&](Authorization answer) { status = answer; });
+    center->post(request, [&] { ++done; });
+    QCOMPARE(granted, std::optional{false});
+    QCOMPARE(status, std::optional{Authorization::notDetermined});
+    QCOMPARE(done, 1);
+    QCOMPARE(Doubles::state().centersAskedFor, 0);
+    QVERIFY(Doubles::state().requests.isEmpty());
+}
+
+QTEST_MAIN(TestNotificationCenter)
+#include "TestNotificationCenter.moc"

@@ -1,0 +1,211 @@
+#include "Doubles.h"
+#include "platform/AccessibilityTrust.h"
+#include "platform/AppInfo.h"
+#include "platform/Compositing.h"
+#include "platform/Launch.h"
+#include "platform/SingleInstance.h"
+#include "platform/SystemSettings.h"
+#include "platform/UserDefaults.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr long accessory = 1;
+const QString daypart = u"vorna.macos.daypart"_s;
+const QString manual = u"vorna.macos.daypart.manual"_s;
+
+}
+
+/// The capabilities that are a call or two each.
+class TestSystem final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void versionAndBuildAreThoseOfTheBundle();
+    void whatTheBundleDoesNotSayIsAbsent();
+    void whatIsNotATextIsAbsent();
+    void textsKeepEveryUnit_data();
+    void textsKeepEveryUnit();
+    void truthsAreStoredUnderTheirKeys();
+    void whatIsNoTruthIsFalse();
+    void whatIsRemovedIsGone();
+    void hasNoPlaceInTheDock();
+    void opensAddresses_data();
+    void opensAddresses();
+    void comesToTheFront();
+    void trustIsWhatTheSystemSays();
+    void everyPaneHasItsLink_data();
+    void everyPaneHasItsLink();
+    void windowsAreBlended();
+    void thisProcessIsTheOneInstance();
+    void openingItAgainShowsThePanel();
+    void nobodyListensAfterTheInstanceIsGone();
+};
+
+void TestSystem::init() {
+    Doubles::reset();
+    Doubles::clearStored({daypart, manual});
+}
+
+void TestSystem::cleanup() {
+    Doubles::clearStored({daypart, manual});
+}
+
+void TestSystem::versionAndBuildAreThoseOfTheBundle() {
+    Doubles::state().information = {{u"CFBundleShortVersionString"_s, u"1.2.3"_s}, {u"CFBundleVersion"_s, u"45"_s}};
+    QCOMPARE(AppInfo::shortVersion(), std::optional{u"1.2.3"_s});
+    QCOMPARE(AppInfo::build(), std::optional{u"45"_s});
+}
+
+void TestSystem::whatTheBundleDoesNotSayIsAbsent() {
+    QCOMPARE(AppInfo::shortVersion(), std::nullopt);
+    QCOMPARE(AppInfo::build(), std::nullopt);
+}
+
+void TestSystem::whatIsNotATextIsAbsent() {
+    Doubles::state().keyWithNumber = u"CFBundleVersion"_s;
+    QCOMPARE(AppInfo::build(), std::nullopt);
+}
+
+void TestSystem::textsKeepEveryUnit_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("plain") << u"dusk"_s;
+    QTest::newRow("empty") << u""_s;
+    QTest::newRow("accents and a smile") << u"Grüße 😀"_s;
+    QTest::newRow("a nought inside") << u"a\0b"_s;
+}
+
+void TestSystem::textsKeepEveryUnit() {
+    QFETCH(QString, text);
+    const auto defaults = UserDefaults::standard();
+    defaults->setString(daypart, text);
+    QCOMPARE(defaults->string(daypart), std::optional{text});
+    QCOMPARE(UserDefaults::standard()->string(daypart), std::optional{text});
+    QVERIFY(Doubles::storedText(daypart));
+    QVERIFY(!Doubles::storedText(manual));
+}
+
+void TestSystem::truthsAreStoredUnderTheirKeys() {
+    const auto defaults = UserDefaults::standard();
+    for (const bool value : {true, false, true}) {
+        defaults->setBoolean(manual, value);
+        QCOMPARE(defaults->boolean(manual), value);
+        QCOMPARE(Doubles::storedTruth(manual), std::optional{value});
+    }
+    QCOMPARE(Doubles::storedTruth(daypart), std::nullopt);
+}
+
+void TestSystem::whatIsNoTruthIsFalse() {
+    const auto defaults = UserDefaults::standard();
+    QVERIFY(!defaults->boolean(manual));
+    defaults->setString(manual, u"dusk"_s);
+    QVERIFY(!defaults->boolean(manual));
+    QCOMPARE(defaults->string(daypart), std::nullopt);
+}
+
+void TestSystem::whatIsRemovedIsGone() {
+    const auto defaults = UserDefaults::standard();
+    defaults->setString(daypart, u"dusk"_s);
+    defaults->setBoolean(manual, true);
+    defaults->remove(daypart);
+    QCOMPARE(defaults->string(daypart), std::nullopt);
+    QVERIFY(defaults->boolean(manual));
+    defaults->remove(manual);
+    QVERIFY(!defaults->boolean(manual));
+}
+
+void TestSystem::hasNoPlaceInTheDock() {
+    Launch::becomeAccessory();
+    QCOMPARE(Doubles::state().activationPolicy, accessory);
+}
+
+void TestSystem::opensAddresses_data() {
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QStringList>("opened");
+    const QString plain = u"https://console.example.org/dashboard?a=b&c=d#e"_s;
+    QTest::newRow("page") << plain << QStringList{plain};
+    QTest::newRow("accents are encoded") << u"https://example.org/ü b"_s
+                                         << QStringList{u"https://example.org/%C3%BC%20b"_s};
+}
+
+void TestSystem::opensAddresses() {
+    QFETCH(QString, address);
+    Launch::openUrl(QUrl{address});
+    QTEST(Doubles::state().openedUrls, "opened");
+}
+
+void TestSystem::comesToTheFront() {
+    QWindow window;
+    window.showMinimized();
+    Launch::bringToFront(window);
+    QCOMPARE(Doubles::state().activations, 1);
+    QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
+    QTRY_VERIFY(window.isActive());
+}
+
+void TestSystem::trustIsWhatTheSystemSays() {
+    QVERIFY(!AccessibilityTrust::isTrusted());
+    Doubles::state().isTrusted = true;
+    QVERIFY(AccessibilityTrust::isTrusted());
+}
+
+void TestSystem::everyPaneHasItsLink_data() {
+    using enum SystemSettings::Pane;
+    QTest::addColumn<SystemSettings::Pane>("pane");
+    QTest::addColumn<QString>("rest");
+    QTest::newRow("notifications") << notifications << u"com.apple.Notifications-Settings.extension"_s;
+    const QString privacy = u"com.apple.preference.security?Privacy_"_s;
+    QTest::newRow("accessibility") << accessibility << privacy + u"Accessibility"_s;
+    QTest::newRow("automation") << automation << privacy + u"Automation"_s;
+    QTest::newRow("full disk access") << fullDiskAccess << privacy + u"AllFiles"_s;
+    QTest::newRow("developer tools") << developerTools << privacy + u"DevTools"_s;
+}
+
+void TestSystem::everyPaneHasItsLink() {
+    QFETCH(SystemSettings::Pane, pane);
+    QFETCH(QString, rest);
+    const auto link = SystemSettings::link(pane);
+    QVERIFY(link);
+    QCOMPARE(link->toString(), u"x-apple.systempreferences:"_s + rest);
+    SystemSettings::open(*link);
+    QCOMPARE(Doubles::state().openedUrls, QStringList{u"x-apple.systempreferences:"_s + rest});
+}
+
+void TestSystem::windowsAreBlended() {
+    QVERIFY(Compositing::isActive());
+}
+
+void TestSystem::thisProcessIsTheOneInstance() {
+    QVERIFY(SingleInstance::claim(u"panel"_s));
+    QVERIFY(SingleInstance::claim(u"settings"_s));
+}
+
+void TestSystem::openingItAgainShowsThePanel() {
+    const auto instance = SingleInstance::claim(u"settings"_s);
+    QSignalSpy messages{instance.get(), &SingleInstance::messageReceived};
+    QVERIFY(!Doubles::handlesReopening());
+    Doubles::finishLaunching();
+    QVERIFY(Doubles::handlesReopening());
+    Doubles::reopen();
+    QCOMPARE(messages.size(), 1);
+    QCOMPARE(messages.first().first().toString(), u"panel"_s);
+}
+
+void TestSystem::nobodyListensAfterTheInstanceIsGone() {
+    auto instance = SingleInstance::claim(u"panel"_s);
+    Doubles::finishLaunching();
+    instance.reset();
+    QVERIFY(!Doubles::handlesReopening());
+    Doubles::finishLaunching();
+    QVERIFY(!Doubles::handlesReopening());
+}
+
+QTEST_MAIN(TestSystem)
+#include "TestSystem.moc"

@@ -1,0 +1,180 @@
+"""Makes a folder of C headers to compile for macOS with: `make_sysroot.py FOLDER`.
+
+They are musl's, cut down to the names that macOS has, with the integer types of macOS, and with the few headers and
+declarations added that only macOS has. They are good for finding out whether a source compiles, and for nothing else.
+"""
+
+import pathlib
+import re
+import shutil
+import sys
+
+MUSL = next(pathlib.Path("/usr/include").glob("*-linux-musl"), None)
+
+# What macOS has of musl's headers. Whatever is not named here cannot be included.
+HEADERS = """
+    aio alloca assert complex cpio ctype dirent dlfcn err errno fcntl features fenv float fnmatch fts ftw getopt glob grp
+    iconv ifaddrs inttypes iso646 langinfo libgen limits locale math memory monetary netdb nl_types paths poll pthread
+    pwd regex sched search semaphore setjmp signal spawn stdarg stdbool stddef stdint stdio stdlib string strings syslog
+    tar termios tgmath time ucontext ulimit unistd utime utmpx wchar wctype wordexp
+    arpa/inet net/if netinet/in netinet/tcp
+    sys/fcntl sys/file sys/ioctl sys/ipc sys/mman sys/msg sys/param sys/poll sys/resource sys/select sys/sem sys/shm
+    sys/signal sys/socket sys/stat sys/statvfs sys/time sys/times sys/ttydefaults sys/types sys/ucontext sys/uio sys/un
+    sys/utsname sys/wait
+""".split()
+
+# Where a type of musl's for this machine is another one on macOS.
+TYPES = {
+    "time_t": "long",
+    "suseconds_t": "int",
+    "intmax_t": "long",
+    "uintmax_t": "unsigned long",
+    "mode_t": "unsigned short",
+    "nlink_t": "unsigned short",
+    "dev_t": "int",
+    "fsblkcnt_t": "unsigned int",
+    "fsfilcnt_t": "unsigned int",
+}
+
+ADDED = {
+    "machine/endian.h": None,  # musl's <endian.h>, under the name that it has on macOS
+    "sys/cdefs.h": """
+#define __BEGIN_DECLS extern "C" {
+#define __END_DECLS }
+""",
+    "TargetConditionals.h": "\n".join(
+        f"#define TARGET_{name} {value}"
+        for name, value in {
+            "OS_MAC": 1,
+            "OS_OSX": 1,
+            "OS_IPHONE": 0,
+            "OS_IOS": 0,
+            "OS_TV": 0,
+            "OS_WATCH": 0,
+            "OS_VISION": 0,
+            "OS_MACCATALYST": 0,
+            "OS_SIMULATOR": 0,
+            "OS_EMBEDDED": 0,
+            "CPU_ARM64": 1,
+            "CPU_X86_64": 0,
+            "RT_64_BIT": 1,
+            "RT_LITTLE_ENDIAN": 1,
+            "RT_BIG_ENDIAN": 0,
+        }.items()
+    ),
+    "AvailabilityMacros.h": """
+#define MAC_OS_X_VERSION_MIN_REQUIRED __ENVIRONMENT_MAC_OS_X_VERSION_MIN_REQUIRED__
+#define MAC_OS_X_VERSION_MAX_ALLOWED 140000
+""",
+    "Availability.h": """
+#include <AvailabilityMacros.h>
+#define __MAC_OS_X_VERSION_MIN_REQUIRED MAC_OS_X_VERSION_MIN_REQUIRED
+#define __MAC_OS_X_VERSION_MAX_ALLOWED MAC_OS_X_VERSION_MAX_ALLOWED
+#define __MAC_10_12 101200
+#define __MAC_10_13 101300
+#define __MAC_10_14 101400
+#define __MAC_10_15 101500
+#define __MAC_11_0 110000
+#define __MAC_12_0 120000
+#define __MAC_13_0 130000
+#define __MAC_14_0 140000
+#define __OSX_AVAILABLE_STARTING(...)
+#define API_AVAILABLE(...)
+#define API_DEPRECATED(...)
+#define API_UNAVAILABLE(...)
+""",
+    "Block.h": """
+extern "C" void* _Block_copy(const void*);
+extern "C" void _Block_release(const void*);
+""",
+    # Classes of characters, and the locale functions with an explicit locale, as the BSDs have them.
+    "runetype.h": """
+#define _CTYPE_A 0x100L
+#define _CTYPE_C 0x200L
+#define _CTYPE_D 0x400L
+#define _CTYPE_G 0x800L
+#define _CTYPE_L 0x1000L
+#define _CTYPE_P 0x2000L
+#define _CTYPE_S 0x4000L
+#define _CTYPE_U 0x8000L
+#define _CTYPE_X 0x10000L
+#define _CTYPE_B 0x20000L
+#define _CTYPE_R 0x40000L
+typedef unsigned int __uint32_t;
+typedef int __darwin_ct_rune_t;
+struct _RuneLocale {
+    __uint32_t __runetype[256];
+};
+extern "C" _RuneLocale _DefaultRuneLocale;
+""",
+    "xlocale.h": """
+#include <ctype.h>
+#include <locale.h>
+#include <runetype.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <time.h>
+#include <wchar.h>
+#include <wctype.h>
+#define MB_CUR_MAX_L(locale) 4
+extern "C" {
+wint_t btowc_l(int, locale_t);
+int wctob_l(wint_t, locale_t);
+size_t wcsnrtombs_l(char*, const wchar_t**, size_t, size_t, mbstate_t*, locale_t);
+size_t wcrtomb_l(char*, wchar_t, mbstate_t*, locale_t);
+size_t mbsnrtowcs_l(wchar_t*, const char**, size_t, size_t, mbstate_t*, locale_t);
+size_t mbrtowc_l(wchar_t*, const char*, size_t, mbstate_t*, locale_t);
+int mbtowc_l(wchar_t*, const char*, size_t, locale_t);
+size_t mbrlen_l(const char*, size_t, mbstate_t*, locale_t);
+size_t mbsrtowcs_l(wchar_t*, const char**, size_t, mbstate_t*, locale_t);
+lconv* localeconv_l(locale_t);
+int snprintf_l(char*, size_t, locale_t, const char*, ...);
+int asprintf_l(char**, locale_t, const char*, ...);
+int sscanf_l(const char*, locale_t, const char*, ...);
+float strtof_l(const char*, char**, locale_t);
+double strtod_l(const char*, char**, locale_t);
+long double strtold_l(const char*, char**, locale_t);
+long long strtoll_l(const char*, char**, int, locale_t);
+unsigned long long strtoull_l(const char*, char**, int, locale_t);
+}
+""",
+}
+
+# posix_spawn(2) and posix_spawn_file_actions_addinherit_np(3) of macOS.
+SPAWN = """
+#define POSIX_SPAWN_CLOEXEC_DEFAULT 0x4000
+#ifdef __cplusplus
+extern "C"
+#endif
+int posix_spawn_file_actions_addinherit_np(posix_spawn_file_actions_t*, int);
+"""
+
+
+def with_types_of_macos(text):
+    text = text.replace("#define _Int64 long\n", "#define _Int64 long long\n")
+    for name, definition in TYPES.items():
+        text = re.sub(rf"^typedef [\w ]+?\s+{name};$", f"typedef {definition} {name};", text, flags=re.MULTILINE)
+    return text
+
+
+def write(folder, name, text):
+    file = folder / name
+    file.parent.mkdir(parents=True, exist_ok=True)
+    file.write_text(text.replace("<endian.h>", "<machine/endian.h>"), encoding="utf-8")
+
+
+def make(folder):
+    shutil.rmtree(folder, ignore_errors=True)
+    for name in [f"{header}.h" for header in HEADERS]:
+        write(folder, name, (MUSL / name).read_text(encoding="utf-8"))
+    for file in (MUSL / "bits").iterdir():
+        write(folder, f"bits/{file.name}", with_types_of_macos(file.read_text(encoding="utf-8")))
+    for name, text in ADDED.items():
+        write(folder, name, (MUSL / "endian.h").read_text(encoding="utf-8") if text is None else "#pragma once\n" + text)
+    with (folder / "spawn.h").open("a", encoding="utf-8") as spawn:
+        spawn.write(SPAWN)
+
+
+if __name__ == "__main__":
+    make(pathlib.Path(sys.argv[1]))
