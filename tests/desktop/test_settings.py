@@ -25,7 +25,7 @@ setUpModule = skip_unless_possible
 
 
 def bridge_texts(state, caddy, postgres, account):
-    return ["Local bridge", "URL", "http://127.0.0.1:43105", "Status", state, state, "Caddy", caddy,
+    return ["Local bridge", "URL", "http://127.0.0.1:43105", "Status", "ok" if state == "Online" else "not ok", state, "Caddy", caddy,
             "Postgres", postgres, "Poll now",
             "Account", "Desktop login", account, "Sign in with Google Workspace",
             "After a successful login the web dashboard hides Download for Mac.",

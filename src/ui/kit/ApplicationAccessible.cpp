@@ -1,5 +1,6 @@
 #include "ui/kit/ApplicationAccessible.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QWidget>
 
@@ -16,14 +17,20 @@ QList<QAccessibleInterface*> shownWindows() {
     return windows;
 }
 
-QAccessibleInterface* forApplication(const QString&, QObject* object) {
-    return object == QCoreApplication::instance() ? new ApplicationAccessible : nullptr;
+/// Asked for the class of an object, then for each class above it; a plain widget is asked for last.
+QAccessibleInterface* interfaceOf(const QString& className, QObject* object) {
+    if (object == QCoreApplication::instance()) {
+        return new ApplicationAccessible;
+    }
+    auto* widget = qobject_cast<QWidget*>(object);
+    const bool isPlainWindow = widget != nullptr && widget->isWindow() && className == u"QWidget";
+    return isPlainWindow ? new QAccessibleWidget{widget, QAccessible::Window} : nullptr;
 }
 
 }
 
 void ApplicationAccessible::install() {
-    QAccessible::installFactory(forApplication);
+    QAccessible::installFactory(interfaceOf);
 }
 
 int ApplicationAccessible::childCount() const {

@@ -1,9 +1,9 @@
 #include "ui/menubar/ServiceRowView.h"
 
 #include "ui/kit/DotLabel.h"
+#include "ui/kit/StateNames.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelMetrics.h"
-#include "ui/menubar/StateNames.h"
 
 #include <QStyle>
 

@@ -3,6 +3,7 @@
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
 #include "ui/kit/DotLabel.h"
+#include "ui/kit/StateNames.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormSection.h"
 #include "ui/settings/GroupedForm.h"
@@ -61,10 +62,10 @@ void BridgeTab::addStartSection(GroupedForm& form) {
 }
 
 void BridgeTab::render() {
-    const auto online = m_status.bridgeOnline ? u"Online"_s : u"Offline"_s;
     const auto& palette = m_daypart.palette.value();
-    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger}, online);
-    m_online->setText(online);
+    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger},
+                   stateName(m_status.bridgeOnline));
+    m_online->setText(m_status.bridgeOnline ? u"Online"_s : u"Offline"_s);
     m_caddy->setText(m_status.caddyDetail);
     m_postgres->setText(m_status.postgresDetail);
     m_account->setText(m_status.accountLine);

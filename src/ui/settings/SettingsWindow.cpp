@@ -2,6 +2,7 @@
 
 #include "system/PermissionCenter.h"
 
+#include <QIcon>
 #include <QScreen>
 #include <QShortcut>
 
@@ -37,9 +38,11 @@ void SettingsWindow::open() {
 }
 
 void SettingsWindow::create() {
+    Q_INIT_RESOURCE(application);
     delete m_view;
     m_view = new SettingsView{m_status, m_daypart, m_makePermissions(), m_links};
     m_view->setWindowTitle(u"vorna Settings"_s);
+    m_view->setWindowIcon(QIcon{u":/vorna-companion.svg"_s});
     m_view->setAttribute(Qt::WA_DeleteOnClose);
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
     m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));

@@ -135,6 +135,7 @@ void TestBridgeTab::dotFollowsBridgeAndDaypart() {
     auto* const dot = m_tab->findChild<DotLabel*>();
     QTRY_COMPARE(dot->colour(), colour);
     QCOMPARE(dot->grab().toImage().pixelColor(4, 4), colour);
+    QCOMPARE(dot->accessibleName(), isOnline ? u"ok"_s : u"not ok"_s);
     QVERIFY(shownText(*m_tab, isOnline ? u"Online"_s : u"Offline"_s));
 }
 
