@@ -56,7 +56,7 @@ MISTAKES = {
         ("    dispatch_async(dispatch_get_main_queue(), ^{\n", "    ({\n"),
         ("const std::weak_ptr<PendingAnswers> pending = m_pending;", "const auto pending = m_pending.get();"),
         ("std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket", "std::shared_ptr<PendingAnswers> pending, int"),
-        ("        if (const auto answers = pending.lock()) {", "        if (auto* answers = pending.lock().get()) {"),
+        ("answers->deliver(ticket, value)", "answers->deliver(ticket, 0)"),
         ("[[NSBundle mainBundle] bundleIdentifier] == nil", "false"),
         ("[[NSBundle mainBundle] bundleIdentifier] == nil", "true"),
         ("{ answer(Authorization::notDetermined); }", "{ answer(Authorization::denied); }"),
@@ -68,7 +68,7 @@ MISTAKES = {
         ("UNNotificationPresentationOptionBanner | ", ""),
         ("withCompletionHandler:^(NSError*)", "completionHandler:^(NSError*)"),
         ("completionHandler:^(BOOL granted, NSError*)", "completionHandler:^(NSError* granted)"),
-        ("[](long) { done(); }", "[](long) { (void)done; }"),
+        ("(long) { done(); }", "(long) { (void)done; }"),
         ("deliver(pending, ticket, settings.authorizationStatus)", "deliver(pending, ticket, 2)"),
     ],
     "PendingAnswers.cpp": [

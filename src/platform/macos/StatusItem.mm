@@ -127,10 +127,10 @@ void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
 void MenuBarStatusItem::watchOtherPlaces() {
     m_monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:presses
                                                        handler:^(NSEvent*) {
-                                                         const auto own = frame();
-                                                         if (!own || !NSPointInRect([NSEvent mouseLocation], *own)) {
-                                                             emit clickedElsewhere();
-                                                         }
+                                                           const auto own = frame();
+                                                           if (!own || !NSPointInRect([NSEvent mouseLocation], *own)) {
+                                                               emit clickedElsewhere();
+                                                           }
                                                        }];
 }
 

@@ -365,7 +365,7 @@ std::optional<quint64> Doubles::presentation() {
     [delegate userNotificationCenter:center
              willPresentNotification:[[UNNotification alloc] init]
                withCompletionHandler:^(UNNotificationPresentationOptions options) {
-                 wanted = options;
+                   wanted = options;
                }];
     return wanted;
 }

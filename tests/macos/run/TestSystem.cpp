@@ -143,7 +143,11 @@ void TestSystem::opensAddresses() {
 
 void TestSystem::comesToTheFront() {
     QWindow window;
+    QWindow other;
     window.showMinimized();
+    other.show();
+    other.requestActivate();
+    QTRY_VERIFY(other.isActive());
     Launch::bringToFront(window);
     QCOMPARE(Doubles::state().activations, 1);
     QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
