@@ -64,5 +64,7 @@ function(vorna_python_test NAME FILE)
         WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")
     set_tests_properties(${NAME} PROPERTIES
         TIMEOUT ${TEST_TIMEOUT}
+        # Qt leaks a few bytes of its own when it looks for a tray; leaks of ours are found by the programs of one class.
+        ENVIRONMENT_MODIFICATION "ASAN_OPTIONS=set:detect_leaks=0"
         SKIP_REGULAR_EXPRESSION "Ran 0 tests in [0-9.]+s\n\n[A-Z ]+\\(skipped=")
 endfunction()

@@ -18,7 +18,6 @@ from screen_reader import ScreenReader
 BRIDGE_PORT = 43105
 PANEL = "vorna"
 SETTINGS = "vorna Settings"
-PANEL_WIDTH = 340
 PROGRAMS = ("Xvfb", "dbus-daemon", "gdbus", "xfwm4", "xfce4-panel", "dunst", "dunstctl", "busctl", "xdotool", "xprop",
             "xwininfo", "import")
 SNAPSHOT = {
@@ -163,12 +162,6 @@ class CompanionTest(unittest.TestCase):
         """Opens the panel by the item, and waits for what it says first."""
         self.desk.activate_item(self.item())
         self.reader.wait_for_window(PANEL)
-
-    def panel_place(self):
-        """Where the panel is: x, y, width, height."""
-        places = [place for place in self.desk.windows(self.companion.pid).values() if place[2] == PANEL_WIDTH]
-        self.assertEqual(len(places), 1)
-        return places[0]
 
     def photograph(self, name):
         folder = pathlib.Path(os.environ["VORNA_PICTURES"])

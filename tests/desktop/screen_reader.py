@@ -16,6 +16,7 @@ import sys
 
 PYTHON = "/usr/bin/python3"
 PRESSING = ("press", "toggle")
+DESKTOP_COORDINATES = 0
 ATTEMPTS = 5  # what goes away while it is read makes the reading fail
 
 
@@ -55,10 +56,10 @@ class ScreenReader:
 
     def windows(self):
         """The titles of the windows that show."""
-        return [node["name"] for node in self.tree() if node["depth"] == 0]
+        return self._ask("windows")
 
     def tree(self, window=None):
-        """Everything that shows, depth first: {"depth", "role", "name", "states", "children"}."""
+        """Everything that shows, depth first: {"depth", "role", "name", "states"}."""
         return self._ask("tree", window)
 
     def texts(self, window=None):
@@ -70,14 +71,17 @@ class ScreenReader:
         return next((set(node["states"]) for node in self.tree(window) if node["name"] == name), None)
 
     def is_enabled(self, name, window=None):
-        """Whether the first button of that name can be pressed."""
-        found = [node for node in self.tree(window) if node["name"] == name and node["role"] == "push button"]
-        return bool(found) and "enabled" in found[0]["states"]
+        """Whether a button of that name shows and can be pressed."""
+        return any(node["role"] == "push button" and node["name"] == name and "enabled" in node["states"]
+                   for node in self.tree(window))
 
     def focused(self, window=None):
         """The name of the innermost element that has the keyboard focus."""
-        names = [node["name"] for node in self.tree(window) if "focused" in node["states"]]
-        return names[-1] if names else None
+        return self._ask("focused", window)
+
+    def place(self, name, window=None):
+        """Where the first element of that name is on the screen: x, y, width, height."""
+        return self._ask("place", window, name=name)
 
     def press(self, name, window=None, nth=0):
         """Presses the button, tab or choice of that name by its accessible action; fails where it has none."""
@@ -96,6 +100,35 @@ class ScreenReader:
         self._desk.wait_for(lambda: window not in self.windows(), f"the window {window!r} to go", within)
 
 
+class Element:
+    """One element that shows, asked over the bus for no more than is needed."""
+
+    def __init__(self, node, depth, states, children):
+        self.node = node
+        self.depth = depth
+        self.states = states
+        self.children = children
+
+    @property
+    def name(self):
+        return self.node.name
+
+    def description(self):
+        return {"depth": self.depth, "role": self.node.getRoleName(), "name": self.name, "states": self.states}
+
+    def place(self):
+        extents = self.node.queryComponent().getExtents(DESKTOP_COORDINATES)
+        return [extents.x, extents.y, extents.width, extents.height]
+
+    def pressing(self):
+        """The element's actions that press it."""
+        try:
+            actions = self.node.queryAction()
+        except NotImplementedError:
+            return []
+        return [(actions, index) for index in range(actions.nActions) if actions.getName(index).lower() in PRESSING]
+
+
 class Driver:
     """Answers the requests of one reader."""
 
@@ -108,62 +141,71 @@ class Driver:
         self._desktop = pyatspi.Registry.getDesktop(0)
         # What is remembered goes stale here: no event loop runs that would hear of changes.
         self._desktop.set_cache_mask(Atspi.Cache.NONE)
+        self._program = None
+        self._answers = {
+            "presence": lambda request: self._find_program(request) is not None,
+            "windows": lambda request: [element.name for element in self._windows(request)],
+            "tree": lambda request: [element.description() for element in self._everything(request)],
+            "texts": lambda request: [name for element in self._everything(request) if element.children == 0
+                                      and (name := element.name)],
+            "focused": lambda request: next((element.name for element in reversed(list(self._everything(request)))
+                                             if "focused" in element.states), None),
+            "place": lambda request: self._first(request).place(),
+        }
 
     def answer(self, request):
-        if request["what"] == "presence":
-            return any(True for _ in self._programs(request))
-        found = self._read(request)
-        if request["what"] == "tree":
-            return [row for _, row in found]
-        if request["what"] == "texts":
-            return [row["name"] for _, row in found if row["name"] and row["children"] == 0]
-        return self._press(request["name"], request["nth"], found)
+        if request["what"] == "press":
+            actions, index = self._reading(self._pressing, request)
+            return actions.doAction(index)
+        return self._reading(self._answers[request["what"]], request)
 
-    def _read(self, request):
+    def _reading(self, read, request):
         for attempt in range(ATTEMPTS):
             try:
-                return [found for window in self._windows(request) for found in self._showing(window, 0)]
+                return read(request)
             except self._gone_meanwhile:
                 if attempt == ATTEMPTS - 1:
                     raise
 
-    def _programs(self, request):
-        for program in self._desktop:
-            if program is not None and program.get_process_id() == request["pid"]:
-                yield program
+    def _find_program(self, request):
+        if self._program is None:
+            self._program = next((program for program in self._desktop
+                                  if program is not None and program.get_process_id() == request["pid"]), None)
+        return self._program
 
     def _windows(self, request):
-        for program in self._programs(request):
-            for window in program:
-                if window is not None and request["window"] in (None, window.name):
-                    yield window
+        program = self._find_program(request)
+        windows = [] if program is None else self._showing_children(program, program.childCount, 0)
+        return [window for window in windows if request["window"] in (None, window.name)]
 
-    def _showing(self, node, depth):
-        states = [self._pyatspi.stateToString(state) for state in node.getState().getStates()]
-        if "showing" not in states:
-            return
-        yield node, {"depth": depth, "role": node.getRoleName(), "name": node.name, "states": states,
-                     "children": node.childCount}
-        for child in node:
-            if child is not None:
-                yield from self._showing(child, depth + 1)
+    def _showing_children(self, node, count, depth):
+        for index in range(count):
+            child = node.getChildAtIndex(index)
+            if child is None:
+                continue
+            states = [self._pyatspi.stateToString(state) for state in child.getState().getStates()]
+            if "showing" in states:
+                yield Element(child, depth, states, child.childCount)
 
-    @staticmethod
-    def _press(name, nth, found):
-        pressable = []
-        for node, row in found:
-            if row["name"] != name or "enabled" not in row["states"]:
-                continue
-            try:
-                actions = node.queryAction()
-            except NotImplementedError:
-                continue
-            pressable += [(actions, index) for index in range(actions.nActions)
-                          if actions.getName(index).lower() in PRESSING]
-        if nth >= len(pressable):
-            raise LookupError(f"nothing that shows can be pressed as {name!r}")
-        actions, index = pressable[nth]
-        return actions.doAction(index)
+    def _everything(self, request):
+        waiting = list(self._windows(request))[::-1]
+        while waiting:
+            element = waiting.pop()
+            yield element
+            waiting += list(self._showing_children(element.node, element.children, element.depth + 1))[::-1]
+
+    def _first(self, request):
+        for element in self._everything(request):
+            if element.name == request["name"]:
+                return element
+        raise LookupError(f"nothing that shows is called {request['name']!r}")
+
+    def _pressing(self, request):
+        ways = [way for element in self._everything(request)
+                if "enabled" in element.states and element.name == request["name"] for way in element.pressing()]
+        if request["nth"] >= len(ways):
+            raise LookupError(f"nothing that shows can be pressed as {request['name']!r}")
+        return ways[request["nth"]]
 
 
 def main():

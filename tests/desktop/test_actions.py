@@ -1,5 +1,6 @@
 """What can be done from the panel, on a real desktop: tool, notifications, web pages, dayparts, keyboard, starts."""
 
+import time
 import unittest
 
 from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
@@ -13,6 +14,8 @@ SURFACES = {"Dawn": "#F3EBE3", "Day": "#E8EEF3", "Dusk": "#221C17", "Night": "#1
 BUTTONS_BEFORE_AUTO = ["Refresh", "Console", "Agents", "Facet", *TOOL_BUTTONS]
 BUTTONS_AFTER_AUTO = ["Dawn", "Day", "Dusk", "Night", "Test notification", "Settings & permissions", "Quit vorna"]
 TIMER_SECONDS = 5.0
+PANEL_WIDTH = 340
+BAR_HEIGHT = 28
 
 setUpModule = skip_unless_possible
 
@@ -29,7 +32,7 @@ class Actions(CompanionTest):
         self.open_panel()
 
     def pixel_of_header(self):
-        x, y, width, _ = self.panel_place()
+        x, y, width, _ = self.reader.place(PANEL)
         answer = self.desk.run("import", "-window", "root", "-crop", f"1x1+{x + width // 2}+{y + 4}", "-depth", "8",
                                "txt:-")
         return answer.split()[-2]
@@ -92,11 +95,10 @@ class Actions(CompanionTest):
     def test_double_press_runs_the_tool_once(self):
         self.tool.does('[ "$1" = desk ] && sleep 1; :')
         self.open()
-        for name in ("Desk backup now", "Desk backup now", "Sync via iCloud"):
-            try:
-                self.reader.press(name, PANEL)
-            except AssertionError:
-                self.assertFalse(self.reader.is_enabled(name, PANEL))
+        self.reader.wait_for_text("online · :43105", PANEL)
+        x, y, width, height = self.reader.place("Desk backup now", PANEL)
+        self.desk.run("xdotool", "mousemove", x + width // 2, y + height // 2, "click", "--repeat", "2", "--delay", "5",
+                      "1")
         self.wait_for_notifications(("vorna", "Desk backup", "ok"))
         self.assertEqual(self.tool.calls(), [HEARTBEAT, BACKUP])
 
@@ -109,10 +111,12 @@ class Actions(CompanionTest):
         self.wait_for_calls(self.tool, [HEARTBEAT, HEARTBEAT])
 
     def test_no_child_is_left_behind(self):
+        self.tool.does("sleep 0.3")
         self.open()
-        for title in ("Desk backup now", "Sync via iCloud"):
+        for count, title in enumerate(TOOL_BUTTONS, 1):
             self.reader.press(title, PANEL)
-            self.wait_for(lambda: self.tool_buttons_are_enabled() == [True, True], "the tool to end")
+            self.wait_for(self.children, "the tool")
+            self.wait_for(lambda: len(self.notifications()) == count, "the tool's end")
         self.reader.press("Console", PANEL)
         self.wait_for_calls(self.opener, [["https://vorna.localhost/dashboard"]])
         self.wait_for(lambda: not self.children(), "every child to be gone")
@@ -271,6 +275,37 @@ class Actions(CompanionTest):
         self.assertEqual(self.wait_for_exit(), 0)
         self.assertEqual(self.desk.output(self.companion), "")
 
+    # The pointer
+
+    def test_clicks_on_the_item_and_elsewhere_open_and_close(self):
+        self.start_companion()
+        self.item()
+        width, height = self.desk.size
+        x, y = width - BAR_HEIGHT // 2, BAR_HEIGHT // 2
+        self.wait_for(lambda: self.click_and_see(x, y), "the panel after a click on the item")
+        left, top, panel_width, panel_height = self.reader.place(PANEL)
+        self.assertGreaterEqual(top, BAR_HEIGHT)
+        self.assertLessEqual(top + panel_height, height)
+        self.assertEqual(panel_width, PANEL_WIDTH)
+        self.assertGreater(left + panel_width, x)
+        self.assertLessEqual(left + panel_width, width)
+        self.photograph("actions-under-the-item")
+        self.desk.click(x, y)
+        self.reader.wait_for_no_window(PANEL)
+        self.desk.click(x, y)
+        self.reader.wait_for_window(PANEL)
+        self.desk.click(100, height - 100)
+        self.reader.wait_for_no_window(PANEL)
+
+    def click_and_see(self, x, y):
+        """Whether a click showed the panel; the tray may still be making room for its item."""
+        self.desk.click(x, y)
+        for _ in range(10):
+            if self.reader.windows():
+                return True
+            time.sleep(0.05)
+        return False
+
     # A second start
 
     def test_second_start_opens_the_panel_of_the_first(self):
@@ -301,7 +336,8 @@ class WithoutATray(CompanionTest):
         self.assertEqual(self.start_again(), 0)
         self.reader.wait_for_window(PANEL)
         self.reader.wait_for_text("online · :43105", PANEL)
-        x, y, width, height = self.panel_place()
+        x, y, width, height = self.reader.place(PANEL)
+        self.assertEqual(width, PANEL_WIDTH)
         self.assertGreaterEqual(min(x, y), 0)
         self.assertLessEqual(x + width, self.desk.size[0])
         self.assertLessEqual(y + height, self.desk.size[1])

@@ -117,6 +117,26 @@ class Settings(CompanionTest):
             self.wait_for(lambda: self.selected() == [tab], f"the tab {tab}")
         self.assertEqual(self.reader.focused(SETTINGS), "About")
 
+    def test_tab_key_goes_from_the_tabs_to_the_buttons_and_back(self):
+        self.open()
+        self.wait_for(self.has_keyboard, "the keyboard")
+        for expected in ("Poll now", "Sign in with Google Workspace", "Bridge"):
+            self.desk.press("Tab")
+            self.wait_for(lambda: self.reader.focused(SETTINGS) == expected, f"the focus on {expected}")
+
+    def test_keyboard_chooses_a_daypart_and_lets_it_go(self):
+        self.open()
+        self.show("Daypart")
+        self.wait_for(self.has_keyboard, "the keyboard")
+        self.desk.press("Tab")
+        self.wait_for(lambda: self.reader.focused(SETTINGS) == "Day", "the focus on the chosen daypart")
+        self.desk.press("Down")
+        self.wait_for(lambda: self.checked() == ["Dusk"], "dusk")
+        self.photograph("settings-focus")
+        self.desk.press("Tab", "space")
+        self.wait_for(lambda: self.checked() == ["Day"], "day")
+        self.assertEqual(self.remembered(), ["vorna.macos.daypart.manual=false"])
+
     # The tabs
 
     def test_tabs_say_what_they_have_to(self):
