@@ -86,7 +86,9 @@ MenuBarStatusItem::MenuBarStatusItem(const QString& title)
 
 MenuBarStatusItem::~MenuBarStatusItem() {
     @autoreleasepool {
-        [NSEvent removeMonitor:m_monitor];
+        if (m_monitor != nil) {
+            [NSEvent removeMonitor:m_monitor];
+        }
         m_item.button.target = nil;
         [[NSStatusBar systemStatusBar] removeStatusItem:m_item];
     }

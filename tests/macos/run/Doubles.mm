@@ -392,6 +392,16 @@ std::optional<quint64> Doubles::presentation() {
 }
 @end
 
+@implementation NSRunningApplication
++ (NSRunningApplication*)currentApplication {
+    static NSRunningApplication* one = [[self alloc] init];
+    return one;
+}
+- (BOOL)isFinishedLaunching {
+    return now().hasFinishedLaunching;
+}
+@end
+
 @implementation NSWorkspace
 + (NSWorkspace*)sharedWorkspace {
     static NSWorkspace* one = [[self alloc] init];

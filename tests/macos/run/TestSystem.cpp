@@ -46,6 +46,7 @@ private slots:
     void windowsAreBlended();
     void thisProcessIsTheOneInstance();
     void openingItAgainShowsThePanel();
+    void openingItAgainIsHeardAlsoWhenStartedLate();
     void nobodyListensAfterTheInstanceIsGone();
 };
 
@@ -200,6 +201,14 @@ void TestSystem::openingItAgainShowsThePanel() {
     Doubles::reopen();
     QCOMPARE(messages.size(), 1);
     QCOMPARE(messages.first().first().toString(), u"panel"_s);
+}
+
+void TestSystem::openingItAgainIsHeardAlsoWhenStartedLate() {
+    Doubles::state().hasFinishedLaunching = true;
+    const auto instance = SingleInstance::claim(u"panel"_s);
+    QSignalSpy messages{instance.get(), &SingleInstance::messageReceived};
+    Doubles::reopen();
+    QCOMPARE(messages.size(), 1);
 }
 
 void TestSystem::nobodyListensAfterTheInstanceIsGone() {
