@@ -82,7 +82,7 @@ MISTAKES = {
         ("@selector(handleReopen:withReply:)", "@selector(handleReopen:)"),
         ("    [[NSNotificationCenter defaultCenter] removeObserver:self];\n", ""),
         ("~OpenedOnce() override { [m_listener stop]; }", "~OpenedOnce() override {}"),
-        ("name:NSApplicationWillFinishLaunchingNotification", "name:NSApplicationWillTerminateNotification"),
+        ("name:NSApplicationWillFinishLaunchingNotification", "name:@\"other\""),
         ("    m_reopened();\n", ""),
         ("isFinishedLaunching])", "isFinishedLaunching] || true)"),
         ("            [self listen];\n", ""),

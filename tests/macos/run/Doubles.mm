@@ -560,6 +560,9 @@ void Doubles::pressElsewhere() {
 @end
 
 void Doubles::pressButton() {
+    if (machinery().menu != nil) {
+        return; // a button with a menu opens it and never acts
+    }
     [machinery().target performSelector:machinery().action withObject:nil];
 }
 
