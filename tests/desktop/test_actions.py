@@ -16,6 +16,7 @@ BUTTONS_AFTER_AUTO = ["Dawn", "Day", "Dusk", "Night", "Test notification", "Sett
 TIMER_SECONDS = 5.0
 PANEL_WIDTH = 340
 BAR_HEIGHT = 28
+SAME_CLICK_SECONDS = 0.3  # what the panel takes for one and the same click, and a little more
 
 setUpModule = skip_unless_possible
 
@@ -37,6 +38,12 @@ class Actions(CompanionTest):
                                "txt:-")
         return answer.split()[-2]
 
+    def click_twice(self, name):
+        """Two quick clicks of the pointer, where presses of a screen reader would become one."""
+        x, y, width, height = self.reader.place(name, PANEL)
+        self.desk.run("xdotool", "mousemove", x + width // 2, y + height // 2, "click", "--repeat", "2", "--delay", "5",
+                      "1")
+
     def tool_buttons_are_enabled(self):
         return [self.reader.is_enabled(name, PANEL) for name in TOOL_BUTTONS]
 
@@ -57,6 +64,7 @@ class Actions(CompanionTest):
         self.reader.press("Desk backup now", PANEL)
         self.reader.wait_for_text(RUNNING, PANEL, within=1.5)
         self.assertEqual(self.tool_buttons_are_enabled(), [False, False])
+        self.assertFalse(self.reader.states("Desk backup now", PANEL) & {"enabled", "sensitive"})
         self.assertTrue(self.reader.is_enabled("Refresh", PANEL))
         self.photograph("actions-running")
         self.reader.wait_for_text("backed up 3 places · in 2 s", PANEL)
@@ -96,9 +104,7 @@ class Actions(CompanionTest):
         self.tool.does('[ "$1" = desk ] && sleep 1; :')
         self.open()
         self.reader.wait_for_text("online · :43105", PANEL)
-        x, y, width, height = self.reader.place("Desk backup now", PANEL)
-        self.desk.run("xdotool", "mousemove", x + width // 2, y + height // 2, "click", "--repeat", "2", "--delay", "5",
-                      "1")
+        self.click_twice("Desk backup now")
         self.wait_for_notifications(("vorna", "Desk backup", "ok"))
         self.assertEqual(self.tool.calls(), [HEARTBEAT, BACKUP])
 
@@ -151,15 +157,6 @@ class Actions(CompanionTest):
 
     def test_web_pages_are_handed_to_the_system(self):
         self.open()
-        for title in ("Console", "Agents", "Facet"):
-            self.reader.press(title, PANEL)
-        self.wait_for(lambda: len(self.opener.calls()) == 3, "three pages")
-        self.assertCountEqual(self.opener.calls(), [["https://vorna.localhost/dashboard"],
-                                                    ["https://vorna.localhost/dashboard/agents"],
-                                                    ["https://facet.vorna.localhost"]])
-
-    def test_each_web_page_has_its_button(self):
-        self.open()
         for title, address in (("Facet", "https://facet.vorna.localhost"),
                                ("Console", "https://vorna.localhost/dashboard"),
                                ("Agents", "https://vorna.localhost/dashboard/agents")):
@@ -207,8 +204,8 @@ class Actions(CompanionTest):
 
     def test_each_test_notification_is_one_of_its_own(self):
         self.open()
-        self.reader.press("Test notification", PANEL)
-        self.reader.press("Test notification", PANEL)
+        self.reader.wait_for_text("online · :43105", PANEL)
+        self.click_twice("Test notification")
         self.wait_for_notifications(*[("vorna", "vorna", "Desktop notifications are working · Day")] * 2)
 
     # Keyboard
@@ -292,6 +289,7 @@ class Actions(CompanionTest):
         self.photograph("actions-under-the-item")
         self.desk.click(x, y)
         self.reader.wait_for_no_window(PANEL)
+        time.sleep(SAME_CLICK_SECONDS)
         self.desk.click(x, y)
         self.reader.wait_for_window(PANEL)
         self.desk.click(100, height - 100)
