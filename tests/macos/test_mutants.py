@@ -1,4 +1,4 @@
-"""Plants one mistake in each of the Mac's files and looks whether the other checks notice; `script/mutate-macos` plants
+"""Plants one mistake in each file of Objective-C++ and looks whether the other checks notice; `script/mutate-macos` plants
 many."""
 
 import unittest

@@ -73,9 +73,9 @@ private:
 /// Called on a thread of the system's.
 void deliver(std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket ticket, long value) {
     dispatch_async(dispatch_get_main_queue(), ^{
-      if (const auto answers = pending.lock()) {
-          answers->deliver(ticket, value);
-      }
+        if (const auto answers = pending.lock()) {
+            answers->deliver(ticket, value);
+        }
     });
 }
 
@@ -106,7 +106,7 @@ void UserNotificationCenter::requestAuthorization(std::function<void(bool)> answ
         [m_center requestAuthorizationWithOptions:UNAuthorizationOptionBadge | UNAuthorizationOptionSound |
                                                   UNAuthorizationOptionAlert
                                 completionHandler:^(BOOL granted, NSError*) {
-                                  deliver(pending, ticket, granted ? 1 : 0);
+                                    deliver(pending, ticket, granted ? 1 : 0);
                                 }];
     }
 }
@@ -117,7 +117,7 @@ void UserNotificationCenter::authorization(std::function<void(Authorization)> an
         const auto ticket =
             m_pending->keep([answer = std::move(answer)](long status) { answer(authorizationOf(status)); });
         [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
-          deliver(pending, ticket, settings.authorizationStatus);
+            deliver(pending, ticket, settings.authorizationStatus);
         }];
     }
 }
@@ -128,7 +128,7 @@ void UserNotificationCenter::post(const Request& request, std::function<void()> 
         const auto ticket = m_pending->keep([done = std::move(done)](long) { done(); });
         [m_center addNotificationRequest:nativeRequest(request)
                    withCompletionHandler:^(NSError*) {
-                     deliver(pending, ticket, 0);
+                       deliver(pending, ticket, 0);
                    }];
     }
 }

@@ -14,6 +14,7 @@ using namespace Qt::StringLiterals;
 }
 - (instancetype)initWithFunction:(std::function<void()>)reopened;
 - (void)applicationWillFinishLaunching:(NSNotification*)notification;
+- (void)listen;
 - (void)handleReopen:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
 - (void)stop;
 @end
@@ -24,10 +25,14 @@ using namespace Qt::StringLiterals;
     self = [super init];
     if (self != nil) {
         m_reopened = std::move(reopened);
-        [[NSNotificationCenter defaultCenter] addObserver:self
-                                                 selector:@selector(applicationWillFinishLaunching:)
-                                                     name:NSApplicationWillFinishLaunchingNotification
-                                                   object:nil];
+        if ([[NSRunningApplication currentApplication] isFinishedLaunching]) {
+            [self listen];
+        } else {
+            [[NSNotificationCenter defaultCenter] addObserver:self
+                                                     selector:@selector(applicationWillFinishLaunching:)
+                                                         name:NSApplicationWillFinishLaunchingNotification
+                                                       object:nil];
+        }
     }
     return self;
 }
@@ -35,6 +40,10 @@ using namespace Qt::StringLiterals;
 // Not earlier: the application installs its own handlers first.
 - (void)applicationWillFinishLaunching:(NSNotification*)notification {
     (void)notification;
+    [self listen];
+}
+
+- (void)listen {
     [[NSAppleEventManager sharedAppleEventManager] setEventHandler:self
                                                        andSelector:@selector(handleReopen:withReply:)
                                                      forEventClass:kCoreEventClass

@@ -86,7 +86,9 @@ MenuBarStatusItem::MenuBarStatusItem(const QString& title)
 
 MenuBarStatusItem::~MenuBarStatusItem() {
     @autoreleasepool {
-        [NSEvent removeMonitor:m_monitor];
+        if (m_monitor != nil) {
+            [NSEvent removeMonitor:m_monitor];
+        }
         m_item.button.target = nil;
         [[NSStatusBar systemStatusBar] removeStatusItem:m_item];
     }
@@ -127,10 +129,10 @@ void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
 void MenuBarStatusItem::watchOtherPlaces() {
     m_monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:presses
                                                        handler:^(NSEvent*) {
-                                                         const auto own = frame();
-                                                         if (!own || !NSPointInRect([NSEvent mouseLocation], *own)) {
-                                                             emit clickedElsewhere();
-                                                         }
+                                                           const auto own = frame();
+                                                           if (!own || !NSPointInRect([NSEvent mouseLocation], *own)) {
+                                                               emit clickedElsewhere();
+                                                           }
                                                        }];
 }
 

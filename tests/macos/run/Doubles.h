@@ -54,6 +54,7 @@ struct State {
 
     // The application and its workspace
     long activationPolicy = -1;
+    bool hasFinishedLaunching = false;
     int activations = 0;
     QStringList openedUrls;
     bool isTrusted = false;

@@ -365,7 +365,7 @@ std::optional<quint64> Doubles::presentation() {
     [delegate userNotificationCenter:center
              willPresentNotification:[[UNNotification alloc] init]
                withCompletionHandler:^(UNNotificationPresentationOptions options) {
-                 wanted = options;
+                   wanted = options;
                }];
     return wanted;
 }
@@ -389,6 +389,16 @@ std::optional<quint64> Doubles::presentation() {
 }
 - (NSEvent*)currentEvent {
     return now().currentEvent ? [[NSEvent alloc] init] : nil;
+}
+@end
+
+@implementation NSRunningApplication
++ (NSRunningApplication*)currentApplication {
+    static NSRunningApplication* one = [[self alloc] init];
+    return one;
+}
+- (BOOL)isFinishedLaunching {
+    return now().hasFinishedLaunching;
 }
 @end
 
@@ -550,6 +560,9 @@ void Doubles::pressElsewhere() {
 @end
 
 void Doubles::pressButton() {
+    if (machinery().menu != nil) {
+        return; // a button with a menu opens it and never acts
+    }
     [machinery().target performSelector:machinery().action withObject:nil];
 }
 

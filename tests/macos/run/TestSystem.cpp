@@ -46,6 +46,7 @@ private slots:
     void windowsAreBlended();
     void thisProcessIsTheOneInstance();
     void openingItAgainShowsThePanel();
+    void openingItAgainIsHeardAlsoWhenStartedLate();
     void nobodyListensAfterTheInstanceIsGone();
 };
 
@@ -143,7 +144,11 @@ void TestSystem::opensAddresses() {
 
 void TestSystem::comesToTheFront() {
     QWindow window;
+    QWindow other;
     window.showMinimized();
+    other.show();
+    other.requestActivate();
+    QTRY_VERIFY(other.isActive());
     Launch::bringToFront(window);
     QCOMPARE(Doubles::state().activations, 1);
     QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
@@ -196,6 +201,14 @@ void TestSystem::openingItAgainShowsThePanel() {
     Doubles::reopen();
     QCOMPARE(messages.size(), 1);
     QCOMPARE(messages.first().first().toString(), u"panel"_s);
+}
+
+void TestSystem::openingItAgainIsHeardAlsoWhenStartedLate() {
+    Doubles::state().hasFinishedLaunching = true;
+    const auto instance = SingleInstance::claim(u"panel"_s);
+    QSignalSpy messages{instance.get(), &SingleInstance::messageReceived};
+    Doubles::reopen();
+    QCOMPARE(messages.size(), 1);
 }
 
 void TestSystem::nobodyListensAfterTheInstanceIsGone() {

@@ -59,7 +59,7 @@ FRAMEWORKS = {
         ],
         """
         NSApplication NSBitmapImageRep NSEvent NSGraphicsContext NSImage NSImageSymbolConfiguration NSMenu NSMenuItem
-        NSScreen NSStatusBar NSStatusItem NSWorkspace
+        NSRunningApplication NSScreen NSStatusBar NSStatusItem NSWorkspace
         """.split(),
     ),
     "UserNotifications": (

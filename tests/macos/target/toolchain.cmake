@@ -21,8 +21,7 @@ set(CMAKE_C_COMPILER /usr/bin/clang-19)
 set(CMAKE_CXX_COMPILER /usr/bin/clang++-19)
 set(CMAKE_OBJCXX_COMPILER /usr/bin/clang++-19)
 # The plain C++ of the platform folder includes one framework's header.
-# QCoro 0.7, as it is packaged here, leaves out an include that this C++ library needs.
-set(CMAKE_CXX_FLAGS_INIT "${COMPILE} -isystem ${CMAKE_CURRENT_LIST_DIR}/../headers -include exception")
+set(CMAKE_CXX_FLAGS_INIT "${COMPILE} -isystem ${CMAKE_CURRENT_LIST_DIR}/../headers")
 set(CMAKE_OBJCXX_FLAGS_INIT "${OBJECTIVE} ${COMPILE}")
 
 set(CMAKE_AR /usr/bin/llvm-ar-19)
