@@ -28,8 +28,9 @@ constexpr std::array options{
 CommandLine CommandLine::parse(const QStringList& words) {
     CommandLine line;
     for (const auto& word : words) {
-        const auto* option = std::ranges::find_if(
-            options, [&word](const Option& o) { return word == o.name || (!o.shortName.isEmpty() && word == o.shortName); });
+        const auto* option = std::ranges::find_if(options, [&word](const Option& o) {
+            return word == o.name || (!o.shortName.isEmpty() && word == o.shortName);
+        });
         if (option == options.end()) {
             return {Request::refused, word};
         }
@@ -43,7 +44,8 @@ QString CommandLine::helpText() {
                    u"Watches the local developer platform from the system tray. When it runs already,\n"
                    u"a second start opens its panel and exits.\n\n"_s;
     for (const auto& option : options) {
-        const QString names = option.shortName.isEmpty() ? QString{option.name} : option.shortName + u", " + option.name;
+        const QString names =
+            option.shortName.isEmpty() ? QString{option.name} : option.shortName + u", " + option.name;
         text += u"  %1%2\n"_s.arg(names, -16).arg(QString{option.help});
     }
     return text;

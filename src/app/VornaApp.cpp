@@ -63,8 +63,8 @@ PanelWindow& VornaApp::panel() {
             .quit = &QCoreApplication::quit,
         };
         auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
-        m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(),
-                                                Compositing::isActive);
+        m_panel =
+            std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), Compositing::isActive);
     }
     return *m_panel;
 }

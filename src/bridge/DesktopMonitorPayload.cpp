@@ -131,8 +131,7 @@ bool decode(const QJsonValue& value, const Place& place, ServiceProbe& probe, Br
 bool decode(const QJsonValue& value, const Place& place, DesktopMonitorPayload& payload, BridgeError& error) {
     const Members members{value.toObject(), place, error};
     return (value.isObject() || mismatch(error, place, u"is not an object")) &&
-           members.optional("host"_L1, payload.host) &&
-           members.required("caddy_sites_up"_L1, payload.caddySitesUp) &&
+           members.optional("host"_L1, payload.host) && members.required("caddy_sites_up"_L1, payload.caddySitesUp) &&
            members.required("caddy_sites_total"_L1, payload.caddySitesTotal) &&
            members.required("services"_L1, payload.services);
 }

@@ -74,7 +74,9 @@ void TestStatusModelMonitor::init() {
 }
 
 void TestStatusModelMonitor::missingHostKeepsTheFiguresAndEmptiesTheName() {
-    apply(snapshot({}, 0, 0, R"({"hostname":"desk","cpu_load_1m":1.731,"memory_used_pct":64.2,"disk_used_pct":71,"disk_free_gb":138})"));
+    apply(snapshot(
+        {}, 0, 0,
+        R"({"hostname":"desk","cpu_load_1m":1.731,"memory_used_pct":64.2,"disk_used_pct":71,"disk_free_gb":138})"));
     apply(snapshot({}));
     QCOMPARE(m_model->hostname.value(), QString());
     QCOMPARE(m_model->hostLoad.value(), u"1.73"_s);
@@ -94,13 +96,16 @@ void TestStatusModelMonitor::hostWithoutFiguresShowsDashes() {
 void TestStatusModelMonitor::figuresAreFormatted_data() {
     QTest::addColumn<QByteArray>("host");
     QTest::addColumn<QString>("figures");
-    QTest::newRow("as usual") << QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})")
-                              << u"1.73 64% 71% · 138 GB free"_s;
+    QTest::newRow("as usual")
+        << QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})")
+        << u"1.73 64% 71% · 138 GB free"_s;
     QTest::newRow("disk without free space") << QByteArray(R"({"disk_used_pct":70.6})") << u"— — 71%"_s;
-    QTest::newRow("ties go to even, as in C") << QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})")
-                                              << u"0.12 64% 66% · 0 GB free"_s;
-    QTest::newRow("whole numbers") << QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})")
-                                   << u"2.00 100% 0% · 123456 GB free"_s;
+    QTest::newRow("ties go to even, as in C")
+        << QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})")
+        << u"0.12 64% 66% · 0 GB free"_s;
+    QTest::newRow("whole numbers")
+        << QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})")
+        << u"2.00 100% 0% · 123456 GB free"_s;
     QTest::newRow("beyond reason") << QByteArray(R"({"cpu_load_1m":-1e20,"memory_used_pct":1e20})")
                                    << u"-100000000000000000000.00 100000000000000000000% —"_s;
 }
@@ -132,19 +137,24 @@ void TestStatusModelMonitor::caddyProbeIsFound_data() {
     QTest::addColumn<Band>("band");
     QTest::addColumn<QString>("detail");
     QTest::newRow("none") << QByteArrayList{} << Band::amber << u"no caddy probe"_s;
-    QTest::newRow("exact, ok") << QByteArrayList{probe("caddy.process", true, "running")} << Band::green << u"running"_s;
+    QTest::newRow("exact, ok") << QByteArrayList{probe("caddy.process", true, "running")} << Band::green
+                               << u"running"_s;
     QTest::newRow("exact, not ok") << QByteArrayList{probe("caddy.process", false, "gone")} << Band::red << u"gone"_s;
     QTest::newRow("exact before a longer name that stands first")
-        << QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")} << Band::green << u"b"_s;
-    QTest::newRow("name that goes on") << QByteArrayList{probe("caddy.process.main", true, "a")} << Band::green << u"a"_s;
-    QTest::newRow("words the other way round") << QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")}
-                                               << Band::green << u"a"_s;
+        << QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")} << Band::green
+        << u"b"_s;
+    QTest::newRow("name that goes on") << QByteArrayList{probe("caddy.process.main", true, "a")} << Band::green
+                                       << u"a"_s;
+    QTest::newRow("words the other way round")
+        << QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")} << Band::green << u"a"_s;
     QTest::newRow("both words, one inside another")
-        << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green << u"a"_s;
+        << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green
+        << u"a"_s;
     QTest::newRow("other case") << QByteArrayList{probe("Caddy.Process")} << Band::amber << u"no caddy probe"_s;
     QTest::newRow("one word only") << QByteArrayList{probe("caddy.admin"), probe("process")} << Band::amber
                                    << u"no caddy probe"_s;
-    QTest::newRow("process before caddy") << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
+    QTest::newRow("process before caddy")
+        << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
 }
 
 void TestStatusModelMonitor::caddyProbeIsFound() {
@@ -203,10 +213,13 @@ void TestStatusModelMonitor::postgresProbeIsFound_data() {
     QTest::newRow("none") << QByteArrayList{probe("postgres.other"), probe("Postgres")} << u"absent —"_s;
     QTest::newRow("postgres") << QByteArrayList{probe("postgres", true, "a")} << u"ok a"_s;
     QTest::newRow("its port") << QByteArrayList{probe("postgres.port", false, "b")} << u"not ok b"_s;
-    QTest::newRow("both") << QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")} << u"ok a"_s;
-    QTest::newRow("both the other way") << QByteArrayList{probe("postgres.port", false, "b"), probe("postgres", true, "a")}
+    QTest::newRow("both") << QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")}
+                          << u"ok a"_s;
+    QTest::newRow("both the other way") << QByteArrayList{probe("postgres.port", false, "b"),
+                                                          probe("postgres", true, "a")}
                                         << u"ok a"_s;
-    QTest::newRow("two of a name") << QByteArrayList{probe("postgres", false, "first"), probe("postgres", true, "second")}
+    QTest::newRow("two of a name") << QByteArrayList{probe("postgres", false, "first"),
+                                                     probe("postgres", true, "second")}
                                    << u"not ok first"_s;
 }
 

@@ -83,10 +83,11 @@ void TestStatusModelPolling::init() {
 void TestStatusModelPolling::initialValuesAreAsDeclared() {
     const auto model = makeModel();
     QCOMPARE(ModelRecord::describe(*model),
-             (QStringList{u"bridgeOnline = false"_s, u"caddyBand = unknown"_s, u"caddyDetail = —"_s, u"postgresOk = absent"_s,
-                          u"postgresDetail = —"_s, u"hostLoad = —"_s, u"hostMemory = —"_s, u"hostDisk = —"_s, u"hostname = "_s,
-                          u"services = []"_s, u"lastPoll = absent"_s, u"lastError = absent"_s, u"polling = false"_s,
-                          u"cliBusy = false"_s, u"cliMessage = absent"_s, u"accountLine = Not signed in"_s}));
+             (QStringList{u"bridgeOnline = false"_s, u"caddyBand = unknown"_s, u"caddyDetail = —"_s,
+                          u"postgresOk = absent"_s, u"postgresDetail = —"_s, u"hostLoad = —"_s, u"hostMemory = —"_s,
+                          u"hostDisk = —"_s, u"hostname = "_s, u"services = []"_s, u"lastPoll = absent"_s,
+                          u"lastError = absent"_s, u"polling = false"_s, u"cliBusy = false"_s, u"cliMessage = absent"_s,
+                          u"accountLine = Not signed in"_s}));
     QCOMPARE(StatusModel::defaultBridge().toString(), u"http://127.0.0.1:43105"_s);
 }
 
@@ -114,7 +115,8 @@ void TestStatusModelPolling::symbolFollowsBridgeAndBand_data() {
     QTest::addColumn<Band>("band");
     QTest::addColumn<QString>("symbol");
     for (const auto band : {Band::green, Band::amber, Band::red, Band::unknown}) {
-        QTest::addRow("offline %d", static_cast<int>(band)) << false << band << u"antenna.radiowaves.left.and.right.slash"_s;
+        QTest::addRow("offline %d", static_cast<int>(band))
+            << false << band << u"antenna.radiowaves.left.and.right.slash"_s;
     }
     QTest::newRow("green") << true << Band::green << u"checkmark.circle.fill"_s;
     QTest::newRow("amber") << true << Band::amber << u"exclamationmark.triangle.fill"_s;
@@ -139,20 +141,30 @@ void TestStatusModelPolling::pollWritesInOrder_data() {
     QTest::addColumn<QStringList>("writes");
 
     QTest::newRow("unreachable") << false << 0 << 0
-                                 << QStringList{u"polling = true"_s, u"bridgeOnline = false"_s, u"caddyBand = unknown"_s,
+                                 << QStringList{u"polling = true"_s,
+                                                u"bridgeOnline = false"_s,
+                                                u"caddyBand = unknown"_s,
                                                 u"caddyDetail = bridge unreachable"_s,
                                                 u"lastError = Could not connect to the server."_s,
-                                                u"lastPoll = 2026-01-15T12:00:00"_s, u"services = []"_s,
-                                                u"postgresOk = absent"_s, u"polling = false"_s};
+                                                u"lastPoll = 2026-01-15T12:00:00"_s,
+                                                u"services = []"_s,
+                                                u"postgresOk = absent"_s,
+                                                u"polling = false"_s};
     QTest::newRow("offline") << true << 503 << 200
-                             << QStringList{u"polling = true"_s, u"bridgeOnline = false"_s, u"caddyBand = unknown"_s,
-                                            u"caddyDetail = bridge offline"_s, u"services = []"_s, u"postgresOk = absent"_s,
-                                            u"lastError = absent"_s, u"lastPoll = 2026-01-15T12:00:00"_s,
+                             << QStringList{u"polling = true"_s,      u"bridgeOnline = false"_s,
+                                            u"caddyBand = unknown"_s, u"caddyDetail = bridge offline"_s,
+                                            u"services = []"_s,       u"postgresOk = absent"_s,
+                                            u"lastError = absent"_s,  u"lastPoll = 2026-01-15T12:00:00"_s,
                                             u"polling = false"_s};
     QTest::newRow("without data") << true << 200 << 500
-                                  << QStringList{u"polling = true"_s, u"bridgeOnline = true"_s, u"caddyBand = green"_s,
-                                                 u"caddyDetail = bridge ok"_s, u"services = []"_s, u"lastError = absent"_s,
-                                                 u"lastPoll = 2026-01-15T12:00:00"_s, u"polling = false"_s};
+                                  << QStringList{u"polling = true"_s,
+                                                 u"bridgeOnline = true"_s,
+                                                 u"caddyBand = green"_s,
+                                                 u"caddyDetail = bridge ok"_s,
+                                                 u"services = []"_s,
+                                                 u"lastError = absent"_s,
+                                                 u"lastPoll = 2026-01-15T12:00:00"_s,
+                                                 u"polling = false"_s};
     QTest::newRow("full") << true << 200 << 200
                           << QStringList{u"polling = true"_s,
                                          u"bridgeOnline = true"_s,

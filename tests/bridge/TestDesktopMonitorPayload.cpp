@@ -10,7 +10,8 @@ using Kind = BridgeError::Kind;
 namespace {
 
 QByteArray document(const QByteArray& members) {
-    return R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[])" + (members.isEmpty() ? QByteArray{} : QByteArray{"," + members}) + '}';
+    return R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[])" +
+           (members.isEmpty() ? QByteArray{} : QByteArray{"," + members}) + '}';
 }
 
 QByteArray withHost(const QByteArray& host) {
@@ -18,7 +19,8 @@ QByteArray withHost(const QByteArray& host) {
 }
 
 QByteArray withService(const QByteArray& service) {
-    return R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[{"name":"a","ok":true,"detail":"b"},)" + service + "]}";
+    return R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[{"name":"a","ok":true,"detail":"b"},)" + service +
+           "]}";
 }
 
 QByteArray withSitesUp(const QByteArray& number) {
@@ -72,7 +74,8 @@ void TestDesktopMonitorPayload::emptyHostIsNotAnAbsentHost() {
 void TestDesktopMonitorPayload::nullsOfOptionalKeysAreAbsent() {
     QVERIFY(!DesktopMonitorPayload::decode(withHost("null"))->host);
     QVERIFY(!DesktopMonitorPayload::decode(withHost(R"({"hostname":null,"cpu_load_1m":null})"))->host->hostname);
-    const auto payload = DesktopMonitorPayload::decode(withService(R"({"name":"c","ok":true,"detail":"d","category":null})"));
+    const auto payload =
+        DesktopMonitorPayload::decode(withService(R"({"name":"c","ok":true,"detail":"d","category":null})"));
     QVERIFY(payload && !payload->services.at(1).category);
 }
 
@@ -123,12 +126,14 @@ void TestDesktopMonitorPayload::failuresNameTheirKey_data() {
     row("not JSON", "{", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
     row("two values", "1,2", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
     row("rest behind the end", document({}) + "x", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
-    row("number too large for any", withSitesUp("1e999"), Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
+    row("number too large for any", withSitesUp("1e999"), Kind::dataCorrupted,
+        u"The answer of the bridge is not JSON."_s);
     row("list at the top", "[]", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
     row("number at the top", "3", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
     row("null at the top", " null ", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
     row("text at the top", R"("a")", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
-    row("host of a wrong type", withHost("[]"), Kind::typeMismatch, u"“host” in the answer of the bridge is not an object."_s);
+    row("host of a wrong type", withHost("[]"), Kind::typeMismatch,
+        u"“host” in the answer of the bridge is not an object."_s);
     row("host name of a wrong type", withHost(R"({"hostname":1})"), Kind::typeMismatch,
         u"“host.hostname” in the answer of the bridge is not a text."_s);
     row("figure of a wrong type", withHost(R"({"disk_free_gb":"1"})"), Kind::typeMismatch,
@@ -141,7 +146,8 @@ void TestDesktopMonitorPayload::failuresNameTheirKey_data() {
         u"“caddy_sites_total” in the answer of the bridge is missing."_s);
     row("missing services", R"({"caddy_sites_up":0,"caddy_sites_total":0})", Kind::keyNotFound,
         u"“services” in the answer of the bridge is missing."_s);
-    row("null up", withSitesUp("null"), Kind::valueNotFound, u"“caddy_sites_up” in the answer of the bridge is null."_s);
+    row("null up", withSitesUp("null"), Kind::valueNotFound,
+        u"“caddy_sites_up” in the answer of the bridge is null."_s);
     row("half a site", withSitesUp("2.5"), Kind::typeMismatch,
         u"“caddy_sites_up” in the answer of the bridge is not a whole number of 64 bits."_s);
     row("up past 64 bits", withSitesUp("9223372036854775808"), Kind::typeMismatch,
@@ -164,8 +170,8 @@ void TestDesktopMonitorPayload::failuresNameTheirKey_data() {
         u"“services[1].detail” in the answer of the bridge is missing."_s);
     row("null detail", withService(R"({"name":"c","ok":true,"detail":null})"), Kind::valueNotFound,
         u"“services[1].detail” in the answer of the bridge is null."_s);
-    row("category of a wrong type", withService(R"({"name":"c","ok":true,"detail":"","category":2})"), Kind::typeMismatch,
-        u"“services[1].category” in the answer of the bridge is not a text."_s);
+    row("category of a wrong type", withService(R"({"name":"c","ok":true,"detail":"","category":2})"),
+        Kind::typeMismatch, u"“services[1].category” in the answer of the bridge is not a text."_s);
     row("the first failure counts", R"({"host":3,"services":4})", Kind::typeMismatch,
         u"“host” in the answer of the bridge is not an object."_s);
 }

@@ -121,29 +121,34 @@ void TestVornaBridgeClient::answersBecomeValues_data() {
     row("half a body", {{head("Content-Length: 100\r\n") + "{"}}, lost, lost);
     row("half a chunk", {{head("Transfer-Encoding: chunked\r\n") + "10\r\n{"}}, lost, lost);
     row("reset in the body", {{head("Content-Length: 100\r\n") + "{"}, End::reset, 20ms}, lost, lost);
-    row("chunked", {{head("Transfer-Encoding: chunked\r\n") + "3;x=y\r\n{\"c\r\n",
-                     QByteArray::number(emptyPayload.size() - 3, 16).toUpper() + "\r\n" + emptyPayload.mid(3) + "\r\n",
-                     "0\r\nTrailer: x\r\n\r\n"},
-                    End::stall},
+    row("chunked",
+        {{head("Transfer-Encoding: chunked\r\n") + "3;x=y\r\n{\"c\r\n",
+          QByteArray::number(emptyPayload.size() - 3, 16).toUpper() + "\r\n" + emptyPayload.mid(3) + "\r\n",
+          "0\r\nTrailer: x\r\n\r\n"},
+         End::stall},
         u"true"_s, u"0"_s);
     row("chunk without a size", {{head("Transfer-Encoding: chunked\r\n") + "\r\n{}\r\n0\r\n\r\n"}}, garbled, garbled);
-    row("chunk of a negative size", {{head("Transfer-Encoding: chunked\r\n") + "-5\r\n{}\r\n0\r\n\r\n"}}, garbled, garbled);
-    row("chunk longer than it says", {{head("Transfer-Encoding: chunked\r\n") + "1\r\n{}\r\n0\r\n\r\n"}}, garbled, garbled);
+    row("chunk of a negative size", {{head("Transfer-Encoding: chunked\r\n") + "-5\r\n{}\r\n0\r\n\r\n"}}, garbled,
+        garbled);
+    row("chunk longer than it says", {{head("Transfer-Encoding: chunked\r\n") + "1\r\n{}\r\n0\r\n\r\n"}}, garbled,
+        garbled);
     row("a coding that nobody asked for", {{head("Transfer-Encoding: gzip\r\n") + "{}"}}, garbled, garbled);
     row("two lengths", {{head("Content-Length: 2\r\nContent-Length: 3\r\n") + "{}"}}, garbled, garbled);
     row("negative length", {{head("Content-Length: -2\r\n") + "{}"}}, garbled, garbled);
     row("length past 64 bits", {{head("Content-Length: 99999999999999999999\r\n") + "{}"}}, garbled, garbled);
     row("header without a colon", {{"HTTP/1.1 200 OK\r\nnonsense\r\n\r\n"}}, garbled, garbled);
-    row("wrong content type", {{head("Content-Type: text/html\r\nContent-Length: " +
-                                     QByteArray::number(emptyPayload.size()) + "\r\n") +
-                                emptyPayload}},
+    row("wrong content type",
+        {{head("Content-Type: text/html\r\nContent-Length: " + QByteArray::number(emptyPayload.size()) + "\r\n") +
+          emptyPayload}},
         u"true"_s, u"0"_s);
     row("not HTTP at all", {{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}, u"false"_s, bad);
     row("HTTP of another age", {{"HTTP/2 200\r\n\r\n"}, End::stall}, u"false"_s, bad);
     row("a status that is none", {{"HTTP/1.1 2OO OK\r\n\r\n"}, End::stall}, u"false"_s, bad);
     row("zero bytes", {{QByteArray(100, '\0')}, End::stall}, u"false"_s, bad);
     row("a body that is not UTF-8",
-        ScriptedPeer::plain(200, R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[],"x":")" "\xff\xfe" R"("})"),
+        ScriptedPeer::plain(200, R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":[],"x":")"
+                                 "\xff\xfe"
+                                 R"("})"),
         u"true"_s, notJson);
     row("nested 100,000 deep", ScriptedPeer::plain(200, nested(100'000)), u"true"_s, notJson);
     row("50,000 services", ScriptedPeer::plain(200, manyServices(50'000)), u"true"_s, u"50000"_s);
@@ -254,7 +259,8 @@ void TestVornaBridgeClient::requestIsPlain() {
     QCoro::waitFor(client.desktopMonitor());
     QCoro::waitFor(client.health());
 
-    const QByteArray fields = "Host: 127.0.0.1:" + QByteArray::number(peer.serverPort()) + "\r\nConnection: close\r\n\r\n";
+    const QByteArray fields =
+        "Host: 127.0.0.1:" + QByteArray::number(peer.serverPort()) + "\r\nConnection: close\r\n\r\n";
     QCOMPARE(peer.requests.value(0), "GET " + prefix + "/monitor/desktop?probe_sites=true HTTP/1.1\r\n" + fields);
     QVERIFY(peer.requests.value(1).startsWith(QByteArray{"GET " + prefix + "/health"}));
 }

@@ -91,13 +91,17 @@ void TestDaypart::paletteHasItsTenColours_data() {
     QTest::addColumn<Daypart>("daypart");
     QTest::addColumn<QStringList>("colours");
     QTest::newRow("dawn") << Daypart::dawn
-                          << u"#faf6f1 #f3ebe3 #ffffff #e0d4c8 #2c241c #5c5248 #c45c3e #3d6b4f #9a6b1f #b53a2a"_s.split(u' ');
+                          << u"#faf6f1 #f3ebe3 #ffffff #e0d4c8 #2c241c #5c5248 #c45c3e #3d6b4f #9a6b1f #b53a2a"_s.split(
+                                 u' ');
     QTest::newRow("day") << Daypart::day
-                         << u"#f5f8fa #e8eef3 #ffffff #d0dbe3 #1a2332 #4a5568 #0d9488 #1e7a4a #a67c00 #c0392b"_s.split(u' ');
+                         << u"#f5f8fa #e8eef3 #ffffff #d0dbe3 #1a2332 #4a5568 #0d9488 #1e7a4a #a67c00 #c0392b"_s.split(
+                                u' ');
     QTest::newRow("dusk") << Daypart::dusk
-                          << u"#1a1612 #221c17 #2a221c #3a3028 #f0e6d8 #a89888 #e8a54b #7fd99a #e8a54b #f07178"_s.split(u' ');
-    QTest::newRow("night") << Daypart::night
-                           << u"#0a0a0f #12121a #1a1a24 #2a2a38 #e8e8f0 #8888a0 #00ccaa #50fa7b #f1fa8c #ff5555"_s.split(u' ');
+                          << u"#1a1612 #221c17 #2a221c #3a3028 #f0e6d8 #a89888 #e8a54b #7fd99a #e8a54b #f07178"_s.split(
+                                 u' ');
+    QTest::newRow("night")
+        << Daypart::night
+        << u"#0a0a0f #12121a #1a1a24 #2a2a38 #e8e8f0 #8888a0 #00ccaa #50fa7b #f1fa8c #ff5555"_s.split(u' ');
 }
 
 void TestDaypart::paletteHasItsTenColours() {
@@ -105,8 +109,9 @@ void TestDaypart::paletteHasItsTenColours() {
     QFETCH(const QStringList, colours);
     const auto& palette = DaypartPalette::of(daypart);
     QStringList actual;
-    for (const auto colour : {palette.background, palette.surface, palette.surfaceElevated, palette.border, palette.text,
-                              palette.textMuted, palette.accent, palette.success, palette.warning, palette.danger}) {
+    for (const auto colour :
+         {palette.background, palette.surface, palette.surfaceElevated, palette.border, palette.text, palette.textMuted,
+          palette.accent, palette.success, palette.warning, palette.danger}) {
         QCOMPARE(qAlpha(colour), 255);
         actual.append(QColor{colour}.name());
     }

@@ -23,8 +23,9 @@ void ScriptedPeer::setScript(const QByteArray& path, Script script) {
 }
 
 ScriptedPeer::Script ScriptedPeer::plain(int status, const QByteArray& body) {
-    return {{"HTTP/1.1 " + QByteArray::number(status) + " Scripted\r\nContent-Type: application/json\r\nContent-Length: " +
-             QByteArray::number(body.size()) + "\r\n\r\n" + body}};
+    return {{"HTTP/1.1 " + QByteArray::number(status) +
+             " Scripted\r\nContent-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) +
+             "\r\n\r\n" + body}};
 }
 
 void ScriptedPeer::accept() {

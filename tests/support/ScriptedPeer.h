@@ -34,9 +34,9 @@ public:
     /// A plain answer with a status, a body of stated length and the connection closed behind it.
     [[nodiscard]] static Script plain(int status, const QByteArray& body = {});
 
-    QByteArrayList requests;       ///< each request's whole head, in order
-    qint64 bytesSent = 0;          ///< of all answers together
-    int connections = 0;           ///< accepted so far
+    QByteArrayList requests; ///< each request's whole head, in order
+    qint64 bytesSent = 0;    ///< of all answers together
+    int connections = 0;     ///< accepted so far
     int openConnections = 0;
 
 private:

@@ -63,8 +63,7 @@ void BridgeTab::addStartSection(GroupedForm& form) {
 
 void BridgeTab::render() {
     const auto& palette = m_daypart.palette.value();
-    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger},
-                   stateName(m_status.bridgeOnline));
+    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger}, stateName(m_status.bridgeOnline));
     m_online->setText(m_status.bridgeOnline ? u"Online"_s : u"Offline"_s);
     m_caddy->setText(m_status.caddyDetail);
     m_postgres->setText(m_status.postgresDetail);

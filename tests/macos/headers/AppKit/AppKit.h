@@ -36,12 +36,13 @@ static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18; //
 static constexpr CGFloat NSVariableStatusItemLength = -1.0;
 
 @interface NSStatusItem (Declared)
-@property (nullable, readonly, strong) NSStatusBarButton* button; // NSStatusItem.button
+@property(nullable, readonly, strong) NSStatusBarButton* button; // NSStatusItem.button
 @end
 
 @interface NSView (Declared)
-- (void)setAccessibilityTitle:(nullable NSString*)accessibilityTitle; // NSAccessibilityProtocol.setAccessibilityTitle(_:)
-- (void)setAccessibilityValue:(nullable id)accessibilityValue;        // NSAccessibilityProtocol.setAccessibilityValue(_:)
+- (void)setAccessibilityTitle:
+    (nullable NSString*)accessibilityTitle;                    // NSAccessibilityProtocol.setAccessibilityTitle(_:)
+- (void)setAccessibilityValue:(nullable id)accessibilityValue; // NSAccessibilityProtocol.setAccessibilityValue(_:)
 @end
 
 // NSCompositingOperation.sourceOver

@@ -2,9 +2,9 @@
 // one it stands for.
 #pragma once
 
-typedef unsigned int FourCharCode;  // FourCharCode (UInt32)
-typedef FourCharCode AEEventClass;  // AEEventClass
-typedef FourCharCode AEEventID;     // AEEventID
+typedef unsigned int FourCharCode; // FourCharCode (UInt32)
+typedef FourCharCode AEEventClass; // AEEventClass
+typedef FourCharCode AEEventID;    // AEEventID
 
-enum : AEEventClass { kCoreEventClass = 0x61657674 };      // kCoreEventClass, 'aevt'
-enum : AEEventID { kAEReopenApplication = 0x72617070 };    // kAEReopenApplication, 'rapp'
+enum : AEEventClass { kCoreEventClass = 0x61657674 };   // kCoreEventClass, 'aevt'
+enum : AEEventID { kAEReopenApplication = 0x72617070 }; // kAEReopenApplication, 'rapp'

@@ -33,7 +33,7 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
 
 // UNNotificationSound
 @interface UNNotificationSound : NSObject <NSCopying>
-@property (class, readonly, copy) UNNotificationSound* defaultSound; // UNNotificationSound.default
+@property(class, readonly, copy) UNNotificationSound* defaultSound; // UNNotificationSound.default
 @end
 
 // UNNotificationTrigger
@@ -49,20 +49,20 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
     NSNumber* m_badge;
     UNNotificationSound* m_sound;
 }
-@property (readonly, copy) NSString* title;                         // UNNotificationContent.title
-@property (readonly, copy) NSString* subtitle;                      // UNNotificationContent.subtitle
-@property (readonly, copy) NSString* body;                          // UNNotificationContent.body
-@property (nullable, readonly, copy) NSNumber* badge;               // UNNotificationContent.badge
-@property (nullable, readonly, copy) UNNotificationSound* sound;    // UNNotificationContent.sound
+@property(readonly, copy) NSString* title;                      // UNNotificationContent.title
+@property(readonly, copy) NSString* subtitle;                   // UNNotificationContent.subtitle
+@property(readonly, copy) NSString* body;                       // UNNotificationContent.body
+@property(nullable, readonly, copy) NSNumber* badge;            // UNNotificationContent.badge
+@property(nullable, readonly, copy) UNNotificationSound* sound; // UNNotificationContent.sound
 @end
 
 // UNMutableNotificationContent
 @interface UNMutableNotificationContent : UNNotificationContent
-@property (readwrite, copy) NSString* title;                        // UNMutableNotificationContent.title
-@property (readwrite, copy) NSString* subtitle;                     // UNMutableNotificationContent.subtitle
-@property (readwrite, copy) NSString* body;                         // UNMutableNotificationContent.body
-@property (nullable, readwrite, copy) NSNumber* badge;              // UNMutableNotificationContent.badge
-@property (nullable, readwrite, copy) UNNotificationSound* sound;   // UNMutableNotificationContent.sound
+@property(readwrite, copy) NSString* title;                      // UNMutableNotificationContent.title
+@property(readwrite, copy) NSString* subtitle;                   // UNMutableNotificationContent.subtitle
+@property(readwrite, copy) NSString* body;                       // UNMutableNotificationContent.body
+@property(nullable, readwrite, copy) NSNumber* badge;            // UNMutableNotificationContent.badge
+@property(nullable, readwrite, copy) UNNotificationSound* sound; // UNMutableNotificationContent.sound
 @end
 
 // UNNotificationRequest
@@ -72,9 +72,9 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
     UNNotificationContent* m_content;
     UNNotificationTrigger* m_trigger;
 }
-@property (readonly, copy) NSString* identifier;                    // UNNotificationRequest.identifier
-@property (readonly, copy) UNNotificationContent* content;          // UNNotificationRequest.content
-@property (nullable, readonly, copy) UNNotificationTrigger* trigger; // UNNotificationRequest.trigger
+@property(readonly, copy) NSString* identifier;                     // UNNotificationRequest.identifier
+@property(readonly, copy) UNNotificationContent* content;           // UNNotificationRequest.content
+@property(nullable, readonly, copy) UNNotificationTrigger* trigger; // UNNotificationRequest.trigger
 // UNNotificationRequest.init(identifier:content:trigger:)
 + (instancetype)requestWithIdentifier:(NSString*)identifier
                               content:(UNNotificationContent*)content
@@ -90,7 +90,7 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
 @public
     UNAuthorizationStatus m_authorizationStatus;
 }
-@property (readonly) UNAuthorizationStatus authorizationStatus; // UNNotificationSettings.authorizationStatus
+@property(readonly) UNAuthorizationStatus authorizationStatus; // UNNotificationSettings.authorizationStatus
 @end
 
 // UNUserNotificationCenterDelegate
@@ -107,8 +107,8 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
 @public
     __unsafe_unretained id m_delegate;
 }
-@property (nullable, assign) id<UNUserNotificationCenterDelegate> delegate; // delegate (weak)
-+ (UNUserNotificationCenter*)currentNotificationCenter;                     // current()
+@property(nullable, assign) id<UNUserNotificationCenterDelegate> delegate; // delegate (weak)
++ (UNUserNotificationCenter*)currentNotificationCenter;                    // current()
 - (instancetype)init NS_UNAVAILABLE;
 // requestAuthorization(options:completionHandler:)
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options

@@ -5,6 +5,6 @@ typedef struct dispatch_queue_s* dispatch_queue_t; // dispatch_queue_t (an objec
 typedef void (^dispatch_block_t)(void);            // dispatch_block_t
 
 extern "C" {
-dispatch_queue_t dispatch_get_main_queue(void);                           // dispatch_get_main_queue()
-void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);      // dispatch_async(_:_:)
+dispatch_queue_t dispatch_get_main_queue(void);                      // dispatch_get_main_queue()
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block); // dispatch_async(_:_:)
 }
