@@ -24,6 +24,7 @@ PACKAGES = {
     "lld-19": "/usr/bin/ld64.lld-19",
     "llvm-19": "/usr/bin/llvm-ar-19",
     "musl-dev": "/usr/include/*-linux-musl/stdio.h",
+    "libclang-rt-19-dev": "/usr/lib/llvm-19/lib/clang/19/lib/*/libclang_rt.asan*.a",
 }
 
 
