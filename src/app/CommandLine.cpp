@@ -1,6 +1,5 @@
 #include "app/CommandLine.h"
 
-#include "platform/AppInfo.h"
 #include "ui/VersionLabels.h"
 
 #include <algorithm>
@@ -52,5 +51,5 @@ QString CommandLine::helpText() {
 }
 
 QString CommandLine::versionText() {
-    return u"vorna-companion "_s + VersionLabels::caption(AppInfo::shortVersion(), AppInfo::build()) + u'\n';
+    return u"vorna-companion "_s + VersionLabels::caption() + u'\n';
 }

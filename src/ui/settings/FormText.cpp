@@ -1,5 +1,6 @@
 #include "ui/settings/FormText.h"
 
+#include "ui/kit/TextFitting.h"
 #include "ui/settings/FormColours.h"
 #include "ui/settings/FormMetrics.h"
 
@@ -7,7 +8,6 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTextLayout>
 #include <QToolTip>
 
 #include <algorithm>
@@ -73,30 +73,8 @@ QColor FormText::shownColour() const {
 }
 
 FormText::Lines FormText::linesFor(int width) const {
-    auto whole = text().left(longestText);
-    whole.replace(u'\n', QChar::LineSeparator);
-    QTextLayout layout{whole, shownFont()};
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-
-    Lines lines;
-    layout.beginLayout();
-    for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        if (lines.texts.size() == maximumLines) {
-            lines.isCut = true;
-            break;
-        }
-        line.setLineWidth(width);
-        lines.texts.append(whole.mid(line.textStart(), line.textLength()).trimmed());
-    }
-    layout.endLayout();
-    lines.isCut = lines.isCut || text().size() > longestText;
-    if (lines.isCut && !lines.texts.isEmpty()) {
-        auto& last = lines.texts.last();
-        last = QFontMetrics{shownFont()}.elidedText(last + u'\u2026', Qt::ElideRight, width);
-    }
-    return lines;
+    const auto [shown, isCut] = TextFitting::fit(TextFitting::beginning(text()), shownFont(), width, maximumLines);
+    return {shown.split(QChar::LineSeparator), isCut};
 }
 
 QSize FormText::sizeHint() const {
