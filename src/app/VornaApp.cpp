@@ -3,6 +3,7 @@
 #include "daypart/DaypartController.h"
 #include "platform/Compositing.h"
 #include "platform/Launch.h"
+#include "platform/Memory.h"
 #include "platform/StatusItem.h"
 #include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
@@ -13,9 +14,18 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// How long a closed window's memory is kept for the case that it is opened again at once.
+constexpr auto giveBackDelay = 2s;
+
+}
 
 VornaApp::VornaApp(QObject* parent)
     : QObject{parent}
@@ -31,6 +41,9 @@ VornaApp::VornaApp(QObject* parent)
     connect(m_item.get(), &StatusItem::showPanelChosen, this, &VornaApp::showPanel);
     connect(m_item.get(), &StatusItem::settingsChosen, this, &VornaApp::showSettings);
     connect(m_item.get(), &StatusItem::quitChosen, this, &QCoreApplication::quit);
+    m_giveBackTimer.setSingleShot(true);
+    m_giveBackTimer.setInterval(giveBackDelay);
+    connect(&m_giveBackTimer, &QTimer::timeout, this, &VornaApp::giveBack);
     showSymbol();
 }
 
@@ -65,6 +78,7 @@ PanelWindow& VornaApp::panel() {
         auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
         m_panel =
             std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), Compositing::isActive);
+        connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
     }
     return *m_panel;
 }
@@ -73,8 +87,16 @@ SettingsWindow& VornaApp::settings() {
     if (!m_settings) {
         m_settings = std::make_unique<SettingsWindow>(
             m_status, m_daypart, [] { return std::make_unique<PermissionCenter>(NotificationService::shared()); });
+        connect(m_settings.get(), &SettingsWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
     }
     return *m_settings;
+}
+
+void VornaApp::giveBack() {
+    if (m_panel && !m_panel->isVisible()) {
+        m_panel.reset();
+    }
+    Memory::giveBackUnused();
 }
 
 #include "moc_VornaApp.cpp"

@@ -4,6 +4,7 @@
 #include "app/StatusModel.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 
@@ -29,6 +30,7 @@ private:
     void showSymbol();
     PanelWindow& panel();
     SettingsWindow& settings();
+    void giveBack();
 
     DaypartController& m_daypart;
     AppDelegate m_delegate;
@@ -36,5 +38,6 @@ private:
     std::unique_ptr<StatusItem> m_item;
     std::unique_ptr<PanelWindow> m_panel;
     std::unique_ptr<SettingsWindow> m_settings;
+    QTimer m_giveBackTimer;
     bool m_symbolScheduled = false;
 };

@@ -287,8 +287,11 @@ class Desktop:
 
     # Windows, pointer and keyboard
 
-    def windows(self, pid):
-        """Every visible top-level or embedded window of a process: {id: (x, y, width, height)} on the screen."""
+    def windows(self, pid, hidden=False):
+        """Every visible top-level or embedded window of a process: {id: (x, y, width, height)} on the screen.
+
+        With `hidden`, those that do not show as well.
+        """
         # A window that goes while the tree is read makes the reading fail.
         tree = self.wait_for(lambda: self.run("xwininfo", "-root", "-tree", check=False), "the tree of windows")
         found = {}
@@ -297,10 +300,9 @@ class Desktop:
             if not re.search(rf"= {pid}$", owner.strip()):
                 continue
             info = self.run("xwininfo", "-id", window, check=False)
-            if "IsViewable" not in info:
-                continue
-            found[window] = tuple(int(re.search(rf"{label}:\s+(-?\d+)", info).group(1))
-                                  for label in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
+            if "IsViewable" in info or (hidden and "Map State" in info):
+                found[window] = tuple(int(re.search(rf"{label}:\s+(-?\d+)", info).group(1)) for label in
+                                      ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
         return found
 
     def parent_of(self, window):

@@ -304,6 +304,23 @@ class Actions(CompanionTest):
             time.sleep(0.05)
         return False
 
+    def test_closed_panel_is_given_back_and_comes_again_whole(self):
+        self.open()
+        self.reader.wait_for_text("online · :43105", PANEL)
+        whole = self.texts_but_the_time()
+        self.desk.activate_item(self.item())
+        self.wait_for(lambda: not self.panel_windows(), "the window to be given back")
+        self.open_panel()
+        self.assertEqual(self.texts_but_the_time(), whole)
+        self.assertEqual(len(self.panel_windows()), 1)
+
+    def panel_windows(self):
+        places = self.desk.windows(self.companion.pid, hidden=True).values()
+        return [place for place in places if place[2] == PANEL_WIDTH]
+
+    def texts_but_the_time(self):
+        return [text for text in self.reader.texts(PANEL) if not text.startswith("Updated ")]
+
     # A second start
 
     def test_second_start_opens_the_panel_of_the_first(self):

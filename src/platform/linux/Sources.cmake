@@ -8,6 +8,7 @@ vorna_library(vorna_platform
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
         platform/linux/Launch.cpp
+        platform/linux/Memory.cpp
         platform/linux/NotificationCenter.cpp
         platform/linux/SingleInstance.cpp
         platform/linux/Symbol.cpp

@@ -36,7 +36,7 @@ QByteArray drawing(const QString& name, Symbol::Weight weight) {
 
 QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight weight) {
     const int side = std::max(1, static_cast<int>(std::lround(size * scale)));
-    QPixmap picture{side, side};
+    QImage picture{side, side, QImage::Format_ARGB32_Premultiplied};
     picture.fill(Qt::transparent);
     if (QSvgRenderer renderer{drawing(name, weight)}; renderer.isValid()) {
         QPainter painter{&picture};
@@ -46,5 +46,6 @@ QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qr
         painter.fillRect(picture.rect(), colour);
     }
     picture.setDevicePixelRatio(scale);
-    return picture;
+    // An image keeps what was needed to paint on it, some kilobytes, for as long as it lives; its copy does not.
+    return QPixmap::fromImage(picture.copy());
 }

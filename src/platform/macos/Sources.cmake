@@ -8,6 +8,7 @@ vorna_library(vorna_platform
         platform/macos/AppInfo.mm
         platform/macos/ChildDescriptors.cpp
         platform/macos/Launch.mm
+        platform/macos/Memory.cpp
         platform/macos/NotificationCenter.mm
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm

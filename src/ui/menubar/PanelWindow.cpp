@@ -157,6 +157,7 @@ void PanelWindow::hideEvent(QHideEvent* event) {
         m_taken = m_clock();
     }
     View::hideEvent(event);
+    emit closed();
 }
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {

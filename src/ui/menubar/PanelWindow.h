@@ -37,6 +37,10 @@ public:
     void showAt(const QRect& anchor);
     void dismiss();
 
+signals:
+    /// It is hidden now, whatever the reason.
+    void closed();
+
 protected:
     void render() override;
     bool event(QEvent* event) override;

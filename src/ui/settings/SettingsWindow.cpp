@@ -41,6 +41,7 @@ void SettingsWindow::create() {
     Q_INIT_RESOURCE(application);
     delete m_view;
     m_view = new SettingsView{m_status, m_daypart, m_makePermissions(), m_links};
+    connect(m_view, &QObject::destroyed, this, &SettingsWindow::closed);
     m_view->setWindowTitle(u"vorna Settings"_s);
     m_view->setWindowIcon(QIcon{u":/vorna-companion.svg"_s});
     m_view->setAttribute(Qt::WA_DeleteOnClose);

@@ -20,6 +20,10 @@ public:
     /// Opens the window on its first tab, or brings the open one to the front as it is.
     void open();
 
+signals:
+    /// The window is closed and given back.
+    void closed();
+
 private:
     void create();
 

@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include <algorithm>
 
@@ -70,6 +71,19 @@ private slots:
         QVERIFY(!opened.window.isVisible());
         opened.window.toggle(anchor);
         QVERIFY(opened.window.isVisible());
+        QVERIFY(opened.panel.settle());
+    }
+
+    void saysThatItClosedHoweverItWasClosed() {
+        Opened opened;
+        const QSignalSpy closings{&opened.window, &PanelWindow::closed};
+        opened.window.showAt(anchor);
+        QCOMPARE(closings.count(), 0);
+        opened.window.dismiss();
+        QCOMPARE(closings.count(), 1);
+        opened.window.showAt(anchor);
+        opened.takeFocusAway();
+        QCOMPARE(closings.count(), 2);
         QVERIFY(opened.panel.settle());
     }
 
