@@ -146,6 +146,7 @@ private slots:
         opened.panel.status.lastError = std::nullopt;
         opened.panel.status.services = PanelFixture::services(1);
         QTRY_VERIFY(PanelReading::names(opened.window).contains(u"caddy.process"_s));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         const int before = opened.window.height();
         opened.panel.status.services = PanelFixture::services(2);
         QTRY_VERIFY(opened.window.height() > before);
