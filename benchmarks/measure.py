@@ -1,13 +1,17 @@
-"""Measures the companion and the floor, one after the other on the same headless desktop, and prints the ratios."""
+"""Measures the companion beside the floor on one headless desktop and prints the tables of docs/performance.md."""
 
 import argparse
+import json
 import pathlib
 import re
+import shutil
 import socket
 import statistics
 import subprocess
 import sys
 import time
+
+from peer import Peer
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests" / "desktop"))
@@ -15,17 +19,34 @@ sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 import desktop  # noqa: E402
 
 RELEASE = ROOT / "build" / "release"
-PROGRAMS = {"companion": RELEASE / "vorna-companion", "floor": RELEASE / "benchmarks" / "floor"}
+PROGRAMS = {"companion": [RELEASE / "vorna-companion"], "floor": [RELEASE / "benchmarks" / "floor"]}
+PANEL_TIMINGS = RELEASE / "benchmarks" / "panel-timings"
 BRIDGE_PORT = 43105
-SETTLE_SECONDS = 3.0
+SETTLE_SECONDS = 4.0
 SECONDS_PER_MINUTE = 60
 MEASURES = (
-    ("start", "start to registered item, ms", 0),
-    ("pss", "memory after open and close, PSS MiB", 1),
-    ("private", "of it private, MiB", 1),
-    ("switches", "context switches a minute, idle", 0),
-    ("cpu", "processor time a minute, idle, ms", 0),
+    ("start", "start to the item registered with its host, ms", 0, 1.30),
+    ("pss", "memory after the window was opened and closed, PSS MiB", 1, 1.25),
+    ("private", "of it private, MiB", 1, None),
+    ("switches", "context switches a minute, polling, window closed", 0, 1.20),
+    ("cpu", "processor time a minute, polling, window closed, ms", 0, 1.20),
 )
+PEER = "syncthingtray"
+PEER_LIMIT = 0.35
+PEER_SETTINGS = """[General]
+v=1.3.2
+
+[tray]
+connections\\1\\label=Primary instance
+connections\\1\\syncthingUrl=http://127.0.0.1:8384
+connections\\size=1
+"""
+OPENINGS = (
+    ("first", "the first opening of a process"),
+    ("again", "half a second after it was closed"),
+    ("later", "after its memory was given back"),
+)
+POLLS = ((10, 200), (12, 200), (100, 200), (1_000, 100), (10_000, 20), (100_000, 5))
 
 
 class ItemWatch:
@@ -57,24 +78,32 @@ def start_bridge(desk):
         desk.wait_for(answers, "the bridge")
 
 
-def start_until_registered(desk, program):
+def start_until_registered(desk, command):
     watch = ItemWatch(desk)
     try:
         began = time.monotonic()
-        process = desk.start([program])
+        process = desk.start(command)
         return process, (watch.wait() - began) * 1000
     finally:
         watch.stop()
 
 
 def open_and_close(desk, process):
+    """Opens the window by the item, and closes it by the item, or by a click elsewhere where that is the way."""
     item = desk.wait_for(desk.status_notifier_items, "the item")[0]
     before = set(desk.windows(process.pid))
+
+    def opened():
+        return set(desk.windows(process.pid)) - before
+
     desk.activate_item(item)
-    desk.wait_for(lambda: set(desk.windows(process.pid)) - before, "the window to open")
+    desk.wait_for(opened, "the window to open")
     time.sleep(SETTLE_SECONDS)
     desk.activate_item(item)
-    desk.wait_for(lambda: not set(desk.windows(process.pid)) - before, "the window to close")
+    time.sleep(1)
+    if opened():
+        desk.click(10, desk.size[1] - 10)
+    desk.wait_for(lambda: not opened(), "the window to close")
     time.sleep(SETTLE_SECONDS)
 
 
@@ -98,8 +127,8 @@ def start_times(desk, rounds):
     """Milliseconds of each program's starts; the first round, with cold caches, counts for neither."""
     times = {name: [] for name in PROGRAMS}
     for number in range(rounds + 1):
-        for name, program in PROGRAMS.items():
-            process, milliseconds = start_until_registered(desk, program)
+        for name, command in PROGRAMS.items():
+            process, milliseconds = start_until_registered(desk, command)
             end(desk, process)
             if number > 0:
                 times[name].append(milliseconds)
@@ -111,8 +140,8 @@ def end(desk, process):
     desk.wait_for(lambda: not desk.status_notifier_items(), "the item to go")
 
 
-def measure_idle(desk, program, minutes):
-    process, _ = start_until_registered(desk, program)
+def measure_idle(desk, command, minutes):
+    process, _ = start_until_registered(desk, command)
     open_and_close(desk, process)
     result = memory(process)
     switches, milliseconds = activity(process)
@@ -122,6 +151,53 @@ def measure_idle(desk, program, minutes):
     result["cpu"] = (later_milliseconds - milliseconds) / minutes
     end(desk, process)
     return result
+
+
+def measure_peer(desk):
+    """The memory of the nearest program of the kind after its window was opened and closed; None without it."""
+    if shutil.which(PEER) is None:
+        return None
+    (pathlib.Path(desk.env["XDG_CONFIG_HOME"]) / f"{PEER}.ini").write_text(PEER_SETTINGS)
+    process, _ = start_until_registered(desk, [PEER, "qt-widgets-gui", "--single-instance"])
+    open_and_close(desk, process)
+    result = memory(process)
+    end(desk, process)
+    return result
+
+
+def timings(desk, *words):
+    return json.loads(desk.run(PANEL_TIMINGS, *words, timeout=300).splitlines()[-1])
+
+
+def measure_polls(desk):
+    """Milliseconds of the main thread for one poll: {services: (shown, hidden)}."""
+    result = {}
+    for services, count in POLLS:
+        with Peer(services) as peer:
+            found = [timings(desk, "polls", peer.address, count, how) for how in ("shown", "hidden")]
+        if not all(one["online"] for one in found):
+            raise desktop.Failure(f"a poll of {services} services failed")
+        result[services] = [one["milliseconds"] for one in found]
+    return result
+
+
+def print_table(heading, rows):
+    print("\n| " + " | ".join(heading) + " |")
+    print("|" + "---|" + "---:|" * (len(heading) - 1))
+    for row in rows:
+        print("| " + " | ".join(row) + " |")
+
+
+def print_ratios(results, peer):
+    rows = []
+    for key, label, digits, limit in MEASURES:
+        ours, floor = results["companion"][key], results["floor"][key]
+        rows.append((label, f"{ours:.{digits}f}", f"{floor:.{digits}f}", f"{ours / floor:.2f}",
+                     f"{limit:.2f}" if limit else ""))
+    if peer:
+        rows.append((f"the same memory, beside `{PEER}` in place of the floor", f"{results['companion']['pss']:.1f}",
+                     f"{peer['pss']:.1f}", f"{results['companion']['pss'] / peer['pss']:.2f}", f"{PEER_LIMIT:.2f}"))
+    print_table(("", "companion", "floor", "ratio", "at most"), rows)
 
 
 def main():
@@ -136,14 +212,19 @@ def main():
         desk.wait_for(desk.status_notifier_host_is_there, "the tray")
         starts = start_times(desk, arguments.rounds)
         results = {
-            name: {"start": statistics.median(starts[name]), **measure_idle(desk, program, arguments.minutes)}
-            for name, program in PROGRAMS.items()
+            name: {"start": statistics.median(starts[name]), **measure_idle(desk, command, arguments.minutes)}
+            for name, command in PROGRAMS.items()
         }
-    print(f"{'':40}{'companion':>12}{'floor':>12}{'ratio':>8}")
-    for key, label, digits in MEASURES:
-        ours, floor = results["companion"][key], results["floor"][key]
-        ratio = f"{ours / floor:.2f}" if floor else "—"
-        print(f"{label:40}{ours:12.{digits}f}{floor:12.{digits}f}{ratio:>8}")
+        peer = measure_peer(desk)
+        opened = [timings(desk, "openings") for _ in range(arguments.rounds)]
+        polls = measure_polls(desk)
+    print_ratios(results, peer)
+    print_table(("click to the first whole frame", "ms, median", "ms, most"),
+                [(label, f"{statistics.median(one[key] for one in opened):.1f}", f"{max(one[key] for one in opened):.1f}")
+                 for key, label in OPENINGS])
+    print_table(("services in the snapshot", "panel shown, ms", "panel hidden, ms", "hidden, µs a service"),
+                [(f"{services:,}", f"{shown:.2f}", f"{hidden:.2f}", f"{hidden * 1000 / services:.2f}")
+                 for services, (shown, hidden) in polls.items()])
 
 
 if __name__ == "__main__":
