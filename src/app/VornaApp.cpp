@@ -76,8 +76,9 @@ PanelWindow& VornaApp::panel() {
             .quit = &QCoreApplication::quit,
         };
         auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
-        m_panel =
-            std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), Compositing::isActive);
+        const auto placedBy = m_item->desktopPlacesPanel() ? PanelWindow::PlacedBy::desktop : PanelWindow::PlacedBy::us;
+        m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), placedBy,
+                                                Compositing::isActive);
         connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
     }
     return *m_panel;

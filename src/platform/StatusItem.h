@@ -25,6 +25,9 @@ public:
     /// keyboard, and go away on a click elsewhere.
     [[nodiscard]] virtual Qt::WindowFlags panelFlags() const = 0;
 
+    /// Whether the desktop puts the panel where it likes, whatever place the panel asks for.
+    [[nodiscard]] virtual bool desktopPlacesPanel() const { return false; }
+
 signals:
     /// The item was clicked.
     void clicked();

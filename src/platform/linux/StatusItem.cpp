@@ -3,6 +3,7 @@
 #include "platform/StatusItemMenu.h"
 #include "platform/linux/StatusNotifierHostWatch.h"
 #include "platform/linux/TrayIcon.h"
+#include "platform/linux/WaylandSession.h"
 #include "platform/linux/XembedTrayWatch.h"
 
 #include <QCursor>
@@ -34,6 +35,7 @@ public:
     void setSymbol(const QString& symbolName, const QString& meaning) override;
     [[nodiscard]] QRect anchor() const override;
     [[nodiscard]] Qt::WindowFlags panelFlags() const override;
+    [[nodiscard]] bool desktopPlacesPanel() const override;
 
 private:
     void fillMenu();
@@ -141,10 +143,14 @@ QRect TrayStatusItem::anchor() const {
 
 Qt::WindowFlags TrayStatusItem::panelFlags() const {
     // A popup takes pointer and keyboard by itself; a window manager may keep the focus from any other new window.
-    if (QGuiApplication::platformName() == u"xcb"_s) {
+    if (QGuiApplication::platformName() == u"xcb"_s && !WaylandSession::isOurs()) {
         return Qt::Popup | Qt::FramelessWindowHint;
     }
     return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+}
+
+bool TrayStatusItem::desktopPlacesPanel() const {
+    return WaylandSession::isOurs();
 }
 
 }

@@ -6,6 +6,10 @@
 
 #import <AppKit/AppKit.h>
 
+QByteArray Launch::windowSystems() {
+    return {};
+}
+
 void Launch::becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }

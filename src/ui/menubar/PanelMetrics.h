@@ -113,6 +113,7 @@ inline constexpr int focusRingRoom = 4;    ///< beside a text without a fill
 namespace Placement {
 inline constexpr int gap = 6;        ///< between the icon and the panel
 inline constexpr int edgeMargin = 8; ///< between the panel and the edge of the work area
+inline constexpr int bars = 36;      ///< what the bars of a desktop may take that does not tell its work area
 }
 
 namespace ScrollMark {

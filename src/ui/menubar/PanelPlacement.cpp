@@ -19,6 +19,10 @@ int PanelPlacement::height(int contentHeight, const QRect& workArea) {
     return std::min(contentHeight, workArea.height() - 2 * Placement::edgeMargin);
 }
 
+int PanelPlacement::columnHeight(int screenHeight) {
+    return screenHeight - 2 * Placement::edgeMargin - Placement::bars;
+}
+
 QRect PanelPlacement::place(const QSize& panel, const QRect& anchor, const QRect& workArea) {
     const int anchorEnd = anchor.top() + anchor.height();
     const int workAreaEnd = workArea.top() + workArea.height();

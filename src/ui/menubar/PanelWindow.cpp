@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +25,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto sameClick = 250ms;
+
+/// Where the focus follows the pointer, it goes astray on the way from the icon to a panel that is not next to it.
+constexpr auto patience = 1500ms;
 
 struct ScrollKey {
     Qt::Key key;
@@ -53,6 +57,14 @@ QRect workAreaAt(QPoint point) {
     return nearest == screens.end() ? QRect{} : (*nearest)->availableGeometry();
 }
 
+int lowestScreen() {
+    int lowest = std::numeric_limits<int>::max();
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        lowest = std::min(lowest, screen->availableGeometry().height());
+    }
+    return lowest;
+}
+
 QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
     auto* scroller = new QScrollArea{parent};
     scroller->setFrameShape(QFrame::NoFrame);
@@ -68,8 +80,9 @@ QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
 }
 
 PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
-                         Composition isComposited, MonotonicClock clock)
+                         PlacedBy placedBy, Composition isComposited, MonotonicClock clock)
     : m_daypart{daypart}
+    , m_placedBy{placedBy}
     , m_isComposited{std::move(isComposited)}
     , m_clock{std::move(clock)}
     , m_content{content.get()}
@@ -80,6 +93,9 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
     setWindowTitle(u"vorna"_s);
     setFocusPolicy(Qt::ClickFocus);
     setFixedWidth(PanelMetrics::width);
+    m_patience.setSingleShot(true);
+    m_patience.setInterval(patience);
+    connect(&m_patience, &QTimer::timeout, this, &QWidget::hide);
     m_content->installEventFilter(this);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::valueChanged, this, &PanelWindow::showScrollPosition);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::rangeChanged, this, &PanelWindow::showScrollPosition);
@@ -100,6 +116,7 @@ void PanelWindow::toggle(const QRect& anchor) {
 void PanelWindow::showAt(const QRect& anchor) {
     m_anchor = anchor;
     m_taken.reset();
+    m_pointerHasCome = false;
     m_frame->setCorners(m_isComposited() ? PanelFrame::Corners::round : PanelFrame::Corners::square);
     renderPending();
     fit();
@@ -121,13 +138,32 @@ void PanelWindow::render() {
 }
 
 void PanelWindow::fit() {
-    const QRect workArea = workAreaAt(m_anchor.center());
     m_content->fitHeight();
+    if (m_placedBy == PlacedBy::desktop) {
+        fitColumn();
+        return;
+    }
+    const QRect workArea = workAreaAt(m_anchor.center());
     const int contentHeight = m_content->height();
-    const int height = workArea.isEmpty() ? contentHeight : PanelPlacement::height(contentHeight, workArea);
-    const QSize size{PanelMetrics::width, height};
-    setFixedHeight(height);
+    m_panelHeight = workArea.isEmpty() ? contentHeight : PanelPlacement::height(contentHeight, workArea);
+    const QSize size{PanelMetrics::width, m_panelHeight};
+    setFixedHeight(m_panelHeight);
     setGeometry(workArea.isEmpty() ? QRect{m_anchor.topLeft(), size} : PanelPlacement::place(size, m_anchor, workArea));
+    layOut();
+}
+
+void PanelWindow::fitColumn() {
+    const int column = PanelPlacement::columnHeight(lowestScreen());
+    m_panelHeight = std::min(m_content->height(), column);
+    setFixedHeight(column);
+    layOut();
+}
+
+void PanelWindow::layOut() {
+    const QRect panel{0, 0, width(), m_panelHeight};
+    m_scroller->setGeometry(panel);
+    m_frame->setGeometry(panel);
+    m_frame->raise();
     showScrollPosition();
 }
 
@@ -140,9 +176,24 @@ void PanelWindow::showScrollPosition() {
 bool PanelWindow::event(QEvent* event) {
     const bool result = View::event(event);
     if (event->type() == QEvent::WindowDeactivate && isVisible()) {
-        hide();
+        focusLost();
+    } else if (event->type() == QEvent::WindowActivate) {
+        m_patience.stop();
     }
     return result;
+}
+
+void PanelWindow::focusLost() {
+    if (m_placedBy == PlacedBy::desktop && !m_pointerHasCome) {
+        m_patience.start();
+    } else {
+        hide();
+    }
+}
+
+void PanelWindow::enterEvent(QEnterEvent* event) {
+    m_pointerHasCome = true;
+    View::enterEvent(event);
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -153,6 +204,7 @@ bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PanelWindow::hideEvent(QHideEvent* event) {
+    m_patience.stop();
     if (!m_isDismissing) {
         m_taken = m_clock();
     }
@@ -173,10 +225,16 @@ void PanelWindow::keyPressEvent(QKeyEvent* event) {
     m_scroller->verticalScrollBar()->triggerAction(found->action);
 }
 
+void PanelWindow::mousePressEvent(QMouseEvent* event) {
+    if (m_placedBy == PlacedBy::desktop && event->position().y() >= m_panelHeight) {
+        hide();
+        return;
+    }
+    View::mousePressEvent(event);
+}
+
 void PanelWindow::resizeEvent(QResizeEvent* event) {
-    m_scroller->setGeometry(rect());
-    m_frame->setGeometry(rect());
-    m_frame->raise();
+    layOut();
     View::resizeEvent(event);
 }
 

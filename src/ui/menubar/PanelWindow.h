@@ -3,6 +3,7 @@
 #include "ui/kit/View.h"
 
 #include <QRect>
+#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -18,6 +19,9 @@ class QScrollArea;
 /// The panel as a window: opens at its icon, inside the work area of the icon's screen, and goes away on Escape, on a
 /// click elsewhere and on a second click on the icon. It grows and shrinks with its content and scrolls where the work
 /// area is too low for it. Main thread only.
+///
+/// A desktop that puts it elsewhere gets a column as high as the lowest screen, with the panel at its top and nothing
+/// below, so that a panel that grows stays on the screen.
 class PanelWindow final : public View {
     Q_OBJECT
 
@@ -27,8 +31,11 @@ public:
     /// Whether the desktop blends windows now, so that corners can be round.
     using Composition = std::function<bool()>;
 
+    enum class PlacedBy { us, desktop };
+
     PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
-                Composition isComposited, MonotonicClock clock = std::chrono::steady_clock::now);
+                PlacedBy placedBy, Composition isComposited,
+                MonotonicClock clock = std::chrono::steady_clock::now);
 
     /// A click on the icon at `anchor`: opens the panel, or closes it. The click that has closed the panel by taking
     /// its focus away does not open it again.
@@ -44,22 +51,31 @@ signals:
 protected:
     void render() override;
     bool event(QEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void fit();
+    void fitColumn();
+    void layOut();
+    void focusLost();
     void showScrollPosition();
 
     DaypartController& m_daypart;
+    const PlacedBy m_placedBy;
     const Composition m_isComposited;
     const MonotonicClock m_clock;
     MenuBarView* m_content;
     QScrollArea* m_scroller;
     PanelFrame* m_frame;
     QRect m_anchor;
+    QTimer m_patience;
+    int m_panelHeight = 0;
+    bool m_pointerHasCome = false;
     bool m_isDismissing = false;
     std::optional<std::chrono::steady_clock::time_point> m_taken;
 };

@@ -23,7 +23,8 @@ struct Opened final {
     PanelFixture panel;
     std::chrono::steady_clock::time_point now{};
     bool isComposited = true;
-    PanelWindow window{panel.makeView(), panel.daypart, Qt::Window, [this] { return isComposited; },
+    PanelWindow::PlacedBy placedBy = PanelWindow::PlacedBy::us;
+    PanelWindow window{panel.makeView(), panel.daypart, Qt::Window, placedBy, [this] { return isComposited; },
                        [this] { return now; }};
     QWidget elsewhere;
 
