@@ -35,9 +35,9 @@ echo >> "{log}"
 NOON = 12
 
 
-def skip_unless_possible():
+def skip_unless_possible(programs=PROGRAMS):
     """Skips the module where a program is missing or a bridge of the user's own holds the port."""
-    missing = [program for program in PROGRAMS if shutil.which(program) is None]
+    missing = [program for program in programs if shutil.which(program) is None]
     if missing:
         raise unittest.SkipTest("not installed: " + ", ".join(missing))
     if subprocess.run(["/usr/bin/python3", "-c", "import pyatspi"], capture_output=True).returncode != 0:
@@ -48,16 +48,17 @@ def skip_unless_possible():
 
 
 class Bridge:
-    """A healthy bridge that answers with one snapshot and remembers what it was asked, with the time."""
+    """A healthy bridge that answers with one snapshot, `changes` included, and remembers what it was asked, with the time."""
 
-    def __init__(self):
+    def __init__(self, changes={}):
         self.requests = []
+        snapshot = {**SNAPSHOT, **changes}
         requests = self.requests
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
                 requests.append((time.monotonic(), self.path))
-                document = SNAPSHOT if self.path.startswith("/monitor/desktop") else {"status": "ok"}
+                document = snapshot if self.path.startswith("/monitor/desktop") else {"status": "ok"}
                 body = json.dumps(document).encode()
                 self.send_response(200)
                 self.send_header("Content-Length", str(len(body)))

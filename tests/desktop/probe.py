@@ -12,11 +12,11 @@ PROGRAM = os.environ.get("VORNA_TRAY_PROBE", "tray-probe")
 class Probe:
     """One running probe and the lines that it has printed."""
 
-    def __init__(self, desk):
+    def __init__(self, desk, env=None):
         self._desk = desk
         self.lines = []
         self._log = open(desk.root / f"probe-{id(self)}.txt", "w+b")
-        self.process = subprocess.Popen([PROGRAM], env=desk.env, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+        self.process = subprocess.Popen([PROGRAM], env={**desk.env, **(env or {})}, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         stderr=self._log, text=True, bufsize=1)
         self.pid = self.process.pid
         self._reader = threading.Thread(target=self._read, daemon=True)

@@ -24,6 +24,9 @@ using Host = StatusNotifierHostWatch::Host;
 /// A panel with both kinds of tray may open the older kind a little before the newer one, which is preferred.
 constexpr auto patience = 400ms;
 
+/// Some hosts report the second press of a double click twice, at once.
+constexpr auto samePress = 20ms;
+
 /// Qt settles on a kind of tray when the first icon is made and keeps to it as long as the process lives: there is no
 /// icon before a tray, and later it only shows where a tray of that kind is.
 enum class Kind { undecided, statusNotifier, xembed };
@@ -52,6 +55,7 @@ private:
     XembedTrayWatch m_xembed;
     QTimer m_patience;
     Kind m_kind = Kind::undecided;
+    std::chrono::steady_clock::time_point m_lastPress;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };
 
@@ -115,8 +119,10 @@ void TrayStatusItem::settleOn(Kind kind) {
 
 void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
     // A second press in quick succession comes as a double click alone, and is a click like the first.
-    if (reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown) {
+    const bool isPress = reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown;
+    if (isPress && std::chrono::steady_clock::now() - m_lastPress >= samePress) {
         emit clicked();
+        m_lastPress = std::chrono::steady_clock::now();
     }
 }
 

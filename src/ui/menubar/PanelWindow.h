@@ -34,8 +34,7 @@ public:
     enum class PlacedBy { us, desktop };
 
     PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
-                PlacedBy placedBy, Composition isComposited,
-                MonotonicClock clock = std::chrono::steady_clock::now);
+                PlacedBy placedBy, Composition isComposited, MonotonicClock clock = std::chrono::steady_clock::now);
 
     /// A click on the icon at `anchor`: opens the panel, or closes it. The click that has closed the panel by taking
     /// its focus away does not open it again.

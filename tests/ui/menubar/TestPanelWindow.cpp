@@ -24,7 +24,7 @@ struct Opened final {
     std::chrono::steady_clock::time_point now{};
     bool isComposited = true;
     PanelWindow::PlacedBy placedBy = PanelWindow::PlacedBy::us;
-    PanelWindow window{panel.makeView(), panel.daypart, Qt::Window, placedBy, [this] { return isComposited; },
+    PanelWindow window{panel.makeView(),      panel.daypart, Qt::Window, placedBy, [this] { return isComposited; },
                        [this] { return now; }};
     QWidget elsewhere;
 
