@@ -72,7 +72,7 @@ private:
     QScrollArea* m_scroller;
     PanelFrame* m_frame;
     QRect m_anchor;
-    QTimer m_patience;
+    QTimer m_patience{this};
     int m_panelHeight = 0;
     bool m_pointerHasCome = false;
     bool m_isDismissing = false;

@@ -6,6 +6,12 @@ class TestPanelPlacement final : public QObject {
     Q_OBJECT
 
 private slots:
+    void aColumnLeavesRoomForBars() {
+        for (const int screenHeight : {400, 800, 1080, 1440}) {
+            QCOMPARE(PanelPlacement::columnHeight(screenHeight), screenHeight - 52);
+        }
+    }
+
     void staysNextToTheIconInsideTheWorkArea_data() {
         QTest::addColumn<QRect>("anchor");
         QTest::addColumn<QRect>("workArea");

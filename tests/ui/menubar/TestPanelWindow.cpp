@@ -20,10 +20,13 @@ namespace {
 const QRect anchor{400, 0, 24, 24};
 
 struct Opened final {
+    explicit Opened(PanelWindow::PlacedBy whom = PanelWindow::PlacedBy::us)
+        : placedBy{whom} {}
+
+    const PanelWindow::PlacedBy placedBy;
     PanelFixture panel;
     std::chrono::steady_clock::time_point now{};
     bool isComposited = true;
-    PanelWindow::PlacedBy placedBy = PanelWindow::PlacedBy::us;
     PanelWindow window{panel.makeView(),      panel.daypart, Qt::Window, placedBy, [this] { return isComposited; },
                        [this] { return now; }};
     QWidget elsewhere;
@@ -178,6 +181,63 @@ private slots:
         QCOMPARE(QApplication::focusWidget(), opened.button(u"Quit vorna"_s));
         auto* quit = opened.button(u"Quit vorna"_s);
         QVERIFY(opened.window.rect().contains(QRect{quit->mapTo(&opened.window, QPoint{}), quit->size()}));
+    }
+
+    void whereTheDesktopPlacesItItGrowsInsideAWindowThatKeepsItsSize() {
+        Opened opened{PanelWindow::PlacedBy::desktop};
+        QVERIFY(opened.open());
+        const QSize window = opened.window.size();
+        QCOMPARE(window, QSize(340, opened.workArea().height() - 52));
+        const auto* scroller = opened.window.findChild<QScrollArea*>();
+        const auto* frame = opened.window.findChild<PanelFrame*>();
+        for (const int services : {0, 4, 1}) {
+            opened.panel.status.services = PanelFixture::services(services);
+            opened.panel.status.cliMessage = u"word "_s.repeated(services * 40);
+            QTRY_COMPARE(scroller->geometry(),
+                         QRect(0, 0, 340, std::min(opened.content()->sizeHint().height(), window.height())));
+            QCOMPARE(frame->geometry(), scroller->geometry());
+            QCOMPARE(opened.window.size(), window);
+        }
+    }
+
+    void whereTheDesktopPlacesItAPressBelowItClosesIt() {
+        Opened opened{PanelWindow::PlacedBy::desktop};
+        QVERIFY(opened.open());
+        const int height = opened.window.findChild<QScrollArea*>()->height();
+        QVERIFY(height < opened.window.height());
+        QTest::mousePress(&opened.window, Qt::LeftButton, {}, {170, height - 1});
+        QVERIFY(opened.window.isVisible());
+        QTest::mousePress(&opened.window, Qt::LeftButton, {}, {170, height});
+        QVERIFY(!opened.window.isVisible());
+    }
+
+    void whereTheDesktopPlacesItItWaitsForThePointer_data() {
+        QTest::addColumn<bool>("pointerHasCome");
+        QTest::addColumn<bool>("focusReturns");
+        QTest::addColumn<bool>("staysFirst");
+        QTest::addColumn<bool>("staysAtLast");
+        QTest::newRow("which comes in time") << false << true << true << true;
+        QTest::newRow("which never comes") << false << false << true << false;
+        QTest::newRow("which has been there") << true << false << false << false;
+    }
+    void whereTheDesktopPlacesItItWaitsForThePointer() {
+        QFETCH(bool, pointerHasCome);
+        QFETCH(bool, focusReturns);
+        Opened opened{PanelWindow::PlacedBy::desktop};
+        QCursor::setPos(opened.workArea().bottomRight());
+        QVERIFY(opened.open());
+        if (pointerHasCome) {
+            QEnterEvent enter{QPointF{9, 9}, QPointF{9, 9}, QPointF{9, 9}};
+            QCoreApplication::sendEvent(&opened.window, &enter);
+        }
+        opened.takeFocusAway();
+        QTEST(opened.window.isVisible(), "staysFirst");
+        if (focusReturns) {
+            QApplication::setActiveWindow(&opened.window);
+        }
+        const auto* patience = opened.window.findChild<QTimer*>({}, Qt::FindDirectChildrenOnly);
+        QTRY_VERIFY(!patience->isActive());
+        QTEST(opened.window.isVisible(), "staysAtLast");
     }
 
     void itsCornersAreRoundWhereWindowsAreBlended_data() {
