@@ -111,15 +111,21 @@ class WaylandDesktop(desktop.Desktop):
     def press(self, *keys):
         self.input.press(*keys)
 
-    def click_item(self, output=0):
-        """Clicks the only item in the tray of one screen's bar."""
-        self.click(sum(width for width, _ in self.outputs[:output + 1]) - ITEM_FROM_THE_RIGHT, BAR_HEIGHT // 2)
+    def item_place(self, output=0):
+        """Where the only item in the tray of one screen's bar is, once it is drawn."""
+        x, y = sum(width for width, _ in self.outputs[:output + 1]) - ITEM_FROM_THE_RIGHT, BAR_HEIGHT // 2
+        self.wait_for(lambda: len(self.colours(x - 8, y - 8, 16, 16)) > 1, "the item to be drawn in the bar")
+        return x, y
 
-    def colour(self, x, y):
-        """The colour that the screen has at a point."""
-        picture = subprocess.run(["grim", "-t", "ppm", "-g", f"{x},{y} 1x1", "-"], env=self.env, check=True,
-                                 capture_output=True).stdout
-        return tuple(picture[-3:])
+    def click_item(self, output=0):
+        self.click(*self.item_place(output))
+
+    def colours(self, x, y, width=1, height=1):
+        """The colours that the screen has in a place."""
+        picture = subprocess.run(["grim", "-s", "1", "-t", "ppm", "-g", f"{x},{y} {width}x{height}", "-"],
+                                 env=self.env, check=True, capture_output=True).stdout
+        pixels = picture[-3 * width * height:]
+        return {tuple(pixels[start:start + 3]) for start in range(0, len(pixels), 3)}
 
     def screenshot(self, path):
         self.run("grim", path, timeout=30)
