@@ -3,8 +3,8 @@
 #include <QAccessibleObject>
 
 /// The application as assistive programs see it, with every window that shows: Qt leaves out the popups, and the panel
-/// is one on some desktops. Our own windows say that they are windows. Install it once, before the first window; from
-/// then on `QAccessible` owns what it makes.
+/// is one on some desktops. Our own windows say that they are windows, buttons are pressed by clicks, and decorations
+/// are passed over. Install it once, before the first window; from then on `QAccessible` owns what it makes.
 class ApplicationAccessible final : public QAccessibleApplication {
 public:
     static void install();

@@ -5,7 +5,7 @@
 #include <QPainter>
 
 Divider::Divider(QWidget* parent)
-    : QWidget{parent} {
+    : Decoration{parent} {
     setFixedHeight(thickness);
 }
 

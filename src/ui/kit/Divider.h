@@ -1,10 +1,11 @@
 #pragma once
 
+#include "ui/kit/Decoration.h"
+
 #include <QColor>
-#include <QWidget>
 
 /// A horizontal rule across its parent.
-class Divider final : public QWidget {
+class Divider final : public Decoration {
     Q_OBJECT
 
 public:

@@ -8,7 +8,6 @@
 
 #include <cmath>
 
-using namespace Qt::StringLiterals;
 namespace Button = PanelMetrics::Button;
 namespace Picker = PanelMetrics::Picker;
 
@@ -18,18 +17,19 @@ DaypartChip::DaypartChip(Daypart daypart, QWidget* parent)
     , m_font{Picker::chipText.font()} {
     const QFontMetricsF metrics{m_font};
     m_titleHeight = static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
+    setCheckable(true);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void DaypartChip::display(bool isSelected, const DaypartPalette& palette) {
-    if (m_isSelected == isSelected && m_palette == palette) {
-        return;
+    setChecked(isSelected);
+    if (m_palette != palette) {
+        m_palette = palette;
+        update();
     }
-    m_isSelected = isSelected;
-    m_palette = palette;
-    setAccessibleDescription(isSelected ? u"selected"_s : QString{});
-    update();
 }
+
+void DaypartChip::nextCheckState() {}
 
 QSize DaypartChip::sizeHint() const {
     const int height = Picker::chipSymbol + Picker::chipLabelSpacing + m_titleHeight + 2 * Picker::chipVerticalPadding;
@@ -45,10 +45,10 @@ void DaypartChip::draw(QPainter& painter) {
     if (isDown()) {
         painter.setOpacity(painter.opacity() * Button::plainPressedOpacity);
     }
-    Drawing::fillRounded(painter, bounds, Picker::chipCornerRadius, m_isSelected ? palette.accent : palette.surface);
-    Drawing::strokeRounded(painter, bounds, Picker::chipCornerRadius, m_isSelected ? palette.accent : palette.border);
+    Drawing::fillRounded(painter, bounds, Picker::chipCornerRadius, isChecked() ? palette.accent : palette.surface);
+    Drawing::strokeRounded(painter, bounds, Picker::chipCornerRadius, isChecked() ? palette.accent : palette.border);
 
-    const QColor foreground{m_isSelected ? palette.background : palette.textMuted};
+    const QColor foreground{isChecked() ? palette.background : palette.textMuted};
     const QRectF symbol{std::floor((bounds.width() - Picker::chipSymbol) / 2), Picker::chipVerticalPadding,
                         Picker::chipSymbol, Picker::chipSymbol};
     m_symbol.draw(painter, symbol, foreground);
@@ -58,9 +58,9 @@ void DaypartChip::draw(QPainter& painter) {
     painter.drawText(text, Qt::AlignCenter | Qt::TextSingleLine, title());
 
     if (showsFocusRing()) {
-        const qreal inset = m_isSelected ? Button::focusRingInset : 0;
+        const qreal inset = isChecked() ? Button::focusRingInset : 0;
         Drawing::strokeRounded(painter, bounds.adjusted(inset, inset, -inset, -inset), Picker::chipCornerRadius - inset,
-                               m_isSelected ? palette.background : palette.accent, Button::focusRingWidth);
+                               isChecked() ? palette.background : palette.accent, Button::focusRingWidth);
     }
 }
 

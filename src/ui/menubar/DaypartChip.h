@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// One daypart to choose: its symbol over its title, filled with the accent while it is the current one.
+/// One daypart to choose: its symbol over its title, filled with the accent while it is the current one, and checked.
 class DaypartChip final : public PanelButton {
     Q_OBJECT
 
@@ -20,10 +20,12 @@ public:
 protected:
     void draw(QPainter& painter) override;
 
+    /// A press leaves the choice to whoever hears of it.
+    void nextCheckState() override;
+
 private:
     const SymbolImage m_symbol;
     const QFont m_font;
     int m_titleHeight = 0;
-    bool m_isSelected = false;
     std::optional<DaypartPalette> m_palette;
 };

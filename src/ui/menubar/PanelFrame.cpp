@@ -10,7 +10,7 @@
 namespace ScrollMark = PanelMetrics::ScrollMark;
 
 PanelFrame::PanelFrame(QWidget* parent)
-    : QWidget{parent} {
+    : Decoration{parent} {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::NoFocus);

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "ui/kit/Decoration.h"
+
 #include <QColor>
-#include <QWidget>
 
 /// Lies over the whole panel, untouchable: cuts its corners round, outlines it, and shows how far it is scrolled.
-class PanelFrame final : public QWidget {
+class PanelFrame final : public Decoration {
     Q_OBJECT
 
 public:

@@ -37,17 +37,7 @@ void DaypartTab::addPicker(FormSection& section) {
         auto* const button = new ChoiceButton{DaypartInfo::title(choice), DaypartInfo::symbolName(choice)};
         button->setAccessibleDescription(picker.text());
         section.addRow(*button);
-        // An assistive program checks the button without a click; a click on a checked one changes nothing of it.
-        connect(button, &QRadioButton::toggled, &m_daypart, [this, choice](bool isChecked) {
-            if (isChecked && m_daypart.daypart.value() != choice) {
-                m_daypart.set(choice);
-            }
-        });
-        connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] {
-            if (!m_daypart.isManual) {
-                m_daypart.set(choice);
-            }
-        });
+        connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] { m_daypart.set(choice); });
         m_choices.at(static_cast<std::size_t>(choice)) = button;
     }
 }

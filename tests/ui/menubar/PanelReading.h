@@ -12,8 +12,9 @@ inline void collect(QAccessibleInterface* item, QStringList& names) {
     if (item == nullptr || item->state().invisible) {
         return;
     }
-    const bool isText = item->role() == QAccessible::StaticText || item->role() == QAccessible::Button;
-    if (const QString name = item->text(QAccessible::Name); isText && !name.isEmpty()) {
+    const bool isRead =
+        item->role() == QAccessible::StaticText || qobject_cast<QPushButton*>(item->object()) != nullptr;
+    if (const QString name = item->text(QAccessible::Name); isRead && !name.isEmpty()) {
         names += name;
     }
     for (int i = 0; i < item->childCount(); ++i) {

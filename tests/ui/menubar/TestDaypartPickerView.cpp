@@ -32,7 +32,7 @@ struct Shown final {
         QStringList titles;
         for (const Daypart daypart : DaypartInfo::allCases) {
             auto* chip = button(DaypartInfo::title(daypart));
-            if (chip->accessibleDescription() == u"selected"_s) {
+            if (chip->isChecked()) {
                 titles += chip->accessibleName();
             }
         }

@@ -1,0 +1,6 @@
+#include "ui/kit/Decoration.h"
+
+Decoration::Decoration(QWidget* parent)
+    : QWidget{parent} {}
+
+#include "moc_Decoration.cpp"

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QAccessible>
+#include <QList>
+#include <QRect>
+#include <QStringList>
+
+#include <optional>
+
+class PaintRecord;
+class QWidget;
+struct DaypartPalette;
+
+/// One thing that a window tells assistive programs of, in the window's coordinates.
+struct AccessibleNode final {
+    QAccessibleInterface* interface = nullptr;
+    QString name;
+    QRect place;
+    QRect seen;          ///< the part that is not scrolled away
+    bool isLeaf = false; ///< a text, a dot or a control
+
+    [[nodiscard]] QAccessible::State state() const { return interface->state(); }
+
+    /// Whether it is there to be pressed: a button, a choice, a tab.
+    [[nodiscard]] bool isControl() const;
+    [[nodiscard]] bool isInView() const { return seen == place; }
+    [[nodiscard]] QStringList actions() const;
+    void press() const;
+};
+
+/// Everything that a window tells assistive programs of, and whether that is what the window paints.
+class AccessibleTree final {
+public:
+    explicit AccessibleTree(QWidget& window);
+
+    /// What shows, depth first: that is the order in which it is read.
+    [[nodiscard]] const QList<AccessibleNode>& nodes() const { return m_nodes; }
+    [[nodiscard]] QList<AccessibleNode> leaves() const;
+    [[nodiscard]] QList<AccessibleNode> controls() const;
+    [[nodiscard]] std::optional<AccessibleNode> focused() const;
+
+    /// The leaves of which all is in view; the others are scrolled away.
+    [[nodiscard]] QList<AccessibleNode> leavesInView() const;
+
+    /// Everything in which the tree and what is painted now disagree, a sentence a line; empty where all is well. The
+    /// palette says which colour a dot has in which state.
+    [[nodiscard]] QString disagreements(const DaypartPalette& palette) const;
+
+private:
+    void walk(QAccessibleInterface* interface, const QRect& view);
+    void compareTexts(const PaintRecord& painted, QStringList& found) const;
+    void compareSymbols(const PaintRecord& painted, QStringList& found) const;
+    void compareDots(const PaintRecord& painted, const DaypartPalette& palette, QStringList& found) const;
+    void checkNode(const AccessibleNode& node, QStringList& found) const;
+    void checkControl(const AccessibleNode& node, const PaintRecord& painted, QStringList& found) const;
+    void checkOrder(QStringList& found) const;
+    [[nodiscard]] QString paintedIn(const AccessibleNode& node, const PaintRecord& painted) const;
+
+    QWidget& m_window;
+    QList<AccessibleNode> m_nodes;
+};

@@ -1,0 +1,157 @@
+#include "support/PaintRecord.h"
+
+#include <QHash>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double inchesInAMetre = 39.37;
+
+QColor over(const QColor& upper, const QColor& lower) {
+    const float share = upper.alphaF();
+    const auto mix = [share](float above, float below) { return above * share + below * (1 - share); };
+    return QColor::fromRgbF(mix(upper.redF(), lower.redF()), mix(upper.greenF(), lower.greenF()),
+                            mix(upper.blueF(), lower.blueF()));
+}
+
+}
+
+/// Passes everything on to the picture, and texts and symbols to the record as well.
+class PaintRecord::Engine final : public QPaintEngine {
+public:
+    explicit Engine(PaintRecord& record)
+        : QPaintEngine{AllFeatures}
+        , m_record{record} {}
+
+    Type type() const override { return User; }
+    bool begin(QPaintDevice* /*device*/) override { return m_painter.begin(&m_record.m_picture); }
+    bool end() override { return m_painter.end(); }
+    void updateState(const QPaintEngineState& /*state*/) override {}
+
+    void drawPath(const QPainterPath& path) override { prepared().drawPath(path); }
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
+        if (mode == PolylineMode) {
+            prepared().drawPolyline(points, count);
+        } else {
+            prepared().drawPolygon(points, count, mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
+        }
+    }
+    void drawPixmap(const QRectF& place, const QPixmap& pixmap, const QRectF& source) override {
+        prepared().drawPixmap(place, pixmap, source);
+        m_record.m_symbols += inView(place);
+    }
+    void drawImage(const QRectF& place, const QImage& image, const QRectF& source,
+                   Qt::ImageConversionFlags flags) override {
+        prepared().drawImage(place, image, source, flags);
+        m_record.m_symbols += inView(place);
+    }
+    void drawTextItem(const QPointF& position, const QTextItem& item) override {
+        const QRectF place{position.x(), position.y() - item.ascent(), item.width(), item.ascent() + item.descent()};
+        m_record.addText(item.text(), inView(place), state->pen().color(), state->opacity());
+        prepared().drawTextItem(position, item);
+    }
+
+private:
+    QPainter& prepared() {
+        m_painter.setTransform({});
+        m_painter.setClipping(false);
+        if (!systemClip().isEmpty()) {
+            m_painter.setClipRegion(systemClip());
+        }
+        m_painter.setTransform(state->transform());
+        if (painter()->hasClipping()) {
+            m_painter.setClipPath(painter()->clipPath(), Qt::IntersectClip);
+        }
+        m_painter.setPen(state->pen());
+        m_painter.setBrush(state->brush());
+        m_painter.setBrushOrigin(state->brushOrigin());
+        m_painter.setFont(state->font());
+        m_painter.setRenderHints(m_painter.renderHints(), false);
+        m_painter.setRenderHints(state->renderHints());
+        m_painter.setCompositionMode(state->compositionMode());
+        m_painter.setOpacity(state->opacity());
+        return m_painter;
+    }
+
+    [[nodiscard]] QRectF inView(const QRectF& place) const {
+        QRectF seen = state->transform().mapRect(place);
+        if (!systemClip().isEmpty()) {
+            seen &= systemClip().boundingRect();
+        }
+        if (painter()->hasClipping()) {
+            seen &= state->transform().mapRect(painter()->clipBoundingRect());
+        }
+        return seen;
+    }
+
+    PaintRecord& m_record;
+    QPainter m_painter;
+};
+
+PaintRecord::PaintRecord(QWidget& widget)
+    : m_picture{widget.size(), QImage::Format_ARGB32_Premultiplied}
+    , m_engine{std::make_unique<Engine>(*this)} {
+    m_picture.fill(Qt::transparent);
+    widget.render(this);
+}
+
+PaintRecord::~PaintRecord() = default;
+
+QPaintEngine* PaintRecord::paintEngine() const {
+    return m_engine.get();
+}
+
+int PaintRecord::metric(PaintDeviceMetric metric) const {
+    constexpr int depth = 32;
+    switch (metric) {
+    case PdmWidth:
+        return m_picture.width();
+    case PdmHeight:
+        return m_picture.height();
+    case PdmWidthMM:
+        return qRound(1000 * m_picture.width() / (m_picture.logicalDpiX() * inchesInAMetre));
+    case PdmHeightMM:
+        return qRound(1000 * m_picture.height() / (m_picture.logicalDpiY() * inchesInAMetre));
+    case PdmDpiX:
+    case PdmPhysicalDpiX:
+        return m_picture.logicalDpiX();
+    case PdmDpiY:
+    case PdmPhysicalDpiY:
+        return m_picture.logicalDpiY();
+    case PdmDepth:
+        return depth;
+    case PdmNumColors:
+        return 0;
+    case PdmDevicePixelRatio:
+        return 1;
+    case PdmDevicePixelRatioScaled:
+        return static_cast<int>(devicePixelRatioFScale());
+    }
+    return 0;
+}
+
+void PaintRecord::addText(const QString& string, const QRectF& place, QColor pen, qreal opacity) {
+    if (place.isEmpty() || string.trimmed().isEmpty()) {
+        return;
+    }
+    const QColor ground = groundAt(place.toAlignedRect() & m_picture.rect());
+    pen.setAlphaF(pen.alphaF() * static_cast<float>(opacity));
+    m_texts += {string, place, over(pen, ground), ground, opacity};
+}
+
+QColor PaintRecord::groundAt(const QRect& place) const {
+    QHash<QRgb, int> counts;
+    for (int y = place.top(); y <= place.bottom(); ++y) {
+        for (int x = place.left(); x <= place.right(); ++x) {
+            ++counts[m_picture.pixel(x, y)];
+        }
+    }
+    const auto most = std::max_element(counts.cbegin(), counts.cend());
+    return most == counts.cend() ? QColor{} : QColor{most.key()};
+}
