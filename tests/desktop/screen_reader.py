@@ -62,6 +62,10 @@ class ScreenReader:
         """Everything that shows, depth first: {"depth", "role", "name", "states"}."""
         return self._ask("tree", window)
 
+    def details(self, window=None):
+        """The tree, and of each element also {"place", "actions", "children"}; the last is a number."""
+        return self._ask("details", window)
+
     def texts(self, window=None):
         """The names of everything that shows and contains nothing else, in reading order."""
         return self._ask("texts", window)
@@ -116,6 +120,16 @@ class Element:
     def description(self):
         return {"depth": self.depth, "role": self.node.getRoleName(), "name": self.name, "states": self.states}
 
+    def details(self):
+        return {**self.description(), "place": self.place(), "actions": self.actions(), "children": self.children}
+
+    def actions(self):
+        try:
+            actions = self.node.queryAction()
+        except NotImplementedError:
+            return []
+        return [actions.getName(index) for index in range(actions.nActions)]
+
     def place(self):
         extents = self.node.queryComponent().getExtents(DESKTOP_COORDINATES)
         return [extents.x, extents.y, extents.width, extents.height]
@@ -146,6 +160,7 @@ class Driver:
             "presence": lambda request: self._find_program(request) is not None,
             "windows": lambda request: [element.name for element in self._windows(request)],
             "tree": lambda request: [element.description() for element in self._everything(request)],
+            "details": lambda request: [element.details() for element in self._everything(request)],
             "texts": lambda request: [name for element in self._everything(request) if element.children == 0
                                       and (name := element.name)],
             "focused": lambda request: next((element.name for element in reversed(list(self._everything(request)))

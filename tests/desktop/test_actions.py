@@ -39,7 +39,7 @@ class Actions(CompanionTest):
         return answer.split()[-2]
 
     def click_twice(self, name):
-        """Two quick clicks of the pointer, where presses of a screen reader would become one."""
+        """Two quick clicks of the pointer."""
         x, y, width, height = self.reader.place(name, PANEL)
         self.desk.run("xdotool", "mousemove", x + width // 2, y + height // 2, "click", "--repeat", "2", "--delay", "5",
                       "1")
