@@ -57,7 +57,9 @@ class Actions(CompanionTest):
     # The tool
 
     def test_backup_says_what_it_does_and_what_came_of_it(self):
-        self.tool.does('[ "$1" = desk ] && sleep 2 && echo "backed up 3 places" && echo && echo "in 2 s"')
+        end = self.desk.root / "end"
+        self.tool.does(f'[ "$1" = desk ] && until [ -e {end} ]; do sleep 0.1; done && '
+                       'echo "backed up 3 places" && echo && echo "in 2 s"')
         self.open()
         self.assertEqual(self.tool_buttons_are_enabled(), [True, True])
         self.assertIsNone(self.result())
@@ -67,6 +69,7 @@ class Actions(CompanionTest):
         self.assertFalse(self.reader.states("Desk backup now", PANEL) & {"enabled", "sensitive"})
         self.assertTrue(self.reader.is_enabled("Refresh", PANEL))
         self.photograph("actions-running")
+        end.touch()
         self.reader.wait_for_text("backed up 3 places · in 2 s", PANEL)
         self.wait_for(lambda: self.tool_buttons_are_enabled() == [True, True], "the buttons to be enabled again")
         self.assertEqual(self.result(), "backed up 3 places · in 2 s")
