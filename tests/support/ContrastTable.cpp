@@ -60,7 +60,9 @@ void ContrastTable::add(const QString& state, const QList<QList<Sight>>& looks) 
     for (qsizetype i = 0; i < looks.constFirst().size(); ++i) {
         Row row{state, {looks.constFirst().at(i).name}, {}};
         for (const auto& look : looks) {
-            Q_ASSERT(look.size() == looks.constFirst().size() && look.at(i).name == row.names.constFirst());
+            if (look.size() != looks.constFirst().size() || look.at(i).name != row.names.constFirst()) {
+                qFatal("not every appearance shows “%s”", qPrintable(row.names.constFirst()));
+            }
             row.sights += look.at(i);
         }
         const auto known = std::ranges::find_if(
