@@ -1,6 +1,5 @@
 #include "app/CommandLine.h"
 #include "app/VornaApp.h"
-#include "platform/Launch.h"
 #include "platform/SingleInstance.h"
 
 #include <QApplication>
@@ -16,7 +15,6 @@ using Request = CommandLine::Request;
 
 constexpr auto settingsMessage = "settings"_L1;
 constexpr auto panelMessage = "panel"_L1;
-constexpr auto windowSystemVariable = "QT_QPA_PLATFORM";
 constexpr int usageError = 2;
 
 void print(FILE* stream, const QString& text) {
@@ -75,14 +73,7 @@ int main(int argc, char** argv) {
         return EXIT_SUCCESS;
     }
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
-    const QByteArray windowSystems = Launch::windowSystems();
-    if (!windowSystems.isEmpty()) {
-        qputenv(windowSystemVariable, windowSystems);
-    }
     QApplication application{argc, argv};
-    if (!windowSystems.isEmpty()) {
-        qunsetenv(windowSystemVariable);
-    }
     qInstallMessageHandler(usualHandler);
     QApplication::setApplicationName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);

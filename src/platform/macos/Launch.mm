@@ -6,10 +6,6 @@
 
 #import <AppKit/AppKit.h>
 
-QByteArray Launch::windowSystems() {
-    return {};
-}
-
 void Launch::becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }
