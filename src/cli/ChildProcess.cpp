@@ -140,12 +140,16 @@ void ChildProcess::terminate() const {
     kill(m_process, SIGTERM);
 }
 
-std::string ChildProcess::readOutput() const {
-    return readToEnd(m_output);
+std::string ChildProcess::readOutput() {
+    std::string output;
+    readToEnd({{m_output, output}});
+    return output;
 }
 
-std::string ChildProcess::readErrors() const {
-    return readToEnd(m_errors);
+ChildProcess::Streams ChildProcess::readStreams() {
+    Streams streams;
+    readToEnd({{m_output, streams.output}, {m_errors, streams.errors}});
+    return streams;
 }
 
 int ChildProcess::waitForExit() {

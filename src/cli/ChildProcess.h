@@ -13,6 +13,12 @@
 /// until `waitForExit()`, so `isRunning()` and `terminate()` are safe on a second thread until then.
 class ChildProcess final {
 public:
+    /// What a child wrote.
+    struct Streams final {
+        std::string output;
+        std::string errors;
+    };
+
     /// Starts the file `executable` directly, without a shell or the search path. Its signals are unblocked and have
     /// their default actions; it inherits no other descriptor of ours. A name without a slash is never a file of the
     /// current directory: it is not found. Answers the `errno` when there is no child.
@@ -28,9 +34,10 @@ public:
     /// Asks the child to end (SIGTERM) and does not wait.
     void terminate() const;
 
-    /// Each waits for the end of its stream, which may outlive the child when it left children of its own.
-    [[nodiscard]] std::string readOutput() const;
-    [[nodiscard]] std::string readErrors() const;
+    /// Waits for the end of one stream, or of both, which may outlive the child when it left children of its own; takes
+    /// no more than `mostBytesRead` of each, and closes it.
+    [[nodiscard]] std::string readOutput();
+    [[nodiscard]] Streams readStreams();
 
     /// Waits for the child's end: its status, or the number of the signal that ended it. The second call and later
     /// ones, like one whose answer somebody else took, give `unknownStatus`.

@@ -4,12 +4,16 @@
 
 #include <array>
 #include <cerrno>
+#include <vector>
 
 #include <fcntl.h>
+#include <poll.h>
 
 namespace {
 
 constexpr std::size_t readBlockBytes = 64 * 1024;
+constexpr int waitForEver = -1;
+constexpr int ignoredByPoll = -1;
 
 int moveOffStandardDescriptors(Descriptor& descriptor) {
     if (descriptor.number() > STDERR_FILENO) {
@@ -21,6 +25,33 @@ int moveOffStandardDescriptors(Descriptor& descriptor) {
     }
     descriptor = Descriptor{moved};
     return 0;
+}
+
+/// Of UTF-8; the last character of a text that was cut may be half of one.
+void dropLastCharacter(std::string& text) {
+    constexpr unsigned char kindBits = 0xC0;
+    constexpr unsigned char continuation = 0x80;
+    while (!text.empty() && (static_cast<unsigned char>(text.back()) & kindBits) == continuation) {
+        text.pop_back();
+    }
+    if (!text.empty()) {
+        text.pop_back();
+    }
+}
+
+/// Whether there may be more.
+bool takeBlock(const Reading& reading) {
+    std::array<char, readBlockBytes> block{};
+    const ssize_t count = read(reading.from.number(), block.data(), block.size());
+    if (count <= 0) {
+        return count == -1 && errno == EINTR;
+    }
+    reading.into.append(block.data(), static_cast<std::size_t>(count));
+    if (reading.into.size() < mostBytesRead) {
+        return true;
+    }
+    dropLastCharacter(reading.into);
+    return false;
 }
 
 }
@@ -39,15 +70,25 @@ std::expected<Pipe, int> Pipe::open() {
     return pipe;
 }
 
-std::string readToEnd(const Descriptor& reading) {
-    std::string text;
-    std::array<char, readBlockBytes> block{};
-    for (;;) {
-        const ssize_t count = read(reading.number(), block.data(), block.size());
-        if (count > 0) {
-            text.append(block.data(), static_cast<std::size_t>(count));
-        } else if (count == 0 || errno != EINTR) {
-            return text;
+void readToEnd(std::initializer_list<Reading> readings) {
+    std::vector<pollfd> ends;
+    for (const Reading& reading : readings) {
+        ends.push_back({.fd = reading.from.number(), .events = POLLIN, .revents = 0});
+    }
+    for (auto open = ends.size(); open > 0;) {
+        if (poll(ends.data(), static_cast<nfds_t>(ends.size()), waitForEver) == -1) {
+            if (errno == EINTR) {
+                continue;
+            }
+            return;
+        }
+        for (std::size_t i = 0; i < ends.size(); ++i) {
+            const Reading& reading = std::data(readings)[i];
+            if (ends[i].revents != 0 && !takeBlock(reading)) {
+                reading.from.close();
+                ends[i].fd = ignoredByPoll;
+                --open;
+            }
         }
     }
 }

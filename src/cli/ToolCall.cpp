@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include <unistd.h>
 
@@ -38,9 +39,6 @@ ToolOutcome callTool(const std::string& executable, const std::vector<std::strin
         return launchFailure(executable, child.error());
     }
     watchdog.watch(*child, timeout);
-    ToolOutcome outcome;
-    outcome.output = child->readOutput();
-    outcome.errors = child->readErrors();
-    outcome.exitCode = child->waitForExit();
-    return outcome;
+    auto streams = child->readStreams();
+    return {.exitCode = child->waitForExit(), .output = std::move(streams.output), .errors = std::move(streams.errors)};
 }

@@ -27,7 +27,8 @@ struct Result final {
 [[nodiscard]] std::string resolveVornaExecutable();
 
 /// Runs the tool with `arguments` and ends it (SIGTERM, once) when it outlives `timeout` seconds. Its output is read
-/// only after that, so a tool that fills its pipe waits there until the time is over. Never fails: see `Result`.
+/// only after that, so a tool that fills its pipe waits there until the time is over; what writes on without end then
+/// is cut off after 16 MiB a stream. Never fails: see `Result`.
 [[nodiscard]] QCoro::Task<Result> run(QStringList arguments, double timeout);
 
 }

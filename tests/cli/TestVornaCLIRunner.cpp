@@ -1,6 +1,7 @@
 #include "cli/VornaCLIRunner.h"
 
 #include "cli/StandInTool.h"
+#include "support/OwnProcess.h"
 
 #include <QCoro/QCoroTask>
 
@@ -31,6 +32,10 @@ extern char** environ;
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+using OwnProcess::entries;
+using OwnProcess::hasChild;
+using OwnProcess::openDescriptors;
+using OwnProcess::threads;
 using VornaCLIRunner::Result;
 
 namespace {
@@ -53,23 +58,6 @@ QCoro::Task<> noteThread(std::vector<Result>* results, QThread** thread) {
     auto call = VornaCLIRunner::run(QStringList{}, ample);
     results->push_back(co_await call);
     *thread = QThread::currentThread();
-}
-
-qsizetype entries(const QString& directory) {
-    return QDir{directory}.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-}
-
-qsizetype openDescriptors() {
-    return entries(u"/proc/self/fd"_s);
-}
-
-qsizetype threads() {
-    return entries(u"/proc/self/task"_s);
-}
-
-bool hasChild() {
-    siginfo_t change{};
-    return waitid(P_ALL, 0, &change, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
 bool isAlive(qint64 process) {
@@ -126,6 +114,8 @@ private slots:
     void floodWaitsForTheDeadline();
     void terminatesOnceAndWaitsForTheToolToObey();
     void toolThatIgnoresTheRequestIsReadToItsEnd();
+    void endlessFloodIsCutBehindAWholeCharacter();
+    void fullStreamOfComplaintsDoesNotHoldUpTheOutput();
     void readsOnWhileAGrandchildHoldsTheStreams();
     void doesNotWaitForAGrandchildWithStreamsOfItsOwn();
 
@@ -383,6 +373,30 @@ void TestVornaCLIRunner::toolThatIgnoresTheRequestIsReadToItsEnd() {
     const Result result = runTool({m_tool->file(u"text"_s)}, 0.3);
     QCOMPARE(result.exitCode, 5);
     QCOMPARE(result.stdOut.size(), bytes);
+}
+
+void TestVornaCLIRunner::endlessFloodIsCutBehindAWholeCharacter() {
+    constexpr qsizetype mostBytes = 16 * 1024 * 1024;
+    constexpr qsizetype pipeFull = 64 * 1024;
+    const QString character = u"€"_s;
+    m_tool->write("trap '' TERM; yes € | tr -d '\\n'; exit 5");
+    const Result result = runTool({}, 0.5);
+    QCOMPARE(result.exitCode, 5);
+    const auto size = result.stdOut.size();
+    const auto bytesOfOne = character.toUtf8().size();
+    QVERIFY2(size >= mostBytes / bytesOfOne - 1, qPrintable(QString::number(size)));
+    QVERIFY2(size <= (mostBytes + pipeFull) / bytesOfOne, qPrintable(QString::number(size)));
+    QCOMPARE(result.stdOut.count(character), size);
+}
+
+void TestVornaCLIRunner::fullStreamOfComplaintsDoesNotHoldUpTheOutput() {
+    constexpr int bytes = 300'000;
+    StandInTool::writeFile(QByteArray{bytes, 'x'}, m_tool->file(u"text"_s));
+    m_tool->write("trap '' TERM; cat \"$1\" >&2; echo done; exit 5");
+    const Result result = runTool({m_tool->file(u"text"_s)}, 0.5);
+    QCOMPARE(result.exitCode, 5);
+    QCOMPARE(result.stdOut, u"done\n"_s);
+    QCOMPARE(result.stdErr.size(), bytes);
 }
 
 void TestVornaCLIRunner::readsOnWhileAGrandchildHoldsTheStreams() {

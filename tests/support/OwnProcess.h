@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDir>
+
+#include <filesystem>
+#include <system_error>
+
+#include <sys/wait.h>
+
+/// What the test's own process holds, for finding out what a test has left behind.
+namespace OwnProcess {
+
+[[nodiscard]] inline qsizetype entries(const QString& directory) {
+    return QDir{directory}.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+/// Files, sockets and pipes. Not the kernel's own kind: Qt's drawing threads come and go, each with one of these.
+[[nodiscard]] inline qsizetype openDescriptors() {
+    qsizetype count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator{"/proc/self/fd"}) {
+        std::error_code gone;
+        const auto target = std::filesystem::read_symlink(entry.path(), gone).string();
+        count += gone || target.starts_with("anon_inode:") ? 0 : 1;
+    }
+    return count;
+}
+
+[[nodiscard]] inline qsizetype threads() {
+    return entries(QStringLiteral("/proc/self/task"));
+}
+
+/// Whether there is a child, be it alive or not waited for.
+[[nodiscard]] inline bool hasChild() {
+    siginfo_t change{};
+    return waitid(P_ALL, 0, &change, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+}
