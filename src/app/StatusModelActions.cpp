@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
+#include <QStringTokenizer>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -32,7 +33,14 @@ constexpr std::array accounts{
 };
 
 QString shortened(const QString& summary) {
-    return summary.split(u'\n', Qt::SkipEmptyParts).mid(0, mostLines).join(u" · "_s);
+    QStringList lines;
+    for (const QStringView line : qTokenize(summary, u'\n', Qt::SkipEmptyParts)) {
+        lines += line.toString();
+        if (lines.size() == mostLines) {
+            break;
+        }
+    }
+    return lines.join(u" · "_s);
 }
 
 /// The first `count` characters as a person counts them.
