@@ -22,20 +22,25 @@ QByteArray hostField(const QUrl& url) {
 
 }
 
-HttpGet::Answer HttpGet::send(const QUrl& url, std::chrono::milliseconds idleLimit) {
-    return (new HttpGet{url, idleLimit, QCoreApplication::instance()})->m_answer;
+HttpGet::Answer HttpGet::send(const QUrl& url, std::chrono::milliseconds idleLimit,
+                              std::chrono::milliseconds wholeLimit) {
+    return (new HttpGet{url, idleLimit, wholeLimit, QCoreApplication::instance()})->m_answer;
 }
 
-HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, QObject* parent)
+HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, std::chrono::milliseconds wholeLimit,
+                 QObject* parent)
     : QObject{parent}
     , m_url{url} {
     connect(&m_socket, &QTcpSocket::connected, this, &HttpGet::sendRequest);
     connect(&m_socket, &QTcpSocket::readyRead, this, &HttpGet::readAnswer);
     connect(&m_socket, &QTcpSocket::errorOccurred, this, &HttpGet::fail, Qt::QueuedConnection);
-    m_idle.setSingleShot(true);
     m_idle.setInterval(idleLimit);
-    connect(&m_idle, &QTimer::timeout, this, [this] { end(std::unexpected{BridgeError::of(Kind::timedOut)}); });
-    m_idle.start();
+    m_whole.setInterval(wholeLimit);
+    for (QTimer* timer : {&m_idle, &m_whole}) {
+        timer->setSingleShot(true);
+        connect(timer, &QTimer::timeout, this, [this] { end(std::unexpected{BridgeError::of(Kind::timedOut)}); });
+        timer->start();
+    }
     m_socket.setProxy(QNetworkProxy::NoProxy);
     m_socket.setReadBufferSize(readBufferBytes);
     m_socket.connectToHost(url.host(), static_cast<quint16>(url.port(defaultPort)));
@@ -79,6 +84,7 @@ void HttpGet::end(const std::expected<HttpResponse, BridgeError>& answer) {
         return;
     }
     m_idle.stop();
+    m_whole.stop();
     m_socket.disconnect(this);
     m_socket.abort();
     deleteLater();

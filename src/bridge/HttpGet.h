@@ -19,14 +19,21 @@ class HttpGet final : public QObject {
 public:
     using Answer = Deferred<std::expected<HttpResponse, BridgeError>>;
 
-    /// Sends the request now. It fails when nothing moves on the connection for `idleLimit`, and as soon as the answer
-    /// outgrows the parser's limits. The answer always comes in a later turn of the event loop.
-    [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit);
+    /// A peer that never falls silent, and never comes to an end either, would hold its connection for ever, and so
+    /// would each later one until no descriptor is left.
+    static constexpr std::chrono::milliseconds longestLife = std::chrono::minutes{10};
+
+    /// Sends the request now. It fails when nothing moves on the connection for `idleLimit`, as soon as the answer
+    /// outgrows the parser's limits, and when it is not complete after `wholeLimit`. The answer always comes in a later
+    /// turn of the event loop.
+    [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit,
+                                     std::chrono::milliseconds wholeLimit = longestLife);
 
     ~HttpGet() override;
 
 private:
-    HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, QObject* parent);
+    HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, std::chrono::milliseconds wholeLimit,
+            QObject* parent);
 
     void sendRequest();
     void readAnswer();
@@ -36,6 +43,7 @@ private:
     QUrl m_url;
     QTcpSocket m_socket;
     QTimer m_idle;
+    QTimer m_whole;
     HttpResponseParser m_parser;
     Answer m_answer;
     bool m_connected = false;

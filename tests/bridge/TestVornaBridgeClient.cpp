@@ -1,5 +1,6 @@
 #include "bridge/VornaBridgeClient.h"
 
+#include "bridge/HttpGet.h"
 #include "support/ScriptedPeer.h"
 
 #include <QElapsedTimer>
@@ -58,6 +59,11 @@ QString said(const std::expected<DesktopMonitorPayload, BridgeError>& answer) {
     return answer ? QString::number(answer->services.size()) : answer.error().text;
 }
 
+QCoro::Task<> noteError(HttpGet::Answer pending, std::optional<QString>* text) {
+    const auto answer = co_await pending;
+    *text = answer ? QString{} : answer.error().text;
+}
+
 QString text(Kind kind) {
     return BridgeError::of(kind).text;
 }
@@ -76,6 +82,7 @@ private slots:
     void stallsEndAfterTheIdleLimit_data();
     void stallsEndAfterTheIdleLimit();
     void slowProgressIsWaitedFor();
+    void progressWithoutAnEndIsNotWaitedForForEver();
     void endlessBodyEndsWhileItStreams();
     void hugeAnnouncedBodyIsNotAwaited();
     void requestIsPlain_data();
@@ -217,6 +224,19 @@ void TestVornaBridgeClient::slowProgressIsWaitedFor() {
 
     QCOMPARE(said(QCoro::waitFor(client.health())), u"true"_s);
     QVERIFY(timer.elapsed() > 2000);
+}
+
+void TestVornaBridgeClient::progressWithoutAnEndIsNotWaitedForForEver() {
+    ScriptedPeer peer;
+    peer.setScript("/", {QByteArrayList{head({})} + byteByByte(QByteArray(1000, ' ')), End::stall, 50ms});
+
+    const auto answer = HttpGet::send(peer.baseUrl(u"/"_s), 60s, 500ms);
+    std::optional<QString> text;
+    noteError(answer, &text);
+    QTRY_VERIFY(text);
+    QCOMPARE(*text, u"The request timed out."_s);
+    QVERIFY(peer.bytesSent > head({}).size());
+    QTRY_COMPARE(peer.openConnections, 0);
 }
 
 void TestVornaBridgeClient::endlessBodyEndsWhileItStreams() {
