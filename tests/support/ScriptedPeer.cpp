@@ -73,6 +73,9 @@ void ScriptedPeer::end(QTcpSocket& socket, const Script& script) {
     case End::close:
         socket.disconnectFromHost();
         break;
+    case End::halfClose:
+        shutdown(static_cast<int>(socket.socketDescriptor()), SHUT_WR);
+        break;
     case End::stall:
         break;
     case End::reset: {

@@ -15,7 +15,7 @@ class ScriptedPeer final : public QTcpServer {
 
 public:
     /// What to do after the pieces were sent.
-    enum class End { close, stall, reset, repeatLastPiece };
+    enum class End { close, halfClose, stall, reset, repeatLastPiece };
 
     struct Script final {
         QByteArrayList pieces;

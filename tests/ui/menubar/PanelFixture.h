@@ -12,18 +12,21 @@
 #include <QTest>
 #include <QTimer>
 
-/// The real models of a panel, at a time of day that the test chooses, with a bridge that refuses every connection and
-/// a record of what the panel asks for.
+/// The real models of a panel, at a time of day that the test chooses, and a record of what the panel asks for. But for
+/// what the test says, the bridge refuses every connection and the tool is a fake one.
 struct PanelFixture final {
     QTime time{12, 0};
-    MemoryDefaults defaults;
-    FakeNotificationCenter center;
+    MemoryDefaults defaults{};
+    FakeNotificationCenter center{};
     NotificationService notifications{center};
-    FakeTool tool;
-    StatusModel status{notifications, tool.runner(), QUrl{QStringLiteral("http://127.0.0.1:1")}};
+    FakeTool tool{};
+    StatusModel::ToolRunner runTool = tool.runner();
+    QUrl bridge{QStringLiteral("http://127.0.0.1:1")};
+    Clock clock = wallClock;
+    StatusModel status{notifications, runTool, bridge, clock};
     DaypartController daypart{defaults, [this] { return QDateTime{QDate{2026, 7, 28}, time}; }};
     int settingsOpened = 0;
-    QList<QUrl> pagesOpened;
+    QList<QUrl> pagesOpened{};
     int quits = 0;
 
     [[nodiscard]] PanelActions actions() {

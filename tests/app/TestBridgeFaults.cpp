@@ -1,0 +1,399 @@
+#include "app/StatusModel.h"
+
+#include "support/OwnProcess.h"
+#include "support/ScriptedPeer.h"
+#include "ui/ClockText.h"
+#include "ui/menubar/PanelFixture.h"
+#include "ui/menubar/PanelReading.h"
+
+#include <QPushButton>
+
+#include <chrono>
+#include <optional>
+
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using OwnProcess::openDescriptors;
+using Script = ScriptedPeer::Script;
+using End = ScriptedPeer::End;
+
+namespace {
+
+constexpr int patienceMs = 30'000;
+constexpr qsizetype largestBody = 8 * 1024 * 1024;
+
+QByteArray snapshot(const QByteArray& more = {}) {
+    return R"({"host":{"hostname":"desk","cpu_load_1m":1.5,"memory_used_pct":64,"disk_used_pct":70},
+        "caddy_sites_up":1,"caddy_sites_total":1,"services":[{"name":"caddy.process","ok":true,"detail":"running"},
+        {"name":"postgres","ok":true,"detail":"on 5432"}])" +
+           more + '}';
+}
+
+QByteArray head(const QByteArray& fields) {
+    return "HTTP/1.1 200 OK\r\n" + fields + "\r\n";
+}
+
+QByteArray sizedHead(qsizetype length) {
+    return head("Content-Length: " + QByteArray::number(length) + "\r\n");
+}
+
+Script good() {
+    return ScriptedPeer::plain(200, snapshot());
+}
+
+QByteArrayList inPieces(const QByteArray& bytes, qsizetype size) {
+    QByteArrayList pieces;
+    for (qsizetype at = 0; at < bytes.size(); at += size) {
+        pieces += bytes.sliced(at, qMin(size, bytes.size() - at));
+    }
+    return pieces;
+}
+
+/// What the bridge does for one poll; where it answers no health, nobody asks for its monitor.
+struct Fault final {
+    Script health = ScriptedPeer::plain(200);
+    Script monitor = good();
+    bool refuses = false;
+};
+
+/// What the user then sees.
+enum class Outcome { snapshot, onlineWithoutData, offline, unreachable };
+
+struct Look final {
+    QStringList bridge;
+    QStringList caddy;
+    QString postgresDot;
+    QStringList services;
+    QString symbol;
+    QString meaning;
+};
+
+const Look& lookOf(Outcome outcome) {
+    static const QStringList online{u"online · :43105"_s, u"ok"_s};
+    static const QStringList offline{u"offline"_s, u"not ok"_s};
+    static const QStringList hint{u"Start bridge: vorna server start"_s};
+    static const QString slash = u"antenna.radiowaves.left.and.right.slash"_s;
+    static const QString check = u"checkmark.circle.fill"_s;
+    static const std::array looks{
+        Look{online,
+             {u"running · 1/1 sites"_s, u"ok"_s},
+             u"ok"_s,
+             {u"ok"_s, u"caddy.process"_s, u"running"_s, u"ok"_s, u"postgres"_s, u"on 5432"_s},
+             check,
+             u"all well"_s},
+        Look{online, {u"bridge ok"_s, u"ok"_s}, u"ok"_s, {u"No probes yet"_s}, check, u"all well"_s},
+        Look{offline, {u"bridge offline"_s, u"not ok"_s}, u"not ok"_s, hint, slash, u"bridge offline"_s},
+        Look{offline, {u"bridge unreachable"_s, u"not ok"_s}, u"not ok"_s, hint, slash, u"bridge offline"_s},
+    };
+    return looks.at(static_cast<std::size_t>(outcome));
+}
+
+/// The rows from "Bridge" to the last service, as they must read.
+QStringList expected(Outcome outcome, const QString& error, const QDateTime& updated) {
+    const Look& look = lookOf(outcome);
+    return QStringList{u"Bridge"_s} + look.bridge + QStringList{u"Caddy"_s} + look.caddy +
+           QStringList{u"Postgres"_s, u"on 5432"_s, look.postgresDot} +
+           QStringList{u"LOAD"_s, u"1.50"_s, u"MEMORY"_s, u"64%"_s, u"DISK"_s, u"70%"_s} +
+           (error.isEmpty() ? QStringList{} : QStringList{error}) +
+           QStringList{u"Updated " + ClockText::withSeconds(updated), u"SERVICES"_s} + look.services;
+}
+
+/// A panel that is shown, over a bridge that answers as it is told to.
+class Desk final {
+public:
+    Desk() {
+        heal();
+        view->show();
+        peerPort = peer.serverPort();
+    }
+
+    void heal() {
+        set({});
+        if (!peer.isListening() && !peer.listen(QHostAddress::LocalHost, peerPort)) {
+            qFatal("The scripted peer cannot listen again.");
+        }
+    }
+    void set(const Fault& fault) {
+        peer.setScript("/health", fault.health);
+        peer.setScript("/monitor/desktop", fault.monitor);
+        if (fault.refuses) {
+            peer.close();
+        }
+    }
+    void press(const QString& title) {
+        QTest::mouseClick(PanelReading::named<QPushButton>(*view, title), Qt::LeftButton);
+    }
+    void refresh() {
+        now = now.addSecs(5);
+        press(u"Refresh"_s);
+    }
+    [[nodiscard]] bool settle() {
+        if (auto* timer = panel.status.findChild<QTimer*>()) {
+            timer->stop();
+        }
+        return QTest::qWaitFor([this] { return !panel.status.polling && peer.openConnections == 0; }, patienceMs);
+    }
+    [[nodiscard]] QStringList shown() {
+        (void)drawn(*view);
+        const QStringList names = PanelReading::names(*view);
+        const auto first = names.indexOf(u"Bridge"_s);
+        return names.mid(first, names.indexOf(u"Refresh"_s) - first);
+    }
+    [[nodiscard]] QString icon() { return panel.status.menuBarSymbol() + u", " + panel.status.menuBarMeaning(); }
+    static QString iconOf(Outcome outcome) { return lookOf(outcome).symbol + u", " + lookOf(outcome).meaning; }
+
+    QDateTime now{QDate{2026, 1, 15}, QTime{12, 0}};
+    ScriptedPeer peer;
+    quint16 peerPort = 0;
+    PanelFixture panel{.bridge = peer.baseUrl(), .clock = [this] { return now; }};
+    std::unique_ptr<MenuBarView> view = panel.makeView();
+};
+
+}
+
+class TestBridgeFaults final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() {
+        m_desk.emplace();
+        QVERIFY(m_desk->settle());
+        QCOMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+        m_descriptors = openDescriptors();
+    }
+    void cleanup() {
+        m_desk->heal();
+        m_desk->refresh();
+        QVERIFY(m_desk->settle());
+        QCOMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+        QCOMPARE(m_desk->icon(), Desk::iconOf(Outcome::snapshot));
+        QTRY_COMPARE(openDescriptors(), m_descriptors);
+        m_desk.reset();
+    }
+
+    void faultIsShownAndGotOver_data();
+    void faultIsShownAndGotOver();
+    void panelWorksWhileTheBridgeHangs();
+    void bridgeThatIsBackShowsWhileAnOlderPollHangs();
+    void manyHangingPollsAreAllLetGo();
+    void upAndDownAtEveryPollShowsEach();
+    void lateAnswerStandsUntilTheNextPoll();
+    void lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll();
+    void noDescriptorForASocketIsAnUnreachableBridge();
+
+private:
+    void poll(const Fault& fault, Outcome outcome, const QString& error = {}) {
+        m_desk->set(fault);
+        const auto requests = m_desk->peer.requests.size();
+        m_desk->refresh();
+        QVERIFY(m_desk->panel.status.polling);
+        QVERIFY(m_desk->settle());
+        QCOMPARE(m_desk->shown(), expected(outcome, error, m_desk->now));
+        QCOMPARE(m_desk->icon(), Desk::iconOf(outcome));
+        const bool asksForData = outcome == Outcome::snapshot || outcome == Outcome::onlineWithoutData;
+        QCOMPARE(m_desk->peer.requests.size() - requests, fault.refuses ? 0 : asksForData ? 2 : 1);
+    }
+
+    std::optional<Desk> m_desk;
+    qsizetype m_descriptors = 0;
+};
+
+Q_DECLARE_METATYPE(Outcome)
+
+void TestBridgeFaults::faultIsShownAndGotOver_data() {
+    QTest::addColumn<Fault>("fault");
+    QTest::addColumn<Outcome>("outcome");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char* name, const Fault& fault, Outcome outcome, const QString& error = {}) {
+        QTest::newRow(name) << fault << outcome << error;
+    };
+    const QString lost = u"The network connection was lost."_s;
+    const QString late = u"The request timed out."_s;
+    const QString garbled = u"The answer of the server was garbled."_s;
+    const QString tooMuch = u"The server sent more data than expected."_s;
+    const auto health = [](const Script& script) { return Fault{.health = script}; };
+    const auto monitor = [](const Script& script) { return Fault{.monitor = script}; };
+    const auto json = [](const QByteArray& body) { return Fault{.monitor = ScriptedPeer::plain(200, body)}; };
+    const QByteArray answer = good().pieces.first();
+    const QByteArray manyFields = QByteArray{"X: y\r\n"}.repeated(1000);
+    const QByteArray manyInterims = QByteArray{"HTTP/1.1 100 Continue\r\n\r\n"}.repeated(1000);
+
+    row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+    row("stall, health", health({{}, End::stall}), Outcome::unreachable, late);
+    row("stall, monitor", monitor({{}, End::stall}), Outcome::onlineWithoutData);
+    row("drip under the limit",
+        {.health = {inPieces(head({}), 4), End::close, 300ms}, .monitor = {inPieces(answer, 30), End::stall, 100ms}},
+        Outcome::snapshot);
+    row("drip over the limit", health({inPieces(sizedHead(0), 8), End::close, 2500ms}), Outcome::unreachable, late);
+    row("reset, health", health({{sizedHead(100) + "{"}, End::reset, 20ms}), Outcome::unreachable, lost);
+    row("reset, monitor", monitor({{answer.chopped(1)}, End::reset, 20ms}), Outcome::onlineWithoutData);
+    row("closed, health", health({}), Outcome::unreachable, lost);
+    row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
+    row("half-closed, health", health({{sizedHead(100)}, End::halfClose}), Outcome::unreachable, lost);
+    row("half-closed, monitor", monitor({{answer.chopped(1)}, End::halfClose}), Outcome::onlineWithoutData);
+    row("half-closed behind all of it", monitor({{head({}) + snapshot()}, End::halfClose}), Outcome::snapshot);
+
+    row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
+    row("status 404, health", health(ScriptedPeer::plain(404)), Outcome::offline);
+    row("status 204, health", health({{"HTTP/1.1 204 No Content\r\n\r\n"}, End::stall}), Outcome::offline);
+    row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
+    row("redirect loop, health", health({{"HTTP/1.1 302 Found\r\nLocation: /health\r\nContent-Length: 0\r\n\r\n"}}),
+        Outcome::offline);
+    row("redirect loop, monitor",
+        monitor({{"HTTP/1.1 307 Again\r\nLocation: /monitor/desktop\r\nContent-Length: 0\r\n\r\n"}}),
+        Outcome::onlineWithoutData);
+
+    row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
+    row("garbage: not HTTP, monitor", monitor({{QByteArray(100, '\0')}, End::stall}), Outcome::onlineWithoutData);
+    row("garbage: headers, health", health({{"HTTP/1.1 200 OK\r\nnonsense\r\n\r\n"}}), Outcome::unreachable, garbled);
+    row("garbage: nothing", json({}), Outcome::onlineWithoutData);
+    row("garbage: not JSON", json("<html>Bad gateway</html>"), Outcome::onlineWithoutData);
+    row("garbage: half of the JSON", json(snapshot().chopped(40)), Outcome::onlineWithoutData);
+    row("garbage: a list", json("[" + snapshot() + "]"), Outcome::onlineWithoutData);
+    row("garbage: wrong types", json(snapshot(R"(,"host":{"cpu_load_1m":"high"})")), Outcome::onlineWithoutData);
+    row("garbage: not UTF-8", json(snapshot(",\"x\":\"\xff\xfe\"")), Outcome::onlineWithoutData);
+    row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
+        Outcome::onlineWithoutData);
+
+    row("giant: endless body, health", health({{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
+        Outcome::unreachable, tooMuch);
+    row("giant: endless body, monitor", monitor({{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
+        Outcome::onlineWithoutData);
+    row("giant: endless header", health({{"HTTP/1.1 200 OK\r\nX: ", QByteArray(10'000, 'x')}, End::repeatLastPiece}),
+        Outcome::unreachable, tooMuch);
+    row("giant: endless headers", health({{"HTTP/1.1 200 OK\r\n", manyFields}, End::repeatLastPiece}),
+        Outcome::unreachable, tooMuch);
+    row("giant: endless interim answers", health({{manyInterims}, End::repeatLastPiece}), Outcome::unreachable,
+        tooMuch);
+    row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
+        Outcome::snapshot);
+    row("giant: one byte more", json(snapshot(QByteArray(largestBody + 1 - snapshot().size(), ' '))),
+        Outcome::onlineWithoutData);
+    row("length: more than comes", monitor({{sizedHead(snapshot().size() + 1) + snapshot()}}),
+        Outcome::onlineWithoutData);
+    row("length: less than comes", monitor({{sizedHead(snapshot().size() - 1) + snapshot()}}),
+        Outcome::onlineWithoutData);
+    row("length: two that differ", health({{head("Content-Length: 0\r\nContent-Length: 1\r\n")}}), Outcome::unreachable,
+        garbled);
+
+    const QByteArray chunkedHead = head("Transfer-Encoding: chunked\r\n");
+    const QByteArray chunk = QByteArray::number(snapshot().size(), 16) + ";name=value\r\n" + snapshot() + "\r\n";
+    row("chunks: with all that is allowed", monitor({{chunkedHead + chunk + "000\r\nTrailer: x\r\n\r\n"}, End::stall}),
+        Outcome::snapshot);
+    row("chunks: without an end", monitor({{chunkedHead + chunk}}), Outcome::onlineWithoutData);
+    row("chunks: a size past 64 bits", monitor({{chunkedHead + "fffffffffffffffff\r\n"}, End::stall}),
+        Outcome::onlineWithoutData);
+    row("chunks: a size past the limit",
+        monitor({{chunkedHead + "7fffffffffffffff\r\n", QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
+        Outcome::onlineWithoutData);
+    row("chunks: endless trailers", health({{chunkedHead + "0\r\n", manyFields}, End::repeatLastPiece}),
+        Outcome::unreachable, tooMuch);
+}
+
+void TestBridgeFaults::faultIsShownAndGotOver() {
+    QFETCH(const Fault, fault);
+    QFETCH(const Outcome, outcome);
+    QFETCH(const QString, error);
+    poll(fault, outcome, error);
+}
+
+void TestBridgeFaults::panelWorksWhileTheBridgeHangs() {
+    m_desk->set({.health = {{}, End::stall}});
+    const auto before = m_desk->shown();
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->peer.openConnections, 1);
+
+    m_desk->press(u"Console"_s);
+    QTRY_COMPARE(m_desk->panel.pagesOpened.size(), 1);
+    m_desk->press(u"Night"_s);
+    QCOMPARE(m_desk->shown(), before);
+    QVERIFY(PanelReading::names(*m_desk->view).join(u' ').contains(u" · Night"_s));
+    m_desk->press(u"Desk backup now"_s);
+    QTRY_VERIFY(PanelReading::named<QWidget>(*m_desk->view, u"Running vorna…"_s) != nullptr);
+    QVERIFY(m_desk->panel.status.polling);
+    QCOMPARE(m_desk->peer.openConnections, 1);
+    QVERIFY(m_desk->settle());
+    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"The request timed out."_s, m_desk->now));
+}
+
+void TestBridgeFaults::bridgeThatIsBackShowsWhileAnOlderPollHangs() {
+    poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+    m_desk->heal();
+    m_desk->set({.health = {{}, End::stall}});
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->peer.openConnections, 1);
+    m_desk->heal();
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+    QCOMPARE(m_desk->peer.openConnections, 1);
+    QVERIFY(m_desk->settle());
+}
+
+void TestBridgeFaults::manyHangingPollsAreAllLetGo() {
+    constexpr int polls = 50;
+    m_desk->set({.health = {{}, End::stall}});
+    for (int i = 0; i < polls; ++i) {
+        m_desk->refresh();
+    }
+    QTRY_COMPARE(m_desk->peer.openConnections, polls);
+    QVERIFY(m_desk->settle());
+    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"The request timed out."_s, m_desk->now));
+}
+
+void TestBridgeFaults::upAndDownAtEveryPollShowsEach() {
+    constexpr int turns = 10;
+    for (int i = 0; i < turns; ++i) {
+        poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+        m_desk->heal();
+        poll({}, Outcome::snapshot);
+        poll({.health = ScriptedPeer::plain(503)}, Outcome::offline);
+        poll({}, Outcome::snapshot);
+        poll({.monitor = ScriptedPeer::plain(503)}, Outcome::onlineWithoutData);
+    }
+}
+
+void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
+    m_desk->set({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 500ms}});
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->peer.openConnections, 1);
+    m_desk->set({});
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+    QTRY_COMPARE(m_desk->shown(), expected(Outcome::offline, {}, m_desk->now));
+    QVERIFY(m_desk->settle());
+}
+
+void TestBridgeFaults::lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() {
+    const auto requests = m_desk->peer.requests.size();
+    m_desk->set({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, 500ms}});
+    m_desk->refresh();
+    QTRY_COMPARE(m_desk->peer.requests.size(), requests + 2);
+    m_desk->set({.health = {}});
+    m_desk->refresh();
+    const auto gone = expected(Outcome::unreachable, u"The network connection was lost."_s, m_desk->now);
+    QTRY_COMPARE(m_desk->shown(), gone);
+
+    auto late = expected(Outcome::snapshot, {}, m_desk->now);
+    late.replace(1, u"offline"_s);
+    late.replace(2, u"not ok"_s);
+    QTRY_COMPARE(m_desk->shown(), late);
+    QCOMPARE(m_desk->icon(), Desk::iconOf(Outcome::offline));
+    QVERIFY(m_desk->settle());
+}
+
+void TestBridgeFaults::noDescriptorForASocketIsAnUnreachableBridge() {
+    rlimit before{};
+    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+    m_desk->refresh();
+    const bool ended = m_desk->settle();
+    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+    QVERIFY(ended);
+    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"Could not connect to the server."_s, m_desk->now));
+}
+
+QTEST_MAIN(TestBridgeFaults)
+#include "TestBridgeFaults.moc"
