@@ -2,7 +2,6 @@
 
 #include "system/PermissionCenter.h"
 
-#include <QIcon>
 #include <QScreen>
 #include <QShortcut>
 
@@ -39,11 +38,15 @@ void SettingsWindow::open() {
 
 void SettingsWindow::create() {
     Q_INIT_RESOURCE(application);
+    // Read once: Qt would go on keeping the pictures of the last window's icon.
+    if (m_icon.isNull()) {
+        m_icon = QIcon{u":/vorna-companion.svg"_s};
+    }
     delete m_view;
     m_view = new SettingsView{m_status, m_daypart, m_makePermissions(), m_links};
     connect(m_view, &QObject::destroyed, this, &SettingsWindow::closed);
     m_view->setWindowTitle(u"vorna Settings"_s);
-    m_view->setWindowIcon(QIcon{u":/vorna-companion.svg"_s});
+    m_view->setWindowIcon(m_icon);
     m_view->setAttribute(Qt::WA_DeleteOnClose);
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
     m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));

@@ -2,6 +2,7 @@
 
 #include "ui/settings/SettingsView.h"
 
+#include <QIcon>
 #include <QObject>
 #include <QPointer>
 
@@ -31,5 +32,6 @@ private:
     DaypartController& m_daypart;
     MakePermissions m_makePermissions;
     SettingsLinks m_links;
+    QIcon m_icon;
     QPointer<SettingsView> m_view;
 };

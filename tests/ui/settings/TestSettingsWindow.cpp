@@ -33,6 +33,7 @@ private slots:
     void closingDoesNotEndTheProgram();
     void reopeningStartsAfresh();
     void reopeningAtOnceAfterClosingWorks();
+    void reopeningReadsNoIconAgain();
     void permissionsAreReadOnEachShowingOfTheirTab();
     void answerAfterLeavingTheTabIsDropped();
     void answerAfterClosingIsDropped();
@@ -210,6 +211,13 @@ void TestSettingsWindow::reopeningAtOnceAfterClosingWorks() {
     QVERIFY(view());
     QCOMPARE(m_permissionCenters, 2);
     QVERIFY(m_permissions);
+}
+
+void TestSettingsWindow::reopeningReadsNoIconAgain() {
+    const auto icon = view()->windowIcon().cacheKey();
+    view()->close();
+    m_window->open();
+    QCOMPARE(view()->windowIcon().cacheKey(), icon);
 }
 
 void TestSettingsWindow::permissionsAreReadOnEachShowingOfTheirTab() {
