@@ -8,6 +8,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QHash>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -46,10 +47,12 @@ private:
     void settleOn(Kind kind);
     void activated(QSystemTrayIcon::ActivationReason reason);
     void showSymbol();
+    [[nodiscard]] QIcon picture();
 
     const QString m_title;
     QString m_symbolName;
     QString m_meaning;
+    QHash<QString, QIcon> m_pictures;
     QMenu m_menu;
     StatusNotifierHostWatch m_statusNotifier;
     XembedTrayWatch m_xembed;
@@ -137,9 +140,18 @@ void TrayStatusItem::setSymbol(const QString& symbolName, const QString& meaning
 
 void TrayStatusItem::showSymbol() {
     if (m_icon) {
-        m_icon->setIcon(TrayIcon::icon(m_symbolName));
+        m_icon->setIcon(picture());
         m_icon->setToolTip(m_meaning.isEmpty() ? m_title : QString{m_title + u" — "_s + m_meaning});
     }
+}
+
+/// Each icon is drawn once: Qt goes on keeping the pictures of one that is shown no more, up to 10 MB of them.
+QIcon TrayStatusItem::picture() {
+    QIcon& picture = m_pictures[m_symbolName];
+    if (picture.isNull()) {
+        picture = TrayIcon::icon(m_symbolName);
+    }
+    return picture;
 }
 
 QRect TrayStatusItem::anchor() const {
