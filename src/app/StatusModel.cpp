@@ -36,12 +36,13 @@ const BandDescription& describe(StatusModel::Band band) {
 }
 
 StatusModel::StatusModel(NotificationService& notifications, ToolRunner runTool, QUrl bridge, Clock clock,
-                         QObject* parent)
+                         std::chrono::milliseconds pollInterval, QObject* parent)
     : ObservableObject{parent}
     , m_notifications{notifications}
     , m_runTool{std::move(runTool)}
     , m_client{std::move(bridge)}
-    , m_clock{std::move(clock)} {}
+    , m_clock{std::move(clock)}
+    , m_pollInterval{pollInterval} {}
 
 QUrl StatusModel::defaultBridge() {
     return QUrl{u"http://127.0.0.1:43105"_s};

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -39,8 +40,12 @@ public:
     /// Runs the command-line tool: arguments and a limit in seconds.
     using ToolRunner = std::function<QCoro::Task<VornaCLIRunner::Result>(QStringList, double)>;
 
+    /// How long the poll timer waits from one poll to the next.
+    static constexpr std::chrono::milliseconds usualPollInterval{5000};
+
     explicit StatusModel(NotificationService& notifications, ToolRunner runTool = VornaCLIRunner::run,
-                         QUrl bridge = defaultBridge(), Clock clock = wallClock, QObject* parent = nullptr);
+                         QUrl bridge = defaultBridge(), Clock clock = wallClock,
+                         std::chrono::milliseconds pollInterval = usualPollInterval, QObject* parent = nullptr);
 
     /// "http://127.0.0.1:43105"
     [[nodiscard]] static QUrl defaultBridge();
@@ -69,8 +74,8 @@ public:
     [[nodiscard]] QString menuBarSymbol() const;
     [[nodiscard]] QString menuBarMeaning() const;
 
-    /// Polls at once and asks for the account state; the first call also starts the five-second timer, which runs as
-    /// long as the model lives.
+    /// Polls at once and asks for the account state; the first call also starts the poll timer, which runs as long as
+    /// the model lives.
     void start();
 
     /// Starts one poll, whether or not another is on its way; whichever ends last decides what is shown.
@@ -100,5 +105,6 @@ private:
     ToolRunner m_runTool;
     const VornaBridgeClient m_client;
     Clock m_clock;
+    const std::chrono::milliseconds m_pollInterval;
     QTimer* m_timer = nullptr;
 };

@@ -3,16 +3,7 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <chrono>
-
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-
-namespace {
-
-constexpr auto pollInterval = 5s;
-
-}
 
 void StatusModel::start() {
     poll();
@@ -22,7 +13,7 @@ void StatusModel::start() {
     }
     m_timer = new QTimer{this};
     connect(m_timer, &QTimer::timeout, this, &StatusModel::poll);
-    m_timer->start(pollInterval);
+    m_timer->start(m_pollInterval);
 }
 
 void StatusModel::poll() {

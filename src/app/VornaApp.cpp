@@ -27,11 +27,12 @@ constexpr auto giveBackDelay = 2s;
 
 }
 
-VornaApp::VornaApp(QObject* parent)
+VornaApp::VornaApp(std::chrono::milliseconds pollInterval, QObject* parent)
     : QObject{parent}
     , m_daypart{DaypartController::shared()}
     , m_delegate{NotificationService::shared()}
-    , m_status{NotificationService::shared()}
+    , m_status{NotificationService::shared(), VornaCLIRunner::run, StatusModel::defaultBridge(), wallClock,
+               pollInterval}
     , m_item{StatusItem::create(u"vorna"_s)} {
     ApplicationAccessible::install();
     QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);

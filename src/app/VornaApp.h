@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 class DaypartController;
@@ -19,7 +20,8 @@ class VornaApp final : public QObject {
     Q_OBJECT
 
 public:
-    explicit VornaApp(QObject* parent = nullptr);
+    explicit VornaApp(std::chrono::milliseconds pollInterval = StatusModel::usualPollInterval,
+                      QObject* parent = nullptr);
     ~VornaApp() override;
 
     void showPanel();
