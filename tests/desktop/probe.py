@@ -1,4 +1,4 @@
-"""The tray probe: a process with nothing but an item in the tray, driven over its standard input."""
+"""A process of ours that is driven over its standard input: the tray probe, with nothing but an item in the tray."""
 
 import os
 import subprocess
@@ -12,12 +12,12 @@ PROGRAM = os.environ.get("VORNA_TRAY_PROBE", "tray-probe")
 class Probe:
     """One running probe and the lines that it has printed."""
 
-    def __init__(self, desk, env=None):
+    def __init__(self, desk, env=None, command=(PROGRAM,)):
         self._desk = desk
         self.lines = []
         self._log = open(desk.root / f"probe-{id(self)}.txt", "w+b")
-        self.process = subprocess.Popen([PROGRAM], env={**desk.env, **(env or {})}, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
-                                        stderr=self._log, text=True, bufsize=1)
+        self.process = subprocess.Popen(command, env={**desk.env, **(env or {})}, stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, stderr=self._log, text=True, bufsize=1)
         self.pid = self.process.pid
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()

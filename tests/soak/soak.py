@@ -1,0 +1,289 @@
+"""A day of the companion in a few minutes: every poll, with faults among them, and a user who never rests.
+
+The companion is the whole of it, in a real tray, and only its poll interval is shorter. After a warm-up and at the end
+it is brought to the same state, and what it holds then is compared.
+"""
+
+import argparse
+import collections
+import os
+import pathlib
+import re
+import sys
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent / "desktop"))
+
+import desktop  # noqa: E402
+import peer  # noqa: E402
+from probe import Probe  # noqa: E402
+
+desktop.require("Xvfb", "dbus-daemon", "gdbus", "xfwm4", "xfce4-panel", "dunst", "dunstctl", "xprop")
+desktop.require_modules("gi", "Xlib")
+
+from gi.repository import Gio, GLib  # noqa: E402
+from screen import Screen  # noqa: E402
+
+PROGRAM = os.environ.get("VORNA_SOAK", str(HERE.parents[1] / "build/dev/tests/vorna-soak"))
+DAYPARTS = ("Dawn", "Day", "Dusk", "Night", "Auto")
+ACTIONS = ("Desk backup now", "Sync via iCloud", "Refresh")
+DAYPART_EACH = 3
+ACTION_EACH = 7
+SETTINGS_EACH = 10
+SETTINGS_TABS = 4
+LEFT, MIDDLE, RIGHT, DOWN = 200, 640, 1080, 600
+PATIENCE = 2
+# A little longer than Qt waits before it believes that the focus has gone, and than two clicks count as one.
+FOCUS_SECONDS = 0.15
+SAME_CLICK_SECONDS = 0.26
+HEADER = (20, 10, 300, 40)
+SAMPLES = 40
+SAMPLE_SECONDS = 0.05
+STALLS_END_WITHIN = 20
+KIB = 1024
+
+# The tool: an answer to the heartbeat, an action that works, and one that fails.
+TOOL = """#!/bin/sh
+echo "$*" >> "{log}"
+case "$2" in
+heartbeat) echo '{{"local": {{"state": "installed"}}, "remote": {{"state": "signed_in"}}}}' ;;
+backup) echo "12 files"; echo "saved" ;;
+*) echo "no route to the other Mac" >&2; exit 3 ;;
+esac
+"""
+
+Measure = collections.namedtuple("Measure", "key label unit growth")
+MEASURES = (
+    Measure("heap", "heap in use", "KiB", 64),
+    Measure("dirty", "memory of its own", "KiB", 512),
+    Measure("pss", "with its share of the libraries (PSS)", "KiB", None),
+    Measure("descriptors", "open descriptors", "", 0),
+    Measure("threads", "threads", "", 0),
+    Measure("children", "child processes", "", 0),
+    Measure("x resources", "X resources", "", 0),
+    Measure("pixmap bytes", "X pixmaps", "bytes", 0),
+    Measure("match rules", "D-Bus match rules", "", 0),
+    Measure("bus names", "D-Bus names", "", 0),
+)
+
+
+class Day:
+    """One desktop with the companion on it, for as many polls and openings as are asked for."""
+
+    def __init__(self, desk, tick):
+        self._desk = desk
+        self.counts = collections.Counter()
+        self._tool_log = desk.root / "vorna.log"
+        self._put_tool_on_path()
+        self._screen = Screen(desk.env["DISPLAY"])
+        desk.start_window_manager()
+        desk.start_notifications()
+        desk.start_xfce_panel()
+        desk.wait_for(desk.status_notifier_host_is_there, "the tray")
+        self.peer = peer.Peer(tick)
+        self._probe = Probe(desk, command=(PROGRAM, str(round(tick * 1000))))
+        self._folder = pathlib.Path(f"/proc/{self._probe.pid}")
+        self._screen.follow(self._probe.pid)
+        self._bus = Gio.DBusConnection.new_for_address_sync(
+            desk.env["DBUS_SESSION_BUS_ADDRESS"], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self._item = desk.wait_for(desk.status_notifier_items, "the item")[0]
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self._screen.close()
+        self._probe.__exit__()
+        self.peer.stop()
+
+    def live(self, polls, openings):
+        """Goes on until there were so many of both, evenly."""
+        first_polls, first_openings = self.peer.polls, self.counts["openings"]
+        while self.peer.polls < polls or self.counts["openings"] < openings:
+            done = (self.peer.polls - first_polls) / max(1, polls - first_polls)
+            if self.counts["openings"] - first_openings <= done * (openings - first_openings):
+                self._visit(self.counts["openings"])
+            else:
+                time.sleep(SAMPLE_SECONDS)
+
+    def measure(self):
+        """What the companion holds at rest: the smallest of many samples, since its polls go on."""
+        self.peer.calm = True
+        self._wait_for(lambda: self.peer.held == 0 and self._children() == 0, "the last poll and the last action",
+                       STALLS_END_WITHIN)
+        self._open()
+        self._probe.tell("press Day")
+        self._close(self._activate)
+        samples = []
+        for _ in range(SAMPLES):
+            samples.append(self._sample())
+            time.sleep(SAMPLE_SECONDS)
+        self.peer.calm = False
+        return {key: min(sample[key] for sample in samples) for key in samples[0]}
+
+    def quit(self):
+        """Ends the companion as a user does; its exit status and what it complained of."""
+        self.counts["tool runs"] = len(self._tool_log.read_text().splitlines())
+        self.counts["notifications"] = self._desk.notifications()[-1]["number"]
+        self._desk.choose_menu_entry(self._item, "Quit vorna")
+        return self._probe.process.wait(timeout=10), self._probe.complaints()
+
+    # The user
+
+    def _visit(self, number):
+        self._open()
+        if number % DAYPART_EACH == 0:
+            self._press(DAYPARTS[number // DAYPART_EACH % len(DAYPARTS)], "daypart")
+        if number % ACTION_EACH == 0:
+            self._press(ACTIONS[number // ACTION_EACH % len(ACTIONS)], "action")
+        self._close((self._activate, self._press_escape, self._activate, self._click_elsewhere)[number % 4])
+        self.counts["openings"] += 1
+        if number % SETTINGS_EACH == 0:
+            self._look_at_settings()
+
+    def _open(self):
+        def is_open():
+            return self._screen.is_painted(self._screen.popup(), HEADER)
+
+        self._click_until(self._activate, is_open, "the panel")
+
+    def _close(self, how):
+        self._click_until(how, lambda: self._screen.popup() is None, "the panel to close")
+        time.sleep(SAME_CLICK_SECONDS if how == self._click_elsewhere else FOCUS_SECONDS)
+
+    def _press_escape(self):
+        self._screen.press("Escape")
+
+    def _click_elsewhere(self):
+        panel = self._screen.popup()
+        if panel is not None:
+            self._screen.click(RIGHT if panel.get_geometry().x < MIDDLE else LEFT, DOWN)
+
+    def _click_until(self, click, condition, what):
+        """Clicks, and again after two seconds: when the focus goes elsewhere just then, the panel goes as well."""
+        def works():
+            if condition():
+                return True
+            click()
+            self.counts["clicks"] += 1
+            try:
+                return self._wait_for(condition, what, PATIENCE)
+            except desktop.Failure:
+                return False
+
+        self._wait_for(works, what)
+
+    def _press(self, label, what):
+        self._probe.tell(f"press {label}")
+        self.counts[what] += f"no button {label}" not in self._probe.lines[-2:]
+
+    def _look_at_settings(self):
+        self._desk.choose_menu_entry(self._item, "Settings…")
+        window = self._wait_for(self._screen.managed, "the settings")
+        self._wait_for(lambda: self._screen.has_keyboard(window), "the keyboard")
+        for _ in range(SETTINGS_TABS):
+            self._wait_for(lambda: self._screen.is_painted(window, HEADER), "the settings' first frame")
+            self._screen.press("Right")
+        self._screen.press("Escape")
+        self._wait_for(lambda: self._screen.managed() is None, "the settings to close")
+        self.counts["settings"] += 1
+
+    # The figures
+
+    def _sample(self):
+        rollup = (self._folder / "smaps_rollup").read_text()
+        kib = {name: int(value) for name, value in re.findall(r"^(\w+):\s+(\d+) kB", rollup, re.M)}
+        server = self._screen.resources()
+        bytes_of_pixmaps = server.pop("pixmap bytes")
+        bus = self._bus_call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                             "org.freedesktop.DBus.Debug.Stats", "GetConnectionStats",
+                             GLib.Variant("(s)", (self._item[0],)))[0]
+        return {
+            "heap": int(self._ask("heap")) / KIB,
+            "dirty": kib["Private_Dirty"],
+            "pss": kib["Pss"],
+            "descriptors": len(list((self._folder / "fd").iterdir())),
+            "threads": len(list((self._folder / "task").iterdir())),
+            "children": self._children(),
+            "x resources": server.total(),
+            "pixmap bytes": bytes_of_pixmaps,
+            "match rules": bus["MatchRules"],
+            "bus names": bus["BusNames"],
+        }
+
+    def _children(self):
+        tasks = (self._folder / "task").glob("*/children")
+        return sum(len(task.read_text().split()) for task in tasks)
+
+    # Tools
+
+    def _ask(self, question):
+        self._probe.tell(question)
+        return next(line for line in reversed(self._probe.lines) if line.startswith(question)).split()[1]
+
+    def _put_tool_on_path(self):
+        folder = self._desk.root / "bin"
+        folder.mkdir()
+        tool = folder / "vorna"
+        tool.write_text(TOOL.format(log=self._tool_log))
+        tool.chmod(0o755)
+        self._desk.env["PATH"] = f"{folder}:{self._desk.env['PATH']}"
+
+    def _activate(self):
+        self._bus_call(*self._item, "org.kde.StatusNotifierItem", "Activate", GLib.Variant("(ii)", (0, 0)))
+
+    def _bus_call(self, service, path, interface, method, arguments):
+        return self._bus.call_sync(service, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE,
+                                   10_000, None).unpack()
+
+    def _wait_for(self, condition, what, within=10):
+        return self._desk.wait_for(condition, what, within, every=0.005)
+
+
+def table(checkpoints):
+    """The figures in Markdown, a column for each checkpoint, and the labels of those that have broken their bound."""
+    names = list(checkpoints)
+    lines = ["| | " + " | ".join(names) + " | may grow by |", "|---|" + "--:|" * (len(names) + 1)]
+    broken = []
+    for measure in MEASURES:
+        values = [figures[measure.key] for figures in checkpoints.values()]
+        label = f"{measure.label}, {measure.unit}" if measure.unit else measure.label
+        lines.append("| " + " | ".join([label, *(f"{value:,.0f}" for value in values), "—" if measure.growth is None else str(measure.growth)]) + " |")
+        if measure.growth is not None and values[-1] - values[0] > measure.growth:
+            broken.append(label)
+    return "\n".join(lines), broken
+
+
+def run(polls, openings, tick, parts):
+    """Lives a day, measures at each of its `parts`, and returns the checkpoints, the day, and how it ended."""
+    checkpoints = {}
+    with desktop.Desktop() as desk, Day(desk, tick) as day:
+        for part in parts:
+            day.live(round(polls * part), round(openings * part))
+            checkpoints[f"{day.peer.polls:,} polls"] = day.measure()
+        return checkpoints, day, *day.quit()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--polls", type=int, default=17_280)
+    parser.add_argument("--openings", type=int, default=2_000)
+    parser.add_argument("--tick", type=float, default=0.02, help="seconds from poll to poll")
+    arguments = parser.parse_args()
+    began = time.monotonic()
+    checkpoints, day, status, complaints = run(arguments.polls, arguments.openings, arguments.tick,
+                                               (0.1, 0.4, 0.7, 1))
+    text, broken = table(checkpoints)
+    print(text)
+    print(f"\n{day.peer.polls:,} polls, {day.peer.spoilt.total():,} of them spoilt, in {time.monotonic() - began:.0f} s;")
+    print(", ".join(f"{count:,} × {name}" for name, count in day.counts.items()))
+    print(complaints, end="")
+    if broken:
+        print("More than its bound: " + "; ".join(broken))
+    return 1 if broken or status != 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

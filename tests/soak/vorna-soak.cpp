@@ -1,0 +1,73 @@
+// The companion with a poll interval of its own, given in milliseconds, and told what to do by lines on its standard
+// input: "press LABEL" presses a button that is on the screen, "heap" gives unused memory back and prints the bytes in
+// use. It answers each line with one that begins with "done".
+
+#include "app/VornaApp.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <string>
+
+#include <malloc.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void say(const QString& line) {
+    std::cout << line.toStdString() << std::endl;
+}
+
+void press(const QString& label) {
+    const auto widgets = QApplication::allWidgets();
+    const auto found = std::ranges::find_if(widgets, [&label](const QWidget* widget) {
+        return widget->isVisible() && widget->isEnabled() && widget->accessibleName() == label &&
+               qobject_cast<const QAbstractButton*>(widget) != nullptr;
+    });
+    if (found == widgets.end()) {
+        say(u"no button "_s + label);
+        return;
+    }
+    static_cast<QAbstractButton*>(*found)->click();
+}
+
+void sayHeap() {
+    malloc_trim(0);
+    const auto heap = mallinfo2();
+    say(u"heap %1"_s.arg(heap.uordblks + heap.hblkhd));
+}
+
+void obey(const QString& line) {
+    if (line.startsWith(u"press "_s)) {
+        press(line.section(u' ', 1));
+    } else if (line == u"heap"_s) {
+        sayHeap();
+    }
+    say(u"done "_s + line);
+}
+
+}
+
+int main(int argc, char** argv) {
+    QApplication application{argc, argv};
+    QApplication::setApplicationName(u"vorna"_s);
+    QApplication::setDesktopFileName(u"vorna-companion"_s);
+    QApplication::setQuitOnLastWindowClosed(false);
+    VornaApp vorna{std::chrono::milliseconds{QApplication::arguments().value(1).toInt()}};
+
+    QSocketNotifier commands{0, QSocketNotifier::Read};
+    QObject::connect(&commands, &QSocketNotifier::activated, &application, [&] {
+        if (std::string line; std::getline(std::cin, line)) {
+            obey(QString::fromStdString(line));
+        } else {
+            commands.setEnabled(false);
+        }
+    });
+    say(u"ready"_s);
+    return QApplication::exec();
+}
