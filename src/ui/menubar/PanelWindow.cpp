@@ -100,6 +100,7 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
     connect(m_scroller->verticalScrollBar(), &QScrollBar::valueChanged, this, &PanelWindow::showScrollPosition);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::rangeChanged, this, &PanelWindow::showScrollPosition);
     observe(daypart);
+    followScreens();
 }
 
 void PanelWindow::toggle(const QRect& anchor) {
@@ -135,6 +136,23 @@ void PanelWindow::dismiss() {
 void PanelWindow::render() {
     const DaypartPalette& palette = m_daypart.palette;
     m_frame->setColours(palette.border, palette.textMuted);
+}
+
+void PanelWindow::followScreens() {
+    const auto follow = [this](const QScreen* screen) {
+        connect(screen, &QScreen::availableGeometryChanged, this, &PanelWindow::fitAgain, Qt::QueuedConnection);
+    };
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        follow(screen);
+    }
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, follow);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &PanelWindow::fitAgain, Qt::QueuedConnection);
+}
+
+void PanelWindow::fitAgain() {
+    if (isVisible()) {
+        fit();
+    }
 }
 
 void PanelWindow::fit() {
@@ -197,8 +215,8 @@ void PanelWindow::enterEvent(QEnterEvent* event) {
 }
 
 bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::LayoutRequest && isVisible()) {
-        fit();
+    if (event->type() == QEvent::LayoutRequest) {
+        fitAgain();
     }
     return View::eventFilter(watched, event);
 }

@@ -18,7 +18,7 @@ class QScrollArea;
 
 /// The panel as a window: opens at its icon, inside the work area of the icon's screen, and goes away on Escape, on a
 /// click elsewhere and on a second click on the icon. It grows and shrinks with its content and scrolls where the work
-/// area is too low for it. Main thread only.
+/// area is too low for it. A work area that changes meanwhile is followed. Main thread only.
 ///
 /// A desktop that puts it elsewhere gets a column as high as the lowest screen, with the panel at its top and nothing
 /// below, so that a panel that grows stays on the screen.
@@ -58,10 +58,12 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void followScreens();
     void fit();
     void fitColumn();
     void layOut();
     void focusLost();
+    void fitAgain();
     void showScrollPosition();
 
     DaypartController& m_daypart;
