@@ -112,10 +112,11 @@ class CompanionTest(unittest.TestCase):
     """
 
     has_tray = True
+    kind_of_desktop = desktop.Desktop
 
     @classmethod
     def setUpClass(cls):
-        cls.desk = desktop.Desktop()
+        cls.desk = cls.kind_of_desktop()
         cls.desk.__enter__()
         cls.addClassCleanup(cls.desk.__exit__, None, None, None)
         cls.folder = cls.desk.root / "bin"

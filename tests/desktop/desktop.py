@@ -181,10 +181,13 @@ class Desktop:
 
     # The desktop's own parts
 
+    def x_server(self):
+        """The command that starts an X server, but for what all X servers are told."""
+        return ["Xvfb", "-screen", "0", f"{self.size[0]}x{self.size[1]}x24"]
+
     def _start_x_server(self):
         reading, writing = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{self.size[0]}x{self.size[1]}x24",
-                    "-nolisten", "tcp", "-noreset"], pass_fds=[writing])
+        self.start([*self.x_server(), "-displayfd", str(writing), "-nolisten", "tcp", "-noreset"], pass_fds=[writing])
         os.close(writing)
         with os.fdopen(reading) as pipe:
             number = pipe.readline().strip()
