@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimeZone>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,8 @@ private slots:
     void manualFlagWithoutAValidDaypartStaysManual();
     void storedDaypartWithoutTheFlagIsIgnored();
     void clockIsFollowedAtTheNextTick();
+    void nextTickFollowsAClockThatWasSet_data();
+    void nextTickFollowsAClockThatWasSet();
     void clockTicksOnceAMinute();
 
 private:
@@ -178,6 +181,48 @@ void TestDaypartController::clockIsFollowedAtTheNextTick() {
     tick(controller);
     QCOMPARE(record.lines, (QStringList{u"Dawn Dawn clock"_s, u"Day Dawn clock"_s}));
     QCOMPARE(controller.daypart.value(), Daypart::day);
+}
+
+void TestDaypartController::nextTickFollowsAClockThatWasSet_data() {
+    const QTimeZone berlin{"Europe/Berlin"};
+    const QTimeZone tokyo{"Asia/Tokyo"};
+    const auto at = [](const QTimeZone& zone, const QDate& date, int hour, int minute) {
+        return QDateTime{date, QTime{hour, minute}, zone};
+    };
+    const QDate winter{2026, 1, 15};
+    const QDate spring{2026, 3, 29};
+    const QDate autumn{2026, 10, 25};
+    const QDateTime evening = at(berlin, winter, 16, 30);
+    const QDateTime beforeTheGap = at(berlin, spring, 1, 59);
+    const QDateTime twiceTwo = at(berlin, autumn, 2, 59);
+
+    QTest::addColumn<QDateTime>("before");
+    QTest::addColumn<QDateTime>("after");
+    QTest::addColumn<Daypart>("expected");
+    QTest::newRow("forward") << evening << evening.addSecs(6 * 3600) << Daypart::night;
+    QTest::newRow("backward") << evening << evening.addSecs(-8 * 3600) << Daypart::dawn;
+    QTest::newRow("a year back") << evening << evening.addYears(-1) << Daypart::day;
+    QTest::newRow("to the beginning") << evening << QDateTime::fromSecsSinceEpoch(0, berlin) << Daypart::night;
+    QTest::newRow("another zone") << evening << evening.toTimeZone(tokyo) << Daypart::night;
+    QTest::newRow("summer time begins") << beforeTheGap << beforeTheGap.addSecs(2 * 3600) << Daypart::night;
+    QTest::newRow("dawn of that day") << beforeTheGap << beforeTheGap.addSecs(5 * 3600) << Daypart::dawn;
+    QTest::newRow("summer time ends") << twiceTwo << twiceTwo.addSecs(60) << Daypart::night;
+    QTest::newRow("dusk of that day") << at(berlin, autumn, 16, 59) << at(berlin, autumn, 17, 0) << Daypart::dusk;
+}
+
+void TestDaypartController::nextTickFollowsAClockThatWasSet() {
+    QFETCH(const QDateTime, before);
+    QFETCH(const QDateTime, after);
+    QVERIFY(before.isValid() && after.isValid());
+    m_now = before;
+    DaypartController controller{m_defaults, clock()};
+    const Record record{controller};
+    const auto first = controller.daypart.value();
+    m_now = after;
+    tick(controller);
+    QTEST(controller.daypart.value(), "expected");
+    QVERIFY(controller.palette.value() == DaypartPalette::of(controller.daypart));
+    QCOMPARE(record.lines.size(), controller.daypart == first ? 0 : 2);
 }
 
 void TestDaypartController::clockTicksOnceAMinute() {
