@@ -207,4 +207,4 @@ class CompanionTest(unittest.TestCase):
         """What stands in the companion's configuration file, line by line without the heading."""
         if not self.configuration.exists():
             return []
-        return sorted(re.findall(r"^\S+=.*$", self.configuration.read_text(), re.M))
+        return sorted(re.findall(r"^\S+=.*$", self.configuration.read_text(errors="replace"), re.M))

@@ -191,7 +191,8 @@ class TrayHosts(Story):
 
         self.check_hundred_deaths(show_item_and_kill)
         self.desk.start_trayer()
-        ((x, y, width, height),) = self.desk.wait_for(lambda: self.desk.windows(self.companion.pid), "the item").values()
+        windows = self.desk.wait_for(lambda: self.desk.windows(self.companion.pid), "the item")
+        ((x, y, width, height),) = windows.values()
         self.desk.wait_for(lambda: self.try_click(x + width // 2, y + height // 2), "the panel after a click")
         self.check_polling_goes_on()
 
@@ -246,7 +247,8 @@ class SessionBus(Story):
         self.desk.env["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
         self.start_companion()
         self.desk.start_trayer()
-        ((x, y, width, height),) = self.desk.wait_for(lambda: self.desk.windows(self.companion.pid), "the item").values()
+        windows = self.desk.wait_for(lambda: self.desk.windows(self.companion.pid), "the item")
+        ((x, y, width, height),) = windows.values()
         self.desk.wait_for(lambda: self.desk.click(x + width // 2, y + height // 2) or self.panel(), "the panel",
                            every=0.5)
         self.check_goes_on_quietly()
