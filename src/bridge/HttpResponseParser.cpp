@@ -52,10 +52,10 @@ HttpResponseParser::Outcome HttpResponseParser::take(QByteArrayView bytes) {
             continue;
         }
         const auto newline = bytes.indexOf('\n');
-        const auto part = newline < 0 ? bytes : bytes.first(newline);
-        bytes = bytes.sliced(newline < 0 ? bytes.size() : newline + 1);
-        m_line.append(part);
-        m_headBytes += part.size() + 1;
+        const auto part = newline < 0 ? bytes : bytes.first(newline + 1);
+        bytes = bytes.sliced(part.size());
+        m_line.append(newline < 0 ? part : part.chopped(1));
+        m_headBytes += part.size();
         if (m_state == State::statusLine && !mayBeStatusLine(m_line)) {
             return HttpResponse{};
         }
