@@ -39,11 +39,13 @@ QStringList takeLines(QString& rest, const QFont& font, qreal width, int count) 
 
 }
 
+QString TextFitting::start(const QString& text, qsizetype most) {
+    const bool isInsidePair = 0 < most && most < text.size() && text.at(most).isLowSurrogate();
+    return text.left(isInsidePair && text.at(most - 1).isHighSurrogate() ? most - 1 : most);
+}
+
 TextFitting::Beginning TextFitting::beginning(const QString& text) {
-    Beginning result{text.left(longestBeginning), text.size() > longestBeginning};
-    if (result.hasMore && result.text.back().isHighSurrogate()) {
-        result.text.chop(1);
-    }
+    Beginning result{start(text, longestBeginning), text.size() > longestBeginning};
     result.text.replace(u"\r\n"_s, u"\n"_s);
     for (QChar& character : result.text) {
         if (character == u'\n' || character == u'\r' || character == QChar::ParagraphSeparator) {

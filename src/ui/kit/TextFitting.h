@@ -6,6 +6,9 @@
 /// Cutting texts so that they fit into a number of lines.
 namespace TextFitting {
 
+/// At most so many code units of the text, from its first on, without half a surrogate pair at their end.
+[[nodiscard]] QString start(const QString& text, qsizetype most);
+
 /// The beginning of a text, at least as much of it as a panel can show, with its line breaks as U+2028. A text of any
 /// length costs no more than a short one.
 struct Beginning final {

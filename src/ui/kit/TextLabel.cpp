@@ -106,7 +106,7 @@ bool TextLabel::event(QEvent* event) {
 // As a tool tip property the text would be read out twice, and a second time with its markup.
 void TextLabel::showWholeText(QPoint position) {
     const QString text =
-        m_text.size() > longestToolTip ? QString{QStringView{m_text}.left(longestToolTip) + u'…'} : m_text;
+        m_text.size() > longestToolTip ? QString{TextFitting::start(m_text, longestToolTip) + u'…'} : m_text;
     QToolTip::showText(position, Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), this);
 }
 

@@ -101,7 +101,7 @@ int FormText::heightForWidth(int width) const {
 bool FormText::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && linesFor(width()).isCut) {
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                           Qt::convertFromPlainText(text().left(longestText)), this);
+                           Qt::convertFromPlainText(TextFitting::start(text(), longestText)), this);
         return true;
     }
     return QLabel::event(event);

@@ -146,6 +146,17 @@ private slots:
         QToolTip::hideText();
     }
 
+    void aToolTipThatIsTooLongEndsWithAWholeCharacter() {
+        TextLabel label{oneLine};
+        label.resize(width, label.lineHeight());
+        label.show();
+        label.display(u'x' + repeated(u"🚀"_s, 2000));
+        askForToolTip(label);
+        QVERIFY(QToolTip::text().contains(u"🚀…"_s));
+        QVERIFY(QToolTip::text().isValidUtf16());
+        QToolTip::hideText();
+    }
+
     void heightDoesNotDependOnWhatTheTextHolds_data() {
         QTest::addColumn<QString>("text");
         QTest::newRow("empty") << QString{};

@@ -10,6 +10,15 @@
 using namespace Qt::StringLiterals;
 using Style = FormText::Style;
 
+namespace {
+
+void askForToolTip(FormText& text) {
+    QHelpEvent event{QEvent::ToolTip, QPoint{1, 1}, text.mapToGlobal(QPoint{1, 1})};
+    QCoreApplication::sendEvent(&text, &event);
+}
+
+}
+
 class TestFormText final : public QObject {
     Q_OBJECT
 
@@ -23,6 +32,7 @@ private slots:
     void lineBreaksStartNewLines();
     void endsAfterTheMostLines();
     void cutTextIsWholeInTheToolTip();
+    void veryLongToolTipEndsWithAWholeCharacter();
     void veryLongTextIsMeasuredQuickly();
     void staysWrappingAfterItsTextChanged();
     void paintsInItsColour();
@@ -98,22 +108,28 @@ void TestFormText::endsAfterTheMostLines() {
 }
 
 void TestFormText::cutTextIsWholeInTheToolTip() {
-    const auto ask = [](FormText& text) {
-        QHelpEvent event{QEvent::ToolTip, QPoint{1, 1}, text.mapToGlobal(QPoint{1, 1})};
-        QCoreApplication::sendEvent(&text, &event);
-    };
     FormText whole{u"short"_s};
     whole.resize(200, 20);
     whole.show();
-    ask(whole);
+    askForToolTip(whole);
     QVERIFY(!QToolTip::isVisible());
 
     FormText cut{u"word <b>& "_s.repeated(150) + u"end"_s};
     cut.resize(100, 200);
     cut.show();
-    ask(cut);
+    askForToolTip(cut);
     QVERIFY(QToolTip::text().contains(u"&lt;b&gt;"_s));
     QVERIFY(QToolTip::text().contains(u"end"_s));
+    QToolTip::hideText();
+}
+
+void TestFormText::veryLongToolTipEndsWithAWholeCharacter() {
+    FormText text{u'x' + u"🚀"_s.repeated(2000)};
+    text.resize(100, 200);
+    text.show();
+    askForToolTip(text);
+    QVERIFY(QToolTip::text().contains(u"🚀"_s));
+    QVERIFY(QToolTip::text().isValidUtf16());
     QToolTip::hideText();
 }
 
