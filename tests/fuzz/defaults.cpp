@@ -1,0 +1,112 @@
+#include "Fuzz.h"
+
+#include "daypart/DaypartController.h"
+#include "platform/UserDefaults.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <array>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using Fuzz::require;
+
+namespace {
+
+const QString manualKey = QLatin1StringView{DaypartController::manualKey};
+const QString daypartKey = QLatin1StringView{DaypartController::storageKey};
+const QDateTime noon{QDate{2024, 6, 1}, QTime{12, 0}, Qt::UTC};
+
+/// The defaults file of this process, in a folder of its own.
+class DefaultsFile final {
+public:
+    DefaultsFile() {
+        qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
+        require(m_folder.isValid() && QDir{m_folder.path()}.mkdir(u"vorna"_s));
+    }
+
+    /// Each time with a time stamp of its own, since Qt does not read a file again that seems to be the same.
+    void write(const QByteArray& text) {
+        const int file = ::open(m_path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        require(file >= 0 && ::write(file, text.constData(), static_cast<std::size_t>(text.size())) == text.size());
+        const timespec stamp{.tv_sec = ++m_seconds, .tv_nsec = 0};
+        const std::array stamps{stamp, stamp};
+        require(::futimens(file, stamps.data()) == 0);
+        ::close(file);
+    }
+
+private:
+    const QTemporaryDir m_folder;
+    const QByteArray m_path = m_folder.filePath(u"vorna/companion.conf"_s).toUtf8();
+    time_t m_seconds = 0;
+};
+
+struct Shown final {
+    bool isManual;
+    Daypart daypart;
+
+    friend bool operator==(const Shown&, const Shown&) = default;
+};
+
+Shown shown(const DaypartController& controller) {
+    require(std::ranges::count(DaypartInfo::allCases, controller.daypart.value()) == 1);
+    require(controller.palette.value() == DaypartPalette::of(controller.daypart));
+    return {controller.isManual, controller.daypart};
+}
+
+/// What the companion makes of the file as it stands.
+Shown afterStart() {
+    const auto defaults = UserDefaults::standard();
+    const DaypartController controller{*defaults, [] { return noon; }};
+    const bool isManual = defaults->boolean(manualKey);
+    const auto stored = isManual ? defaults->string(daypartKey) : std::nullopt;
+    const auto pinned = stored ? DaypartInfo::fromRawValue(*stored) : std::nullopt;
+    const Shown result = shown(controller);
+    require(result == (Shown{isManual, pinned.value_or(Daypart::day)}));
+    return result;
+}
+
+/// Whatever the file says: what the user chooses is stored, and read by the next process.
+void requireChoicesAreKept(Daypart choice) {
+    {
+        const auto defaults = UserDefaults::standard();
+        DaypartController controller{*defaults, [] { return noon; }};
+        controller.set(choice);
+        require(shown(controller) == (Shown{true, choice}));
+    }
+    require(afterStart() == (Shown{true, choice}));
+    {
+        const auto defaults = UserDefaults::standard();
+        DaypartController controller{*defaults, [] { return noon; }};
+        controller.useAuto();
+        require(!defaults->string(daypartKey));
+    }
+    require(afterStart() == (Shown{false, Daypart::day}));
+}
+
+}
+
+/// The input is the defaults file. Only some of the inputs are also read again and written over,
+/// which takes much longer.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static DefaultsFile file;
+    const auto input = Fuzz::view(data, size);
+    file.write(input);
+    const Shown atStart = afterStart();
+    const bool mayBeSpelled = input.contains('\\') || input.contains('"');
+    require(!atStart.isManual || input.contains("true") || mayBeSpelled);
+    Fuzz::Choices choices{input};
+    if (choices.oneIn(16)) {
+        file.write(input);
+        require(afterStart() == atStart);
+    }
+    if (choices.oneIn(128)) {
+        requireChoicesAreKept(Daypart{static_cast<int>(choices.below(DaypartInfo::allCases.size()))});
+    }
+    return 0;
+}

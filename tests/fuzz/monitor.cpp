@@ -1,0 +1,217 @@
+#include "Fuzz.h"
+#include "JsonMutator.h"
+
+#include "app/StatusModel.h"
+#include "support/FakeNotificationCenter.h"
+#include "system/NotificationService.h"
+#include "ui/kit/TextFitting.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using Fuzz::require;
+using Band = StatusModel::Band;
+using Payload = DesktopMonitorPayload;
+
+/// The way to a member that is private: an explicit instantiation may name it.
+template <auto Member>
+struct Opened {
+    friend void applyMonitor(StatusModel& model, const Payload& payload) { (model.*Member)(payload); }
+};
+void applyMonitor(StatusModel& model, const Payload& payload);
+template struct Opened<&StatusModel::applyMonitor>;
+
+namespace {
+
+constexpr qsizetype mostServices = 12;
+constexpr qsizetype longestBeginning = 2000;
+constexpr qsizetype longestErrorText = 100;
+constexpr std::array decodeErrors{BridgeError::Kind::keyNotFound, BridgeError::Kind::typeMismatch,
+                                  BridgeError::Kind::valueNotFound, BridgeError::Kind::dataCorrupted};
+const QString unknown = u"—"_s;
+
+template <typename T>
+QJsonValue json(const std::optional<T>& value) {
+    return value ? QJsonValue{*value} : QJsonValue{};
+}
+
+QByteArray encoded(const Payload& payload) {
+    QJsonArray services;
+    for (const auto& probe : payload.services) {
+        services.append(QJsonObject{{u"name"_s, probe.name},
+                                    {u"ok"_s, probe.ok},
+                                    {u"detail"_s, probe.detail},
+                                    {u"category"_s, json(probe.category)}});
+    }
+    QJsonObject document{{u"caddy_sites_up"_s, payload.caddySitesUp},
+                         {u"caddy_sites_total"_s, payload.caddySitesTotal},
+                         {u"services"_s, services}};
+    if (const auto& host = payload.host) {
+        document.insert(u"host"_s, QJsonObject{{u"hostname"_s, json(host->hostname)},
+                                               {u"platform"_s, json(host->platform)},
+                                               {u"cpu_load_1m"_s, json(host->cpuLoad1m)},
+                                               {u"cpu_load_5m"_s, json(host->cpuLoad5m)},
+                                               {u"cpu_load_15m"_s, json(host->cpuLoad15m)},
+                                               {u"memory_used_pct"_s, json(host->memoryUsedPct)},
+                                               {u"disk_used_pct"_s, json(host->diskUsedPct)},
+                                               {u"disk_free_gb"_s, json(host->diskFreeGb)}});
+    }
+    return QJsonDocument{document}.toJson(QJsonDocument::Compact);
+}
+
+/// What C's own printf makes of a figure.
+QString printed(const char* format, const std::optional<double>& value) {
+    if (!value) {
+        return unknown;
+    }
+    std::array<char, 400> text{};
+    std::snprintf(text.data(), text.size(), format, *value);
+    return QString::fromUtf8(text.data());
+}
+
+void requireHost(const StatusModel& model, const Payload& payload) {
+    if (!payload.host) {
+        require(model.hostname->isEmpty() && model.hostLoad == u"old load"_s && model.hostMemory == u"old memory"_s &&
+                model.hostDisk == u"old disk"_s);
+        return;
+    }
+    const auto& host = *payload.host;
+    const QString free = host.diskUsedPct && host.diskFreeGb ? printed(" · %.0f GB free", host.diskFreeGb) : QString{};
+    require(model.hostname.value() == host.hostname.value_or(QString{}));
+    require(model.hostLoad.value() == printed("%.2f", host.cpuLoad1m));
+    require(model.hostMemory.value() == printed("%.0f%%", host.memoryUsedPct));
+    require(model.hostDisk.value() == printed("%.0f%%", host.diskUsedPct) + free);
+}
+
+void requireServices(const StatusModel& model, const Payload& payload) {
+    const auto& rows = model.services.value();
+    auto probe = payload.services.begin();
+    const auto skipSites = [&] {
+        probe =
+            std::find_if(probe, payload.services.end(), [](const auto& p) { return !p.name.startsWith("site."_L1); });
+    };
+    for (const auto& row : rows) {
+        skipSites();
+        require(probe != payload.services.end());
+        require(row == (StatusModel::ServiceRow{probe->name, probe->name, probe->ok, probe->detail,
+                                                probe->category.value_or(u"service"_s)}));
+        ++probe;
+    }
+    skipSites();
+    require(rows.size() <= mostServices && (rows.size() == mostServices || probe == payload.services.end()));
+}
+
+void requireCaddyAndPostgres(const StatusModel& model, const Payload& payload) {
+    const bool hasSites = payload.caddySitesTotal >= 1;
+    const QString sites = u" · %1/%2 sites"_s.arg(payload.caddySitesUp).arg(payload.caddySitesTotal);
+    const QString ending = hasSites ? sites : QString{};
+    const QString& detail = model.caddyDetail;
+    require(detail.endsWith(ending));
+    const QStringView said = QStringView{detail}.chopped(ending.size());
+    const auto saidBy = [&](bool ok) {
+        return [said, ok](const auto& probe) { return probe.ok == ok && probe.detail == said; };
+    };
+    const auto& probes = payload.services;
+    switch (model.caddyBand) {
+    case Band::green:
+        require(std::ranges::any_of(probes, saidBy(true)));
+        require(!hasSites || (payload.caddySitesUp != 0 && payload.caddySitesUp >= payload.caddySitesTotal / 2));
+        break;
+    case Band::amber:
+        require(hasSites ? said == "no caddy probe"_L1 || std::ranges::any_of(probes, saidBy(true))
+                         : said == "no caddy probe"_L1);
+        break;
+    case Band::red:
+        require(std::ranges::any_of(probes, saidBy(false)));
+        break;
+    case Band::unknown:
+        require(false);
+    }
+    const auto& postgres = model.postgresOk.value();
+    require(std::ranges::any_of(probes, [](const auto& p) {
+                return p.name == "postgres"_L1 || p.name == "postgres.port"_L1;
+            }) == postgres.has_value());
+    require(postgres || model.postgresDetail.value() == unknown);
+}
+
+/// What the panel draws of a text is one line a line, of bounded length, without control characters, and ends with a
+/// whole character.
+void requireDrawable(const QString& text) {
+    const auto beginning = TextFitting::beginning(text);
+    require(beginning.text.size() <= longestBeginning && beginning.text.size() <= text.size());
+    require(std::ranges::none_of(beginning.text, [](QChar c) { return c.category() == QChar::Other_Control; }));
+    require(!text.isValidUtf16() || beginning.text.isValidUtf16());
+    const QString line = TextFitting::firstLine(beginning);
+    require(!line.contains(QChar::LineSeparator) && line.size() <= beginning.text.size() + 1);
+}
+
+void requireDrawable(const StatusModel& model) {
+    for (const QString& text : {model.hostname.value(), model.hostLoad.value(), model.hostMemory.value(),
+                                model.hostDisk.value(), model.caddyDetail.value(), model.postgresDetail.value()}) {
+        requireDrawable(text);
+    }
+    for (const auto& row : model.services.value()) {
+        requireDrawable(row.name);
+        requireDrawable(row.detail);
+        requireDrawable(row.category);
+    }
+}
+
+void fillWithOldFigures(StatusModel& model) {
+    model.hostLoad = u"old load"_s;
+    model.hostMemory = u"old memory"_s;
+    model.hostDisk = u"old disk"_s;
+}
+
+/// Whether JSON of Qt keeps the texts: it leaves out half a surrogate pair, and a byte order mark at the beginning.
+bool hasWholeTexts(const Payload& payload) {
+    const auto isWhole = [](const std::optional<QString>& text) {
+        return !text || (text->isValidUtf16() && !text->startsWith(QChar::ByteOrderMark));
+    };
+    return (!payload.host || (isWhole(payload.host->hostname) && isWhole(payload.host->platform))) &&
+           std::ranges::all_of(payload.services, [&](const Payload::ServiceProbe& probe) {
+               return isWhole(probe.name) && isWhole(probe.detail) && isWhole(probe.category);
+           });
+}
+
+}
+
+/// The input is what the bridge answers when it is asked for the snapshot. What costs most is done with some of them.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static FakeNotificationCenter center;
+    static NotificationService notifications{center};
+    static StatusModel model{notifications};
+    const auto input = Fuzz::view(data, size);
+    const auto payload = Payload::decode(input);
+    if (!payload) {
+        const auto& [kind, text] = payload.error();
+        require(std::ranges::count(decodeErrors, kind) == 1);
+        require(!text.isEmpty() && text.size() <= longestErrorText && !text.contains(u'\n'));
+        return 0;
+    }
+    Fuzz::Choices choices{input};
+    const bool isRepeated = choices.oneIn(8);
+    if (isRepeated) {
+        require(Payload::decode(input) == payload);
+        require(!hasWholeTexts(*payload) || Payload::decode(encoded(*payload)) == payload);
+    }
+    for (int i = isRepeated ? 0 : 1; i < 2; ++i) {
+        fillWithOldFigures(model);
+        applyMonitor(model, *payload);
+        requireHost(model, *payload);
+        requireCaddyAndPostgres(model, *payload);
+        requireServices(model, *payload);
+    }
+    requireDrawable(model);
+    return 0;
+}
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
+    return mutateJson(data, size, most, seed);
+}
