@@ -31,6 +31,9 @@ ACTIONS = ("Desk backup now", "Sync via iCloud", "Refresh")
 DAYPART_EACH = 3
 ACTION_EACH = 7
 SETTINGS_EACH = 10
+REST_EACH = 40
+# Longer than a closed panel is kept.
+REST_SECONDS = 2.5
 SETTINGS_TABS = 4
 LEFT, MIDDLE, RIGHT, DOWN = 200, 640, 1080, 600
 PATIENCE = 2
@@ -116,6 +119,7 @@ class Day:
         self._open()
         self._probe.tell("press Day")
         self._close(self._activate)
+        time.sleep(REST_SECONDS)
         samples = []
         for _ in range(SAMPLES):
             samples.append(self._sample())
@@ -142,6 +146,8 @@ class Day:
         self.counts["openings"] += 1
         if number % SETTINGS_EACH == 0:
             self._look_at_settings()
+        if number % REST_EACH == 0:
+            time.sleep(REST_SECONDS)
 
     def _open(self):
         def is_open():
@@ -263,6 +269,7 @@ def run(polls, openings, tick, parts):
         for part in parts:
             day.live(round(polls * part), round(openings * part))
             checkpoints[f"{day.peer.polls:,} polls"] = day.measure()
+            print(table(checkpoints)[0], end="\n\n", file=sys.stderr, flush=True)
         return checkpoints, day, *day.quit()
 
 
