@@ -53,6 +53,7 @@ class Peer:
         self.held = 0
         self._tick = tick
         self._spoils_monitor = None
+        socket.create_server(("127.0.0.1", PORT)).close()
         self._listens = threading.Event()
         self._thread = threading.Thread(target=self._run, daemon=True)
         self._thread.start()

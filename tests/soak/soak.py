@@ -56,18 +56,19 @@ backup) echo "12 files"; echo "saved" ;;
 esac
 """
 
-Measure = collections.namedtuple("Measure", "key label unit growth")
+# `growth` is what a figure may have grown by since the warm-up. PSS has no bound: it changes with what else runs.
+Measure = collections.namedtuple("Measure", "key label growth")
 MEASURES = (
-    Measure("heap", "heap in use", "KiB", 64),
-    Measure("dirty", "memory of its own", "KiB", 512),
-    Measure("pss", "with its share of the libraries (PSS)", "KiB", None),
-    Measure("descriptors", "open descriptors", "", 0),
-    Measure("threads", "threads", "", 0),
-    Measure("children", "child processes", "", 0),
-    Measure("x resources", "X resources", "", 0),
-    Measure("pixmap bytes", "X pixmaps", "bytes", 0),
-    Measure("match rules", "D-Bus match rules", "", 0),
-    Measure("bus names", "D-Bus names", "", 0),
+    Measure("heap", "heap in use, KiB", 64),
+    Measure("dirty", "memory of its own, KiB", 512),
+    Measure("pss", "with its share of the libraries (PSS), KiB", None),
+    Measure("descriptors", "open descriptors", 0),
+    Measure("threads", "threads", 0),
+    Measure("children", "child processes", 0),
+    Measure("x resources", "X resources", 0),
+    Measure("pixmap bytes", "X pixmaps, bytes", 0),
+    Measure("match rules", "D-Bus match rules", 0),
+    Measure("bus names", "D-Bus names", 0),
 )
 
 
@@ -255,10 +256,10 @@ def table(checkpoints):
     broken = []
     for measure in MEASURES:
         values = [figures[measure.key] for figures in checkpoints.values()]
-        label = f"{measure.label}, {measure.unit}" if measure.unit else measure.label
-        lines.append("| " + " | ".join([label, *(f"{value:,.0f}" for value in values), "—" if measure.growth is None else str(measure.growth)]) + " |")
+        bound = "—" if measure.growth is None else str(measure.growth)
+        lines.append("| " + " | ".join([measure.label, *(f"{value:,.0f}" for value in values), bound]) + " |")
         if measure.growth is not None and values[-1] - values[0] > measure.growth:
-            broken.append(label)
+            broken.append(measure.label)
     return "\n".join(lines), broken
 
 
@@ -267,9 +268,9 @@ def run(polls, openings, tick, parts):
     checkpoints = {}
     with desktop.Desktop() as desk, Day(desk, tick) as day:
         for part in parts:
+            print(f"on to {part:.0%} of {polls:,} polls", file=sys.stderr)
             day.live(round(polls * part), round(openings * part))
             checkpoints[f"{day.peer.polls:,} polls"] = day.measure()
-            print(table(checkpoints)[0], end="\n\n", file=sys.stderr, flush=True)
         return checkpoints, day, *day.quit()
 
 
@@ -284,8 +285,9 @@ def main():
                                                (0.1, 0.4, 0.7, 1))
     text, broken = table(checkpoints)
     print(text)
-    print(f"\n{day.peer.polls:,} polls, {day.peer.spoilt.total():,} of them spoilt, in {time.monotonic() - began:.0f} s;")
-    print(", ".join(f"{count:,} × {name}" for name, count in day.counts.items()))
+    print(f"\n{day.peer.polls:,} polls, {day.peer.spoilt.total():,} of them spoilt; "
+          + ", ".join(f"{count:,} {name}" for name, count in day.counts.items())
+          + f"; in {time.monotonic() - began:.0f} s")
     print(complaints, end="")
     if broken:
         print("More than its bound: " + "; ".join(broken))
