@@ -26,11 +26,11 @@ QString formatted(const std::optional<double>& value, int decimals, QLatin1Strin
 }
 
 QString formattedDisk(const DesktopMonitorPayload::HostMetrics& host) {
-    const QString used = formatted(host.diskUsedPct, 0, "%"_L1);
-    if (!host.diskUsedPct || !host.diskFreeGb) {
-        return used;
+    QString text = formatted(host.diskUsedPct, 0, "%"_L1);
+    if (host.diskUsedPct && host.diskFreeGb) {
+        text += u" · " + fixed(*host.diskFreeGb, 0) + u" GB free";
     }
-    return used + u" · " + fixed(*host.diskFreeGb, 0) + u" GB free";
+    return text;
 }
 
 template <typename Predicate>

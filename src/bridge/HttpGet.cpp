@@ -10,7 +10,7 @@ namespace {
 using Kind = BridgeError::Kind;
 
 constexpr int defaultPort = 80;
-constexpr qint64 readBufferBytes = 256 * 1024;
+constexpr auto readBufferBytes = qint64{256} * 1024;
 
 QByteArray hostField(const QUrl& url) {
     QByteArray host = url.host(QUrl::FullyEncoded).toLatin1();

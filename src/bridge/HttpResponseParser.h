@@ -17,8 +17,8 @@ struct HttpResponse final {
 /// length, chunked ones, and those that end with the connection; passes over interim responses (1xx).
 class HttpResponseParser final {
 public:
-    static constexpr qsizetype mostBodyBytes = 8 * 1024 * 1024;
-    static constexpr qsizetype mostHeadBytes = 64 * 1024;
+    static constexpr auto mostBodyBytes = qsizetype{8} * 1024 * 1024;
+    static constexpr auto mostHeadBytes = qsizetype{64} * 1024;
 
     /// Nothing while more is to come; else the response, or why there will be none.
     using Outcome = std::optional<std::expected<HttpResponse, BridgeError>>;

@@ -72,11 +72,11 @@ ToolOutcome outcomeOf(const BackgroundCalls::Work& work) {
 
 /// Never destroyed: threads of calls that were let go may be alive until the process is not.
 BackgroundCalls& BackgroundCalls::shared() {
-    static BackgroundCalls* const calls = new BackgroundCalls;
+    static auto* const calls = new BackgroundCalls;
     return *calls;
 }
 
-void BackgroundCalls::start(Work work, Deferred<ToolOutcome> answer) {
+void BackgroundCalls::start(Work work, const Deferred<ToolOutcome>& answer) {
     if (const int error = openMailbox()) {
         answer.deliver(launchFailure(toolName, error));
         return;

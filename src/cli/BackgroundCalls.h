@@ -21,7 +21,7 @@ public:
 
     /// Starts `work`, which may throw, and delivers its outcome once; a `launchFailure()` when there is no thread or no
     /// descriptor to be had.
-    void start(Work work, Deferred<ToolOutcome> answer);
+    void start(Work work, const Deferred<ToolOutcome>& answer);
 
 private:
     struct Call;

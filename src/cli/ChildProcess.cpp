@@ -11,7 +11,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
-extern char** environ;
+extern char** environ; // NOLINT(readability-redundant-declaration): glibc declares it too, the Mac does not.
 
 namespace {
 

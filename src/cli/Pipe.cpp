@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t readBlockBytes = 64 * 1024;
+constexpr auto readBlockBytes = std::size_t{64} * 1024;
 constexpr int waitForEver = -1;
 constexpr int ignoredByPoll = -1;
 

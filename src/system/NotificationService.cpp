@@ -9,7 +9,7 @@ NotificationService::NotificationService(NotificationCenter& center)
 
 /// Never destroyed: what the desktop's center is made of must not outlive the application's own end half alive.
 NotificationService& NotificationService::shared() {
-    static NotificationService* const service = new NotificationService{*NotificationCenter::standard().release()};
+    static auto* const service = new NotificationService{*NotificationCenter::standard().release()};
     return *service;
 }
 

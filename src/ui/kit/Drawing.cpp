@@ -81,8 +81,9 @@ void Drawing::fillCircle(QPainter& painter, const QRectF& square, qreal diameter
     const int room = static_cast<int>(device.width());
     int across = static_cast<int>(diameter * scale(painter));
     across += (room - across) % 2;
+    const int inset = (room - across) / 2;
     const QPointF corner{std::round(device.left()), std::round(device.top())};
-    const QRectF circle{corner + QPointF{1, 1} * ((room - across) / 2), QSizeF(across, across)};
+    const QRectF circle{corner + QPointF{1, 1} * inset, QSizeF(across, across)};
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);

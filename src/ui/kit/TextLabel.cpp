@@ -146,7 +146,7 @@ void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter{this};
     painter.setPen(m_colour);
     const qreal baseline = QFontMetricsF{m_font}.ascent();
-    const qreal top = (height() - heightForWidth(width())) / 2;
+    const int top = (height() - heightForWidth(width())) / 2;
     painter.translate(0, top + baseline);
     painter.scale(m_shown.scale, m_shown.scale);
     m_layout.draw(&painter, {0, -baseline});

@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <ranges>
+
 ScrollPage::ScrollPage(const QString& name, QWidget* parent)
     : QScrollArea{parent} {
     auto* const page = new QWidget;
@@ -28,8 +30,8 @@ ScrollPage::ScrollPage(const QString& name, QWidget* parent)
 
 void ScrollPage::layOutNow() {
     const auto below = widget()->findChildren<QWidget*>();
-    for (auto iterator = below.crbegin(); iterator != below.crend(); ++iterator) {
-        if (auto* const layout = (*iterator)->layout(); layout != nullptr) {
+    for (const QWidget* one : std::views::reverse(below)) {
+        if (auto* const layout = one->layout(); layout != nullptr) {
             layout->activate();
         }
     }
