@@ -110,7 +110,10 @@ class Desktop:
         for process in reversed(self._processes):
             self.stop(process)
             process.log.close()
+        reports = [output for output in map(self.output, self._processes) if "Sanitizer: " in output]
         shutil.rmtree(self.root, ignore_errors=True)
+        if reports:
+            raise Failure("a sanitizer reported\n" + "\n".join(reports))
 
     # Processes
 
