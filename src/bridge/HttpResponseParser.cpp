@@ -131,11 +131,12 @@ HttpResponseParser::Outcome HttpResponseParser::takeHeader(QByteArrayView line) 
 HttpResponseParser::Outcome HttpResponseParser::takeEndOfHeaders() {
     constexpr int firstFinalStatus = 200;
     constexpr std::array statusesWithoutBody{204, 304};
-    if (*m_response.status < firstFinalStatus) {
+    const int status = m_response.status.value_or(0);
+    if (status < firstFinalStatus) {
         m_state = State::statusLine;
         return std::nullopt;
     }
-    if (std::ranges::find(statusesWithoutBody, *m_response.status) != statusesWithoutBody.end()) {
+    if (std::ranges::find(statusesWithoutBody, status) != statusesWithoutBody.end()) {
         return complete();
     }
     if (m_chunked) {

@@ -36,6 +36,7 @@ public:
 
     [[nodiscard]] bool await_ready() const noexcept { return m_state->delivered; }
     void await_suspend(std::coroutine_handle<> waiter) const noexcept { m_state->waiter = waiter; }
+    // NOLINTNEXTLINE(bugprone-unchecked-optional-access): a waiter resumes only when there is a value.
     [[nodiscard]] T await_resume() const { return std::move(*m_state->value); }
 
 private:
