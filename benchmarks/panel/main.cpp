@@ -117,7 +117,7 @@ int polls(const QUrl& bridge, int count, bool isShown) {
     StatusModel status{NotificationService::shared(), VornaCLIRunner::run, bridge};
     auto& daypart = DaypartController::shared();
     PanelWindow panel{std::make_unique<MenuBarView>(status, daypart, NotificationService::shared(), PanelActions{}),
-                      daypart, Qt::Popup, Compositing::isActive};
+                      daypart, Qt::Popup, PanelWindow::PlacedBy::us, Compositing::isActive};
     panel.showAt({0, 0, 1, 1});
     status.findChild<QTimer*>()->stop();
     waitFor(1s);

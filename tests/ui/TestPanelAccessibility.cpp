@@ -16,7 +16,7 @@ constexpr QRect anchor{300, 0, 24, 24};
 
 struct Shown final {
     PanelFixture panel;
-    PanelWindow window{panel.makeView(), panel.daypart, Qt::Popup, [] { return true; }};
+    PanelWindow window{panel.makeView(), panel.daypart, Qt::Popup, PanelWindow::PlacedBy::us, [] { return true; }};
 
     [[nodiscard]] bool show() {
         window.showAt(anchor);
