@@ -37,6 +37,10 @@ MISTAKES = {
         ("    window.requestActivate();\n", ""),
         ("windowStates() & ~", "windowStates() | "),
     ],
+    "Memory.cpp": [
+        ("malloc_zone_pressure_relief(nullptr, 0)", "malloc_zone_pressure_relief(nullptr, 1)"),
+        ("malloc_zone_pressure_relief", "malloc_zone_relief"),
+    ],
     "NotificationCenter.mm": [
         ("UNAuthorizationOptionBadge | ", ""),
         ("| UNAuthorizationOptionSound", "& UNAuthorizationOptionSound"),
@@ -177,7 +181,7 @@ LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"
 # Objects of the libraries, without any one of which the program must not link.
 LIBRARIES = {
     "libvorna_platform.a": [
-        "AccessibilityTrust.cpp", "AppInfo.mm", "ChildDescriptors.cpp", "Launch.mm", "NotificationCenter.mm",
+        "AccessibilityTrust.cpp", "AppInfo.mm", "ChildDescriptors.cpp", "Launch.mm", "Memory.cpp", "NotificationCenter.mm",
         "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
     ],
     "libvorna_tray.a": ["Compositing.cpp", "StatusItem.mm"],

@@ -59,6 +59,9 @@ struct State {
     QStringList openedUrls;
     bool isTrusted = false;
 
+    // Memory
+    std::optional<quint64> reliefGoal; ///< what was asked of all zones at once
+
     // The item in the menu bar
     Button button;
     double itemLength = 0;

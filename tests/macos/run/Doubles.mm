@@ -12,6 +12,7 @@
 #import <CoreServices/CoreServices.h>
 #import <UserNotifications/UserNotifications.h>
 #include <dispatch/dispatch.h>
+#include <malloc/malloc.h>
 
 // Everything here is kept for as long as the program runs: there is nothing to count.
 
@@ -156,6 +157,15 @@ void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
             }
         },
         Qt::QueuedConnection);
+}
+
+// The system's allocator
+
+size_t malloc_zone_pressure_relief(malloc_zone_t* zone, size_t goal) {
+    if (zone == nullptr) {
+        now().reliefGoal = goal;
+    }
+    return 0;
 }
 
 // ApplicationServices

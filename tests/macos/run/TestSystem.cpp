@@ -3,6 +3,7 @@
 #include "platform/AppInfo.h"
 #include "platform/Compositing.h"
 #include "platform/Launch.h"
+#include "platform/Memory.h"
 #include "platform/SingleInstance.h"
 #include "platform/SystemSettings.h"
 #include "platform/UserDefaults.h"
@@ -41,6 +42,7 @@ private slots:
     void opensAddresses();
     void comesToTheFront();
     void trustIsWhatTheSystemSays();
+    void everythingThatIsNotUsedIsGivenBack();
     void everyPaneHasItsLink_data();
     void everyPaneHasItsLink();
     void windowsAreBlended();
@@ -159,6 +161,12 @@ void TestSystem::trustIsWhatTheSystemSays() {
     QVERIFY(!AccessibilityTrust::isTrusted());
     Doubles::state().isTrusted = true;
     QVERIFY(AccessibilityTrust::isTrusted());
+}
+
+void TestSystem::everythingThatIsNotUsedIsGivenBack() {
+    constexpr quint64 asMuchAsThereIs = 0;
+    Memory::giveBackUnused();
+    QCOMPARE(Doubles::state().reliefGoal, std::optional{asMuchAsThereIs});
 }
 
 void TestSystem::everyPaneHasItsLink_data() {

@@ -22,7 +22,7 @@ SYSTEM = """
     dyld_stub_binder __Block_copy __Block_release __Block_object_assign __Block_object_dispose __NSConcreteStackBlock
     __NSConcreteGlobalBlock __Unwind_Resume __tlv_bootstrap ___stack_chk_fail ___stack_chk_guard _bzero ___memcpy_chk
     ___maskrune __DefaultRuneLocale _memset_pattern16 _dispatch_async _dispatch_get_main_queue __dispatch_main_q
-    _posix_spawn_file_actions_addinherit_np ___cxa_atexit ___error
+    _posix_spawn_file_actions_addinherit_np ___cxa_atexit ___error _malloc_zone_pressure_relief
 """.split()
 
 OBJECTIVE_C = [
