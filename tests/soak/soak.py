@@ -36,7 +36,7 @@ REST_EACH = 40
 REST_SECONDS = 2.5
 SETTINGS_TABS = 4
 LEFT, MIDDLE, RIGHT, DOWN = 200, 640, 1080, 600
-PATIENCE = 2
+PATIENCE = 0.5
 # A little longer than Qt waits before it believes that the focus has gone, and than two clicks count as one.
 FOCUS_SECONDS = 0.15
 SAME_CLICK_SECONDS = 0.26
@@ -169,7 +169,7 @@ class Day:
             self._screen.click(RIGHT if panel.get_geometry().x < MIDDLE else LEFT, DOWN)
 
     def _click_until(self, click, condition, what):
-        """Clicks, and again after two seconds: when the focus goes elsewhere just then, the panel goes as well."""
+        """Clicks, and again when nothing came of it: when the focus goes elsewhere just then, the panel goes as well."""
         def works():
             if condition():
                 return True
@@ -278,7 +278,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--polls", type=int, default=17_280)
     parser.add_argument("--openings", type=int, default=2_000)
-    parser.add_argument("--tick", type=float, default=0.02, help="seconds from poll to poll")
+    parser.add_argument("--tick", type=float, default=0.04, help="seconds from poll to poll")
     arguments = parser.parse_args()
     began = time.monotonic()
     checkpoints, day, status, complaints = run(arguments.polls, arguments.openings, arguments.tick,
