@@ -10,6 +10,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "desktop"))
 import companion  # noqa: E402
 
 POLLS, OPENINGS, TICK = 200, 30, 0.02
+SHARE_OF_THE_BOUNDS = 0.5
 
 
 def setUpModule():
@@ -23,7 +24,7 @@ class Soak(unittest.TestCase):
         import soak
 
         checkpoints, day, status, complaints = soak.run(POLLS, OPENINGS, TICK, parts=(0.5, 1))
-        figures, broken = soak.table(checkpoints)
+        figures, broken = soak.table(checkpoints, SHARE_OF_THE_BOUNDS)
         self.assertEqual(broken, [], figures)
         self.assertEqual((status, complaints), (0, ""))
         self.assertGreaterEqual(day.peer.polls, POLLS)
