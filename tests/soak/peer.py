@@ -41,6 +41,15 @@ def snapshot(chance):
     }).encode()
 
 
+# What it says while it is calm: every detail at once, so that each font has been needed.
+CALM_SNAPSHOT = json.dumps({
+    "host": {"hostname": "workstation", "cpu_load_1m": 1.5, "memory_used_pct": 60, "disk_used_pct": 70,
+             "disk_free_gb": 138},
+    "services": [{"name": f"service.{number}", "ok": number % 2 == 0, "detail": detail}
+                 for number, detail in enumerate(DETAILS)],
+}).encode()
+
+
 class Peer:
     """Listens on the bridge's port from a thread of its own. Calm, it is healthy and always says the same."""
 
@@ -109,7 +118,7 @@ class Peer:
         writer.write(answer(b'{"status": "ok"}'))
 
     async def _monitor(self, _, writer):
-        writer.write(answer(snapshot(random.Random(0 if self.calm else self.polls))))
+        writer.write(answer(CALM_SNAPSHOT if self.calm else snapshot(random.Random(self.polls))))
 
     async def _refuse(self, reader, writer):
         """Healthy, and gone at once for a few polls."""

@@ -249,17 +249,17 @@ class Day:
         return self._desk.wait_for(condition, what, within, every=0.005)
 
 
-def table(checkpoints, share=1.0):
-    """The figures in Markdown, a column for each checkpoint, and the labels of those that have broken their bound, or
-    the given share of it."""
+def table(checkpoints, times=1):
+    """The figures in Markdown, a column for each checkpoint, and the labels of those that have broken their bound, so
+    many times over."""
     names = list(checkpoints)
     lines = ["| | " + " | ".join(names) + " | may grow by |", "|---|" + "--:|" * (len(names) + 1)]
     broken = []
     for measure in MEASURES:
         values = [figures[measure.key] for figures in checkpoints.values()]
-        bound = "—" if measure.growth is None else f"{measure.growth * share:g}"
+        bound = "—" if measure.growth is None else f"{measure.growth * times}"
         lines.append("| " + " | ".join([measure.label, *(f"{value:,.0f}" for value in values), bound]) + " |")
-        if measure.growth is not None and values[-1] - values[0] > measure.growth * share:
+        if measure.growth is not None and values[-1] - values[0] > measure.growth * times:
             broken.append(measure.label)
     return "\n".join(lines), broken
 
