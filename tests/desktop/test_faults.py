@@ -508,6 +508,7 @@ class Clocks(OnADesktop):
             self.skipTest("not installed: tzdata")
         zone = self.desk.root / "zone"
         zone.write_bytes((zones / "GMT").read_bytes())
+        os.utime(zone, (0, 0))  # a zone that changes within a second is taken for the same one
         self.open([*in_mounts_of_its_own(f"mount --bind {zone} /etc/localtime"), "env", "-u", "TZ"])
         self.wait_for(self.updated, "the first update")
         before = self.updated()

@@ -151,18 +151,6 @@ class Stories:
 
         self.wait_for(is_closed_by_a_click_below, "the panel to close after a click below it")
 
-    def test_panel_is_there_when_the_pointer_comes_over_another_window(self):
-        self.start()
-        self.start_another_program()
-        panel = self.open_panel()
-        self.desk.input.move(*BESIDE_THE_PANEL)
-        self.wait_for(lambda: not self.panel()["focused"], "the focus to follow the pointer")
-        self.assertRaises(desktop.Failure, self.desk.wait_for, lambda: not self.panel(), "it to close", within=0.5)
-        self.desk.input.move(panel["x"] + 20, panel["y"] + 20)
-        self.wait_for_panel()
-        self.desk.input.move(*BESIDE_THE_PANEL)
-        self.wait_for_no_panel("the pointer has left it")
-
     def test_companion_ends_quietly_with_the_compositor(self):
         self.start()
         self.open_panel()
@@ -182,6 +170,18 @@ class Natively(Stories, OnWayland):
         self.check_inside(self.open_panel(), 0, 0, 640, 400)
         self.assertIn(".set_buffer_scale(2)", self.desk.output(self.companion))
         self.photograph("scaled")
+
+    def test_panel_is_there_when_the_pointer_comes_over_another_window(self):
+        self.start()
+        self.start_another_program()
+        panel = self.open_panel()
+        self.desk.input.move(*BESIDE_THE_PANEL)
+        self.wait_for(lambda: not self.panel()["focused"], "the focus to follow the pointer")
+        self.assertRaises(desktop.Failure, self.desk.wait_for, lambda: not self.panel(), "it to close", within=0.5)
+        self.desk.input.move(panel["x"] + 20, panel["y"] + 20)
+        self.wait_for_panel()
+        self.desk.input.move(*BESIDE_THE_PANEL)
+        self.wait_for_no_panel("the pointer has left it")
 
     def test_click_into_another_window_closes_the_panel(self):
         self.start()

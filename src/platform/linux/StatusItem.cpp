@@ -25,8 +25,9 @@ using Host = StatusNotifierHostWatch::Host;
 /// A panel with both kinds of tray may open the older kind a little before the newer one, which is preferred.
 constexpr auto patience = 400ms;
 
-/// Some hosts report the second press of a double click twice, at once.
-constexpr auto samePress = 20ms;
+/// Some hosts report the second press of a double click twice, at once: the second report is there when the first has
+/// been answered.
+constexpr auto samePress = 5ms;
 
 /// Qt settles on a kind of tray when the first icon is made and keeps to it as long as the process lives: there is no
 /// icon before a tray, and later it only shows where a tray of that kind is.
