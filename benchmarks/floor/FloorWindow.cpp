@@ -16,7 +16,7 @@ constexpr QSize iconSize{22, 22};
 QIcon plainIcon() {
     QPixmap pixmap(iconSize);
     pixmap.fill(Qt::darkGreen);
-    return QIcon(pixmap);
+    return {pixmap};
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 using namespace Qt::StringLiterals;
 
 int main(int argc, char* argv[]) {
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const FloorWindow window{QUrl(u"http://127.0.0.1:43105"_s)};
     return QApplication::exec();

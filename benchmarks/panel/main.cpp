@@ -143,7 +143,7 @@ int polls(const QUrl& bridge, int count, bool isShown) {
 /// panel-timings openings
 /// panel-timings polls BRIDGE COUNT shown|hidden
 int main(int argc, char** argv) {
-    QApplication application{argc, argv};
+    const QApplication application{argc, argv};
     QApplication::setQuitOnLastWindowClosed(false);
     const auto words = QApplication::arguments();
     if (words.value(1) == u"openings"_s) {

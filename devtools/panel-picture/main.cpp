@@ -72,7 +72,8 @@ Request requested() {
         refuse(u"there is no daypart \""_s + daypart + u'"');
     }
     request.scale = parser.value(u"scale"_s).toDouble();
-    if (!(request.scale > 0 && request.scale <= largestScale)) {
+    const bool isScale = request.scale > 0 && request.scale <= largestScale;
+    if (!isScale) {
         refuse(u"the scale is a number above 0, at most 8"_s);
     }
     return request;

@@ -93,7 +93,7 @@ void addOptions(QCommandLineParser& parser) {
 
 /// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures.
 int main(int argc, char** argv) {
-    QApplication application{argc, argv};
+    const QApplication application{argc, argv};
     QCommandLineParser parser;
     addOptions(parser);
     parser.process(application);

@@ -17,7 +17,7 @@ struct Pipe final {
 };
 
 /// What one reading takes at most: a limit for a writer without end, far beyond what anybody would read.
-inline constexpr std::size_t mostBytesRead = 16 * 1024 * 1024;
+inline constexpr std::size_t mostBytesRead = 16UL * 1024 * 1024;
 
 /// The reading end of a pipe, and where what comes out of it goes.
 struct Reading final {

@@ -256,7 +256,7 @@ void TestToolFaults::panelWorksWhileTheToolHangs() {
 
 void TestToolFaults::secondClickRunsNothing() {
     m_desk->tool.write(heartbeat +
-                       "cd \"${0%/*}/..\"; echo \"$*\" >> runs; until [ -e gate ]; do sleep 0.1; done; cat runs");
+                       R"(cd "${0%/*}/.."; echo "$*" >> runs; until [ -e gate ]; do sleep 0.1; done; cat runs)");
     for (int click = 0; click < 3; ++click) {
         m_desk->press(backup);
         m_desk->press(cloudSync);

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <chrono>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -276,8 +277,8 @@ void TestVornaBridgeClient::requestIsPlain() {
     ScriptedPeer peer;
     const VornaBridgeClient client{peer.baseUrl(path)};
 
-    QCoro::waitFor(client.desktopMonitor());
-    QCoro::waitFor(client.health());
+    std::ignore = QCoro::waitFor(client.desktopMonitor());
+    std::ignore = QCoro::waitFor(client.health());
 
     const QByteArray fields =
         "Host: 127.0.0.1:" + QByteArray::number(peer.serverPort()) + "\r\nConnection: close\r\n\r\n";
@@ -349,7 +350,9 @@ void TestVornaBridgeClient::overlappingCallsAnswerEach() {
     const VornaBridgeClient client{peer.baseUrl()};
 
     std::vector<QCoro::Task<std::expected<bool, BridgeError>>> calls;
-    for (int i = 0; i < 50; ++i) {
+    constexpr std::size_t together = 50;
+    calls.reserve(together);
+    while (calls.size() < together) {
         calls.push_back(client.health());
     }
     for (auto& call : calls) {

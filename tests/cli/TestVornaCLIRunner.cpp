@@ -28,7 +28,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
+extern char** environ; // NOLINT(readability-redundant-declaration): glibc declares it too, the Mac does not.
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -321,7 +321,7 @@ void TestVornaCLIRunner::validTextArrivesUnchanged() {
 void TestVornaCLIRunner::outputOfAPipeFullComesAtOnce() {
     constexpr int pipeFull = 64 * 1024;
     StandInTool::writeFile(QByteArray{pipeFull, 'x'}, m_tool->file(u"text"_s));
-    m_tool->write("cat \"$1\"; exec cat \"$1\" >&2");
+    m_tool->write(R"(cat "$1"; exec cat "$1" >&2)");
     QElapsedTimer clock;
     clock.start();
     const Result result = runTool({m_tool->file(u"text"_s)});
@@ -461,7 +461,7 @@ void TestVornaCLIRunner::twoHundredCallsRunAtTheSameTime() {
     const QByteArray gate = QFile::encodeName(m_tool->file(u"gate"_s));
     QVERIFY(mkfifo(gate.constData(), S_IRUSR | S_IWUSR) == 0);
     QVERIFY(QDir{}.mkpath(m_tool->file(u"arrived"_s)));
-    m_tool->write("cd \"${0%/*}/..\"; : > \"arrived/$1\"; : < gate; echo \"$1\"");
+    m_tool->write(R"(cd "${0%/*}/.."; : > "arrived/$1"; : < gate; echo "$1")");
 
     const auto threadsBefore = threads();
     const auto descriptorsBefore = openDescriptors();
@@ -544,7 +544,7 @@ void TestVornaCLIRunner::passesArgumentsUntouched() {
                                 u"--yes"_s,
                                 u"-"_s,
                                 u"; exit 9"_s};
-    m_tool->write("for argument in \"$@\"; do printf '%s\\037' \"$argument\"; done");
+    m_tool->write(R"(for argument in "$@"; do printf '%s\037' "$argument"; done)");
     const Result result = runTool(arguments);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.stdOut.chopped(1).split(QChar{037}), arguments);

@@ -170,6 +170,7 @@ void TestSingleInstance::ofManyStartsAtOnceExactlyOneIsTheFirst() {
     for (int round = 0; round < 3; ++round) {
         init();
         std::vector<std::unique_ptr<Probe>> probes;
+        probes.reserve(starts);
         for (int start = 0; start < starts; ++start) {
             probes.push_back(std::make_unique<Probe>());
         }
@@ -362,7 +363,7 @@ void TestSingleInstance::strangerInOurPlaceDoesNotKeepUsFromStarting() {
     const pid_t stranger = asStranger([&name] {
         const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
         const sockaddr_un address = abstractAddress(name);
-        if (::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), addressSize(name)) != 0 ||
+        if (descriptor < 0 || ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), addressSize(name)) != 0 ||
             ::listen(descriptor, 5) != 0) {
             return 1;
         }

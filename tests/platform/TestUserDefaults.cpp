@@ -141,7 +141,7 @@ void TestUserDefaults::storedTextCountsAsTrueOnlyWhenItIsATruthValue_data() {
     QTest::newRow("list") << QByteArray("true, true") << false;
     QTest::newRow("bytes") << QByteArray("@ByteArray(true)") << false;
     QTest::newRow("invalid") << QByteArray("@Invalid()") << false;
-    QTest::newRow("broken variant") << QByteArray("@Variant(\\0\\0\\0\\x1)") << false;
+    QTest::newRow("broken variant") << QByteArray(R"(@Variant(\0\0\0\x1))") << false;
 }
 
 void TestUserDefaults::storedTextCountsAsTrueOnlyWhenItIsATruthValue() {

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -134,9 +135,9 @@ QList<AccessibleNode> AccessibleTree::leavesInView() const {
 }
 
 std::optional<AccessibleNode> AccessibleTree::focused() const {
-    const auto last = std::find_if(m_nodes.crbegin(), m_nodes.crend(),
-                                   [](const AccessibleNode& node) { return node.state().focused; });
-    return last == m_nodes.crend() ? std::nullopt : std::optional{*last};
+    const auto lastFirst = m_nodes | std::views::reverse;
+    const auto last = std::ranges::find_if(lastFirst, [](const AccessibleNode& node) { return node.state().focused; });
+    return last == lastFirst.end() ? std::nullopt : std::optional{*last};
 }
 
 QString AccessibleTree::disagreements(const DaypartPalette& palette) const {

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -152,6 +153,6 @@ QColor PaintRecord::groundAt(const QRect& place) const {
             ++counts[m_picture.pixel(x, y)];
         }
     }
-    const auto most = std::max_element(counts.cbegin(), counts.cend());
+    const auto most = std::ranges::max_element(std::as_const(counts));
     return most == counts.cend() ? QColor{} : QColor{most.key()};
 }

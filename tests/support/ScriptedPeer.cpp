@@ -18,8 +18,8 @@ QUrl ScriptedPeer::baseUrl(const QString& path) const {
     return QUrl{u"http://127.0.0.1:%1%2"_s.arg(QString::number(serverPort()), path)};
 }
 
-void ScriptedPeer::setScript(const QByteArray& path, Script script) {
-    m_scripts.insert(path, std::move(script));
+void ScriptedPeer::setScript(const QByteArray& path, const Script& script) {
+    m_scripts.insert(path, script);
 }
 
 ScriptedPeer::Script ScriptedPeer::plain(int status, const QByteArray& body) {

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] QUrl baseUrl(const QString& path = {}) const;
 
     /// The script of a path, such as "/health", from now on.
-    void setScript(const QByteArray& path, Script script);
+    void setScript(const QByteArray& path, const Script& script);
 
     /// A plain answer with a status, a body of stated length and the connection closed behind it.
     [[nodiscard]] static Script plain(int status, const QByteArray& body = {});

@@ -273,6 +273,7 @@ private slots:
         shown.settle();
         for (const auto& name : {u"Desk backup now"_s, u"Sync via iCloud"_s}) {
             auto* const actions = shown.control(name).interface->actionInterface();
+            QVERIFY(actions != nullptr);
             actions->doAction(QAccessibleActionInterface::pressAction());
         }
         shown.panel.status.cliBusy = false;

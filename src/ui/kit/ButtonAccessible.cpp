@@ -8,7 +8,7 @@ ButtonAccessible::ButtonAccessible(QAbstractButton& button)
     , m_button{button} {}
 
 QString ButtonAccessible::text(QAccessible::Text kind) const {
-    const QString given = QAccessibleWidget::text(kind);
+    QString given = QAccessibleWidget::text(kind);
     if (!given.isEmpty()) {
         return given;
     }
