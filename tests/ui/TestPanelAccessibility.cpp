@@ -272,7 +272,9 @@ private slots:
         shown.panel.status.cliBusy = true;
         shown.settle();
         for (const auto& name : {u"Desk backup now"_s, u"Sync via iCloud"_s}) {
-            auto* const actions = shown.control(name).interface->actionInterface();
+            const auto control = shown.control(name);
+            QVERIFY(control.interface != nullptr);
+            auto* const actions = control.interface->actionInterface();
             QVERIFY(actions != nullptr);
             actions->doAction(QAccessibleActionInterface::pressAction());
         }
