@@ -39,6 +39,14 @@ function(vorna_library NAME)
     target_link_libraries(${NAME} PUBLIC vorna_options ${LIBRARY_LINKS})
 endfunction()
 
+# Sanitizers make a program several times as slow.
+function(vorna_scale_timeout VARIABLE)
+    if(VORNA_SANITIZE)
+        math(EXPR ${VARIABLE} "5 * ${${VARIABLE}}")
+        set(${VARIABLE} ${${VARIABLE}} PARENT_SCOPE)
+    endif()
+endfunction()
+
 # vorna_test(FOLDER/TestX LINKS …): one Qt Test program for one class.
 function(vorna_test PATH)
     cmake_parse_arguments(TEST "" "PLATFORM;TIMEOUT" "LINKS;SOURCES" ${ARGN})
@@ -54,6 +62,7 @@ function(vorna_test PATH)
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
     endif()
+    vorna_scale_timeout(TEST_TIMEOUT)
     set_tests_properties(${NAME} PROPERTIES
         ENVIRONMENT "QT_QPA_PLATFORM=${TEST_PLATFORM};LC_ALL=C.UTF-8"
         ENVIRONMENT_MODIFICATION "${VORNA_SANITIZER_ENVIRONMENT}"
@@ -69,6 +78,7 @@ function(vorna_python_test NAME FILE)
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
     endif()
+    vorna_scale_timeout(TEST_TIMEOUT)
     add_test(NAME ${NAME}
         COMMAND ${VORNA_PYTHON} -B -m unittest -v ${FILE}
         WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}")

@@ -22,6 +22,9 @@ using End = ScriptedPeer::End;
 namespace {
 
 constexpr int patienceMs = 30'000;
+// Within the limits of 2 and 8 seconds, and long enough for another poll on a busy machine.
+constexpr auto healthIsLateBy = 1500ms;
+constexpr auto monitorIsLateBy = 3s;
 constexpr qsizetype largestBody = 8 * 1024 * 1024;
 
 QByteArray snapshot(const QByteArray& more = {}) {
@@ -327,7 +330,7 @@ void TestBridgeFaults::bridgeThatIsBackShowsWhileAnOlderPollHangs() {
     m_desk->heal();
     m_desk->refresh();
     QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
-    QCOMPARE(m_desk->peer.openConnections, 1);
+    QCOMPARE(m_desk->peer.mostOpenConnections, 2);
     QVERIFY(m_desk->settle());
 }
 
@@ -355,7 +358,7 @@ void TestBridgeFaults::upAndDownAtEveryPollShowsEach() {
 }
 
 void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
-    m_desk->set({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 500ms}});
+    m_desk->set({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, healthIsLateBy}});
     m_desk->refresh();
     QTRY_COMPARE(m_desk->peer.openConnections, 1);
     m_desk->set({});
@@ -367,7 +370,7 @@ void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
 
 void TestBridgeFaults::lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() {
     const auto requests = m_desk->peer.requests.size();
-    m_desk->set({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, 500ms}});
+    m_desk->set({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, monitorIsLateBy}});
     m_desk->refresh();
     QTRY_COMPARE(m_desk->peer.requests.size(), requests + 2);
     m_desk->set({.health = {}});

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+
 #include <sys/socket.h>
 
 using namespace Qt::StringLiterals;
@@ -31,7 +33,7 @@ ScriptedPeer::Script ScriptedPeer::plain(int status, const QByteArray& body) {
 void ScriptedPeer::accept() {
     while (auto* socket = nextPendingConnection()) {
         ++connections;
-        ++openConnections;
+        mostOpenConnections = std::max(mostOpenConnections, ++openConnections);
         connect(socket, &QTcpSocket::bytesWritten, this, [this](qint64 bytes) { bytesSent += bytes; });
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { readRequest(*socket); });
         connect(socket, &QTcpSocket::disconnected, this, [this, socket] {

@@ -38,6 +38,7 @@ public:
     qint64 bytesSent = 0;    ///< of all answers together
     int connections = 0;     ///< accepted so far
     int openConnections = 0;
+    int mostOpenConnections = 0; ///< at a time
 
 private:
     void accept();
