@@ -76,6 +76,11 @@ def require_modules(*modules):
             sys.exit(0)
 
 
+def is_sanitized(program):
+    """Whether a program was built with the address sanitizer: its memory is then the sanitizer's."""
+    return b"__asan_init" in Path(program).read_bytes()
+
+
 class Desktop:
     """One X server (unless `display` is False) and one session bus (unless `bus` is False), with what runs on them."""
 

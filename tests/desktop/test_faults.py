@@ -165,7 +165,8 @@ class TrayHosts(Story):
 
     def held_within(self, before):
         now = Held(self.desk, self.companion.pid)
-        fits = now.kilobytes - before.kilobytes <= MOST_GROWTH_KB
+        fits = (now.kilobytes - before.kilobytes <= MOST_GROWTH_KB
+                or desktop.is_sanitized(os.environ["VORNA_COMPANION"]))
         return now if fits and all(count <= before.counts[kind] for kind, count in now.counts.items()) else None
 
     def test_host_of_items_dies_a_hundred_times(self):
@@ -225,7 +226,9 @@ class SessionBus(Story):
         before = self.desk.cpu_seconds(self.companion)
         self.check_polling_goes_on()
         self.assertLess(self.desk.cpu_seconds(self.companion) - before, 1)
-        self.assertEqual(self.desk.output(self.companion), "")
+        # Qt may have been telling the tray of an icon when the bus died, and says so.
+        printed = [line for line in self.desk.output(self.companion).splitlines() if "QDBusTrayIcon" not in line]
+        self.assertEqual(printed, [])
 
     def test_bus_that_dies_leaves_the_open_panel_at_work(self):
         self.start_with_item()
@@ -467,6 +470,8 @@ class Clocks(OnADesktop):
         library = next(iter(glob.glob("/usr/lib/*/faketime/libfaketimeMT.so.1")), None)
         if library is None:
             self.skipTest("not installed: faketime")
+        if desktop.is_sanitized(os.environ["VORNA_COMPANION"]):
+            self.skipTest("the address sanitizer does not let another library come before it")
         self.clock = self.desk.root / "clock"
         self.set_clock(timedelta())
         self.open(env={"LD_PRELOAD": library, "FAKETIME_TIMESTAMP_FILE": str(self.clock), "FAKETIME_NO_CACHE": "1",
