@@ -14,8 +14,14 @@ private slots:
         QTest::newRow("C") << u"C"_s << u"14:03:07"_s;
         QTest::newRow("German") << u"de_DE"_s << u"14:03:07"_s;
         QTest::newRow("British") << u"en_GB"_s << u"14:03:07"_s;
+        QTest::newRow("Danish") << u"da_DK"_s << u"14.03.07"_s;
         QTest::newRow("zone first") << u"zh_CN"_s << u"14:03:07"_s;
-        QTest::newRow("quoted letters") << u"fr_CA"_s << u"14 h 03 min 07 s"_s;
+        QTest::newRow("a comma before the zone") << u"be_BY"_s << u"14:03:07"_s;
+        QTest::newRow("words in the long form") << u"ja_JP"_s << u"14:03:07"_s;
+        QTest::newRow("words in the short form") << u"fr_CA"_s << u"14 h 03 min 07 s"_s;
+        QTest::newRow("quoted letters behind") << u"bg_BG"_s << u"14:03:07 ч."_s;
+        QTest::newRow("half of the day first") << u"ko_KR"_s << u"오후 2:03:07"_s;
+        QTest::newRow("part of the day") << u"zh_TW"_s << u"下午2:03:07"_s;
     }
     void writesTheTimeAsTheLocaleDoesWithoutTheZone() {
         QFETCH(QString, locale);
