@@ -116,7 +116,9 @@ void TextLabel::prepare(int width) const {
     }
     const qreal natural = std::max(1, naturalWidth());
     const qreal scale = std::clamp(width / natural, m_style.minimumScale, 1.0);
-    const auto [text, isCut] = TextFitting::fit(m_beginning, m_font, width / scale, m_style.lines);
+    // Not divided where the text decides: the quotient may be a hair too small for it.
+    const qreal room = scale > m_style.minimumScale ? std::max<qreal>(width, natural) : width / scale;
+    const auto [text, isCut] = TextFitting::fit(m_beginning, m_font, room, m_style.lines);
     m_shown = {width, text, isCut, scale};
     layOut();
 }

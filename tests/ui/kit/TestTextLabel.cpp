@@ -129,6 +129,18 @@ private slots:
         QCOMPARE(label.heightForWidth(natural / 2), label.lineHeight());
     }
 
+    void isNotCutWhileShrinkingIsEnough() {
+        TextLabel label{shrinking};
+        for (int length = 1; length <= 40; ++length) {
+            label.display(QString{length, u'0'});
+            const int natural = label.naturalWidth();
+            for (int itsWidth = natural * 7 / 10 + 1; itsWidth <= natural; ++itsWidth) {
+                label.resize(itsWidth, label.lineHeight());
+                QVERIFY2(!label.isCut(), qPrintable(u"%1 in %2"_s.arg(natural).arg(itsWidth)));
+            }
+        }
+    }
+
     void onlyACutTextHasAToolTipAndItIsWholeAndPlain() {
         TextLabel label{oneLine};
         label.resize(width, label.lineHeight());
