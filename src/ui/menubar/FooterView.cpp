@@ -18,7 +18,8 @@ FooterView::FooterView(DaypartController& daypart, NotificationService& notifica
     , m_daypart{daypart}
     , m_notifications{notifications} {
     addButton(u"Test notification"_s, u"bell"_s, [this] { postTestNotification(); });
-    addButton(u"Settings & permissions"_s, u"gearshape"_s, actions.openSettings);
+    auto* settings = addButton(u"Settings & permissions"_s, u"gearshape"_s, actions.openSettings);
+    settings->setShortcut(QKeySequence{Qt::CTRL | Qt::Key_Comma});
     auto* quit = addButton(u"Quit vorna"_s, u"power"_s, actions.quit);
     quit->setShortcut(QKeySequence{Qt::CTRL | Qt::Key_Q});
     observe(daypart);

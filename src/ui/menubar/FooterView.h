@@ -9,7 +9,7 @@ class DaypartController;
 class NotificationService;
 class VornaMenuButton;
 
-/// A test notification, the settings, and the end of the program, which also has a key.
+/// A test notification, the settings, and the end of the program; the last two have keys as well.
 class FooterView final : public PanelSection {
     Q_OBJECT
 

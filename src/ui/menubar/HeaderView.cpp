@@ -50,6 +50,7 @@ HeaderView::HeaderView(StatusModel& status, DaypartController& daypart, QWidget*
     auto* row = new QHBoxLayout;
     row->setSpacing(Header::spacing);
     row->addLayout(texts, 1);
+    row->addSpacing(Header::spacing);
     row->addWidget(m_dot, 0, Qt::AlignVCenter);
     column().addLayout(row);
 

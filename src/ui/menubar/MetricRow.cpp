@@ -22,6 +22,7 @@ MetricRow::MetricRow(const QString& label, QWidget* parent)
     row->setSpacing(Metrics::rowSpacing);
     row->addWidget(m_label, 0, Qt::AlignTop);
     row->addWidget(m_value, 1, Qt::AlignTop);
+    row->addSpacing(Metrics::rowSpacing);
     row->addLayout(dot);
     row->setAlignment(dot, Qt::AlignTop);
     m_label->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

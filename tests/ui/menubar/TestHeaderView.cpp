@@ -2,6 +2,7 @@
 #include "PanelReading.h"
 #include "ui/VersionLabels.h"
 #include "ui/kit/DotLabel.h"
+#include "ui/kit/TextLabel.h"
 #include "ui/menubar/HeaderView.h"
 
 using namespace Qt::StringLiterals;
@@ -44,6 +45,16 @@ private slots:
         HeaderView header{panel.status, panel.daypart};
         header.show();
         QCOMPARE(header.findChild<DotLabel*>()->colour(), QColor{panel.daypart.palette.value().textMuted});
+    }
+
+    void theTextsKeepTwiceTheSpacingFromTheDot() {
+        PanelFixture panel;
+        HeaderView header{panel.status, panel.daypart};
+        header.setFixedWidth(340);
+        header.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(header.findChild<TextLabel*>()->geometry().left(), 14);
+        QCOMPARE(header.findChild<TextLabel*>()->width(), 340 - 2 * 14 - 2 * 10 - 28);
     }
 
     void theSubtitleEndsWithTheDaypart() {

@@ -111,6 +111,7 @@ private slots:
         QCOMPARE(value->height(), 2 * value->lineHeight());
         QCOMPARE(shown.label(u"Caddy"_s)->width(), 64);
         QCOMPARE(value->mapTo(&shown.view, QPoint{}).x(), 14 + 64 + 8);
+        QCOMPARE(value->width(), width - 28 - 64 - 8 - 2 * 8 - 6);
         QCOMPARE(shown.dot(1)->mapTo(&shown.view, QPoint{}), dotBefore);
         QCOMPARE(shown.dot(1)->geometry(), QRect(width - 28 - 6, 4, 6, 6));
     }
