@@ -50,7 +50,7 @@ void BridgeTab::addAccountSection(GroupedForm& form) {
     m_account = &section.addValue(u"Desktop login"_s, {}, Style::caption);
     connect(&section.addButton(u"Sign in with Google Workspace"_s), &QPushButton::clicked, &m_status,
             &StatusModel::signInFromDesktop);
-    section.addNote(u"After a successful login the web dashboard hides Download for Mac."_s);
+    section.addText(u"After a successful login the web dashboard hides Download for Mac."_s, Style::caption);
 }
 
 void BridgeTab::addStartSection(GroupedForm& form) {
@@ -58,7 +58,8 @@ void BridgeTab::addStartSection(GroupedForm& form) {
     section.addText(u"vorna server start"_s, Style::monospaced);
     section.addText(u"or"_s, Style::caption);
     section.addText(u"vorna services start"_s, Style::monospaced);
-    section.addNote(u"Bridge is the Python FastAPI process on port 43105 (not the legacy 43003 default)."_s);
+    section.addText(u"Bridge is the Python FastAPI process on port 43105 (not the legacy 43003 default)."_s,
+                    Style::caption);
 }
 
 void BridgeTab::render() {

@@ -82,11 +82,4 @@ FormButton& FormSection::addButton(const QString& title) {
     return *button;
 }
 
-FormText& FormSection::addNote(const QString& text) {
-    auto* const note = new FormText{text, FormText::Style::caption, this};
-    note->setContentsMargins({});
-    layout()->addWidget(note);
-    return *note;
-}
-
 #include "moc_FormSection.cpp"

@@ -7,7 +7,7 @@
 class FormButton;
 class FormGroup;
 
-/// A heading, a group of rows, and notes below it. Rows and notes stand in the order in which they are added.
+/// A heading and a group of rows, in the order in which they are added.
 class FormSection final : public QWidget {
     Q_OBJECT
 
@@ -23,7 +23,6 @@ public:
 
     FormText& addText(const QString& text, FormText::Style style = FormText::Style::body);
     FormButton& addButton(const QString& title);
-    FormText& addNote(const QString& text);
 
 private:
     FormGroup* m_group;
