@@ -9,8 +9,8 @@ namespace Symbol {
 
 enum class Weight { regular, semibold };
 
-/// The symbol in one colour on a transparent square of `size` points, for a screen of the given scale. A name without
-/// a symbol gives a transparent picture of the same size.
+/// The symbol in one colour on a transparent square of `size` points, as it goes with a text of three quarters of that
+/// size, for a screen of the given scale. A name without a symbol gives a transparent picture of the same size.
 [[nodiscard]] QPixmap pixmap(const QString& name, qreal size, const QColor& colour, qreal scale,
                              Weight weight = Weight::regular);
 

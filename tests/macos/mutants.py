@@ -141,7 +141,7 @@ MISTAKES = {
     ],
     "Symbol.mm": [
         ("? NSFontWeightSemibold : NSFontWeightRegular", "? NSFontWeightRegular : NSFontWeightSemibold"),
-        ("configurationWithPointSize:size weight", "configurationWithPointSize:1 weight"),
+        ("size * pointSizeOfSide", "size"),
         ("return [plain imageWithSymbolConfiguration:look];", "(void)look;\n    return plain;"),
         ("image != nil", "image == nil"),
         ("side / natural.width(), ", ""),

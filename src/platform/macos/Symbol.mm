@@ -13,9 +13,13 @@
 
 namespace {
 
+// A symbol is drawn for a text of a size, and its picture is up to a third larger than that.
+constexpr qreal pointSizeOfSide = 0.75;
+
 NSImage* symbol(const QString& name, qreal size, Symbol::Weight weight) {
     NSFontWeight stroke = weight == Symbol::Weight::semibold ? NSFontWeightSemibold : NSFontWeightRegular;
-    NSImageSymbolConfiguration* look = [NSImageSymbolConfiguration configurationWithPointSize:size weight:stroke];
+    NSImageSymbolConfiguration* look = [NSImageSymbolConfiguration configurationWithPointSize:size * pointSizeOfSide
+                                                                                         weight:stroke];
     NSImage* plain = [NSImage imageWithSystemSymbolName:NativeString::from(name) accessibilityDescription:nil];
     return [plain imageWithSymbolConfiguration:look];
 }

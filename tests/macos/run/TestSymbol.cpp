@@ -53,8 +53,8 @@ void TestSymbol::asksForTheSizeAndWeight_data() {
 
 void TestSymbol::asksForTheSizeAndWeight() {
     QFETCH(Symbol::Weight, weight);
-    (void)Symbol::pixmap(u"bell"_s, 13, Qt::black, 2, weight);
-    QCOMPARE(Doubles::state().symbolPointSize, 13.0);
+    (void)Symbol::pixmap(u"bell"_s, 16, Qt::black, 2, weight);
+    QCOMPARE(Doubles::state().symbolPointSize, 12.0);
     QTEST(Doubles::state().symbolWeight, "expected");
 }
 
