@@ -18,6 +18,7 @@ endif()
 
 set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined or thread")
 if(VORNA_SANITIZE)
+    target_compile_definitions(vorna_options INTERFACE _GLIBCXX_ASSERTIONS)
     target_compile_options(vorna_options INTERFACE -fsanitize=${VORNA_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
     target_link_options(vorna_options INTERFACE -fsanitize=${VORNA_SANITIZE})
