@@ -10,8 +10,8 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "desktop"))
 import companion  # noqa: E402
 
 POLLS, OPENINGS, TICK = 300, 40, 0.02
-# Something that takes half a megabyte once is sometimes there at half of so short a day, and sometimes not.
-TIMES_THE_BOUNDS = 8
+# At half of so short a day not everything that is taken once is there.
+TIMES_THE_BOUNDS = 2
 
 
 def setUpModule():
