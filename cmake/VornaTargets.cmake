@@ -31,7 +31,7 @@ set(VORNA_SANITIZER_ENVIRONMENT
     "ASAN_OPTIONS=set:detect_stack_use_after_return=1:check_initialization_order=1:fast_unwind_on_malloc=0"
     "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0"
     "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1"
-    "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1")
+    "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
 
 # vorna_library(NAME SOURCES … LINKS …): one static library of the house; LINKS are its arrows, all of them.
 function(vorna_library NAME)
