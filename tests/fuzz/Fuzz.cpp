@@ -6,11 +6,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-void Fuzz::require(bool holds, std::source_location place) {
-    if (!holds) {
-        std::fprintf(stderr, "%s:%u: does not hold\n", place.file_name(), static_cast<unsigned>(place.line()));
-        std::abort();
-    }
+void Fuzz::fail(std::source_location place) {
+    std::fprintf(stderr, "%s:%u: does not hold\n", place.file_name(), static_cast<unsigned>(place.line()));
+    std::abort();
 }
 
 QByteArray Fuzz::view(const std::uint8_t* data, std::size_t size) {

@@ -10,8 +10,14 @@
 /// What the fuzz targets share. One process tries millions of inputs, so what costs time is made once.
 namespace Fuzz {
 
+[[noreturn]] void fail(std::source_location place);
+
 /// Says where and ends the process when this does not hold, so that the input is kept.
-void require(bool holds, std::source_location place = std::source_location::current());
+inline void require(bool holds, std::source_location place = std::source_location::current()) {
+    if (!holds) {
+        fail(place);
+    }
+}
 
 /// The input itself, not a copy, so that reading beyond its end is noticed.
 [[nodiscard]] QByteArray view(const std::uint8_t* data, std::size_t size);

@@ -34,7 +34,7 @@ QString lineAfter(qint32 exitCode, const QString& output) {
     result = {.exitCode = exitCode, .stdOut = output, .stdErr = {}};
     model.accountLine = untouched;
     model.reportAccountHeartbeat();
-    return model.accountLine;
+    return model.accountLine.value();
 }
 
 QString expectedLine(const QJsonDocument& answer) {

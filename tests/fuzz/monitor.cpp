@@ -118,7 +118,7 @@ void requireCaddyAndPostgres(const StatusModel& model, const Payload& payload) {
         return [said, ok](const auto& probe) { return probe.ok == ok && probe.detail == said; };
     };
     const auto& probes = payload.services;
-    switch (model.caddyBand) {
+    switch (model.caddyBand.value()) {
     case Band::green:
         require(std::ranges::any_of(probes, saidBy(true)));
         require(!hasSites || (payload.caddySitesUp != 0 && payload.caddySitesUp >= payload.caddySitesTotal / 2));

@@ -104,7 +104,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto input = Fuzz::view(data, size);
     const QByteArrayView printed = QByteArrayView{input}.sliced(1);
     const qsizetype end = printed.lastIndexOf('\0');
-    const qint32 exitCode = static_cast<signed char>(input.front() - '0');
+    const qint32 exitCode = input.front() - '0';
     const Result result{
         .exitCode = exitCode,
         .stdOut = decoded(end < 0 ? printed : printed.first(end)),
