@@ -38,6 +38,7 @@ HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, std::chro
     m_whole.setInterval(wholeLimit);
     for (QTimer* timer : {&m_idle, &m_whole}) {
         timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
         connect(timer, &QTimer::timeout, this, [this] { end(std::unexpected{BridgeError::of(Kind::timedOut)}); });
         timer->start();
     }
