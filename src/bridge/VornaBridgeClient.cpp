@@ -16,7 +16,7 @@ constexpr int statusOk = 200;
 QUrl appending(const QUrl& base, QLatin1StringView path) {
     QUrl url = base;
     const QString root = base.path(QUrl::FullyEncoded);
-    url.setPath((root.endsWith(u'/') ? root : root + u'/') + path);
+    url.setPath((root.endsWith(u'/') ? root : root + u'/') + path, QUrl::StrictMode);
     return url;
 }
 

@@ -264,16 +264,22 @@ void TestVornaBridgeClient::hugeAnnouncedBodyIsNotAwaited() {
 void TestVornaBridgeClient::requestIsPlain_data() {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QByteArray>("prefix");
-    QTest::newRow("without a slash") << QString() << QByteArray();
-    QTest::newRow("with a slash") << u"/"_s << QByteArray();
-    QTest::newRow("below a path") << u"/a"_s << QByteArray("/a");
-    QTest::newRow("below a path with a slash") << u"/a/"_s << QByteArray("/a");
-    QTest::newRow("with a query of its own") << u"/?probe_sites=false&x=1"_s << QByteArray();
+    QTest::addColumn<QByteArray>("healthQuery");
+    const auto row = [](const char* name, const QString& path, const QByteArray& prefix, const QByteArray& query = {}) {
+        QTest::newRow(name) << path << prefix << query;
+    };
+    row("without a slash", {}, {});
+    row("with a slash", u"/"_s, {});
+    row("below a path", u"/a"_s, "/a");
+    row("below a path with a slash", u"/a/"_s, "/a");
+    row("below a path with escapes", u"/a%20b%2Fc%25/%C3%BC"_s, "/a%20b%2Fc%25/%C3%BC");
+    row("with a query of its own", u"/?probe_sites=false&x=1"_s, {}, "?probe_sites=false&x=1");
 }
 
 void TestVornaBridgeClient::requestIsPlain() {
     QFETCH(const QString, path);
     QFETCH(const QByteArray, prefix);
+    QFETCH(const QByteArray, healthQuery);
     ScriptedPeer peer;
     const VornaBridgeClient client{peer.baseUrl(path)};
 
@@ -283,7 +289,7 @@ void TestVornaBridgeClient::requestIsPlain() {
     const QByteArray fields =
         "Host: 127.0.0.1:" + QByteArray::number(peer.serverPort()) + "\r\nConnection: close\r\n\r\n";
     QCOMPARE(peer.requests.value(0), "GET " + prefix + "/monitor/desktop?probe_sites=true HTTP/1.1\r\n" + fields);
-    QVERIFY(peer.requests.value(1).startsWith(QByteArray{"GET " + prefix + "/health"}));
+    QCOMPARE(peer.requests.value(1), "GET " + prefix + "/health" + healthQuery + " HTTP/1.1\r\n" + fields);
 }
 
 void TestVornaBridgeClient::closedConnectionIsNotTriedAgain() {
