@@ -6,6 +6,9 @@
 
 using namespace Qt::StringLiterals;
 using Kind = BridgeError::Kind;
+using HostMetrics = DesktopMonitorPayload::HostMetrics;
+
+Q_DECLARE_METATYPE(HostMetrics)
 
 namespace {
 
@@ -39,6 +42,8 @@ private slots:
     void nullsOfOptionalKeysAreAbsent();
     void unknownKeysAreIgnored();
     void orderOfServicesIsKept();
+    void whatIsNearlyJsonIsTakenToo_data();
+    void whatIsNearlyJsonIsTakenToo();
     void wholeNumbersKeep64Bits_data();
     void wholeNumbersKeep64Bits();
     void failuresNameTheirKey_data();
@@ -94,6 +99,31 @@ void TestDesktopMonitorPayload::orderOfServicesIsKept() {
         names.append(service.name);
     }
     QCOMPARE(names, (QStringList{u"a"_s, u"z"_s, u"b"_s, u"z"_s}));
+}
+
+void TestDesktopMonitorPayload::whatIsNearlyJsonIsTakenToo_data() {
+    QTest::addColumn<QByteArray>("host");
+    QTest::addColumn<HostMetrics>("expected");
+    const auto text = [](const char* name, const QByteArray& json, const QString& hostname) {
+        HostMetrics host;
+        host.hostname = hostname;
+        QTest::newRow(name) << QByteArray{R"({"hostname":")" + json + R"("})"} << host;
+    };
+    text("control characters as they are", {"a\n\t\x01\0b", 6}, QString::fromLatin1("a\n\t\x01\0b", 6));
+    text("escapes that there are not", R"(\q\'\0\x41)", u"q'0x41"_s);
+    text("half a surrogate pair", R"(a\ud800)", u"a"_s + QChar{0xd800});
+    HostMetrics figures;
+    figures.cpuLoad1m = 0.5;
+    figures.diskUsedPct = 1.0;
+    QTest::newRow("figures with nothing before or behind the point")
+        << QByteArray{R"({"cpu_load_1m":.5,"disk_used_pct":1.})"} << figures;
+}
+
+void TestDesktopMonitorPayload::whatIsNearlyJsonIsTakenToo() {
+    QFETCH(const QByteArray, host);
+    QFETCH(const HostMetrics, expected);
+    const auto payload = DesktopMonitorPayload::decode(withHost(host));
+    QVERIFY(payload && payload->host == expected);
 }
 
 void TestDesktopMonitorPayload::wholeNumbersKeep64Bits_data() {
