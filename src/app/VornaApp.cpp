@@ -38,7 +38,7 @@ VornaApp::VornaApp(std::chrono::milliseconds pollInterval, QObject* parent)
     QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     connect(&m_status, &StatusModel::objectWillChange, this, &VornaApp::scheduleSymbol);
     connect(m_item.get(), &StatusItem::clicked, this, [this] { panel().toggle(m_item->anchor()); });
-    connect(m_item.get(), &StatusItem::clickedElsewhere, this, [this] { panel().dismiss(); });
+    connect(m_item.get(), &StatusItem::clickedElsewhere, this, &VornaApp::dismissPanel);
     connect(m_item.get(), &StatusItem::showPanelChosen, this, &VornaApp::showPanel);
     connect(m_item.get(), &StatusItem::settingsChosen, this, &VornaApp::showSettings);
     connect(m_item.get(), &StatusItem::quitChosen, this, &QCoreApplication::quit);
@@ -56,6 +56,12 @@ void VornaApp::showPanel() {
 
 void VornaApp::showSettings() {
     settings().open();
+}
+
+void VornaApp::dismissPanel() {
+    if (m_panel) {
+        m_panel->dismiss();
+    }
 }
 
 void VornaApp::scheduleSymbol() {

@@ -28,6 +28,7 @@ public:
     void showSettings();
 
 private:
+    void dismissPanel();
     void scheduleSymbol();
     void showSymbol();
     PanelWindow& panel();
