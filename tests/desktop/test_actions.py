@@ -150,6 +150,20 @@ class Actions(CompanionTest):
                                  "DAYPART", "Auto", *BUTTONS_AFTER_AUTO])
         self.photograph("actions-well")
 
+    def test_item_says_what_the_model_says(self):
+        self.start_companion()
+        item = self.item()
+        self.wait_for_meaning(item, "bridge offline")
+        self.open_panel()
+        self.wait_for_meaning(item, "all well")
+        self.bridge.stop()
+        self.wait_for_meaning(item, "bridge offline")
+
+    def wait_for_meaning(self, item, meaning):
+        """Waits until hovering the item says that, for as long as a poll may be in coming."""
+        self.wait_for(lambda: f"'vorna — {meaning}'" in self.desk.item_property(item, "ToolTip"),
+                      f"the item to say {meaning}", within=3 * TIMER_SECONDS)
+
     def test_refresh_polls_at_once(self):
         self.open()
         self.wait_for(lambda: len(self.bridge.polls()) == 1, "the poll of the opening")
