@@ -36,7 +36,7 @@ private slots:
     void secondActionIsDropped();
     void busyLastsUntilTheNotificationIsPosted();
     void nextActionRunsWhenTheFirstHasEnded();
-    void refusedNotificationEndsTheActionToo();
+    void refusedNotificationIsPostedAndEndsTheActionToo();
     void messageStaysUntilTheNextAction();
 
     void messageIsTheFirstThreeLines_data();
@@ -156,12 +156,14 @@ void TestStatusModelActions::nextActionRunsWhenTheFirstHasEnded() {
     QVERIFY(!m_model->cliBusy);
 }
 
-void TestStatusModelActions::refusedNotificationEndsTheActionToo() {
+void TestStatusModelActions::refusedNotificationIsPostedAndEndsTheActionToo() {
     m_center->state = NotificationCenter::Authorization::denied;
     m_model->runDeskBackup();
     answer(0, QString(), u"no disk"_s, 2);
     QVERIFY(!m_model->cliBusy);
     QCOMPARE(m_model->cliMessage.value(), u"no disk"_s);
+    QCOMPARE(m_center->posted.size(), 1);
+    QCOMPARE(m_center->posted.first().body, u"Failed: no disk"_s);
 }
 
 void TestStatusModelActions::messageStaysUntilTheNextAction() {

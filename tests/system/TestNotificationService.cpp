@@ -77,6 +77,8 @@ private slots:
         int finished = 0;
         notifyThenCount(m_service.get(), u"title"_s, u"body"_s, &finished);
         QCOMPARE(finished, 0);
+        QCOMPARE(m_center->posted.size(), 1);
+        QCOMPARE(m_center->posted.first().body, u"body"_s);
         m_center->answerAll();
         QCOMPARE(finished, 1);
     }
