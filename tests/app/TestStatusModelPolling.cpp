@@ -16,6 +16,9 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Band = StatusModel::Band;
 using End = ScriptedPeer::End;
+using Poll = void (*)(StatusModel&);
+
+Q_DECLARE_METATYPE(Poll)
 
 namespace {
 
@@ -48,6 +51,7 @@ private slots:
 
     void startPollsAtOnceAndOnceMoreEachTime();
     void timerTicksEveryFiveSecondsAndPollsOnly();
+    void overlappingPollsBothComplete_data();
     void overlappingPollsBothComplete();
     void whicheverPollEndsLastDecides();
 
@@ -296,13 +300,24 @@ void TestStatusModelPolling::timerTicksEveryFiveSecondsAndPollsOnly() {
     QCOMPARE(m_tool->calls.size(), 1);
 }
 
+void TestStatusModelPolling::overlappingPollsBothComplete_data() {
+    QTest::addColumn<Poll>("pollAgain");
+    QTest::newRow("asked for") << Poll{[](StatusModel& model) { model.poll(); }};
+    QTest::newRow("started again") << Poll{[](StatusModel& model) { model.start(); }};
+    QTest::newRow("at a tick") << Poll{
+        [](StatusModel& model) { QMetaObject::invokeMethod(timerOf(model), "timeout"); }};
+}
+
 void TestStatusModelPolling::overlappingPollsBothComplete() {
+    QFETCH(const Poll, pollAgain);
     m_peer->setScript("/health", {{"HTTP/1.1 200 OK\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 100ms});
     const auto model = makeModel();
     int announcements = 0;
     connect(model.get(), &StatusModel::objectWillChange, this, [&announcements] { ++announcements; });
-    model->poll();
-    model->poll();
+    model->start();
+    timerOf(*model)->stop();
+    QVERIFY(model->polling);
+    pollAgain(*model);
     QTRY_COMPARE(m_peer->requests.size(), 4);
     constexpr int writesOfOnePoll = 15;
     QTRY_COMPARE(announcements, 2 * writesOfOnePoll);
