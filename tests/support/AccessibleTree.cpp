@@ -21,6 +21,8 @@ namespace {
 constexpr int overhang = 2;               // of a letter over its label, in points
 constexpr qsizetype comparedInTip = 1500; // a tool tip shows the beginning of what is very long
 
+constexpr QChar breakInWord{u'\u200B'};
+
 constexpr std::array controlRoles{QAccessible::Button, QAccessible::RadioButton, QAccessible::PageTab};
 
 struct DotState final {
@@ -54,7 +56,7 @@ QString toolTipOf(QWidget& widget) {
     const QPoint middle = widget.rect().center();
     QHelpEvent help{QEvent::ToolTip, middle, widget.mapToGlobal(middle)};
     QApplication::sendEvent(&widget, &help);
-    const QString tip = QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+    const QString tip = QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText().remove(breakInWord);
     QToolTip::hideText();
     return tip;
 }

@@ -1,10 +1,11 @@
 #include "ui/kit/TextLabel.h"
 
+#include "ui/kit/WholeTextTip.h"
+
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype longestToolTip = 2000;
 constexpr int widestHint = 10'000; // points
 
 }
@@ -96,18 +96,11 @@ bool TextLabel::event(QEvent* event) {
         return QLabel::event(event);
     }
     if (isCut()) {
-        showWholeText(static_cast<QHelpEvent*>(event)->globalPos());
+        WholeTextTip::show(*static_cast<QHelpEvent*>(event), m_text, *this);
     } else {
         event->ignore();
     }
     return true;
-}
-
-// As a tool tip property the text would be read out twice, and a second time with its markup.
-void TextLabel::showWholeText(QPoint position) {
-    const QString text =
-        m_text.size() > longestToolTip ? QString{TextFitting::start(m_text, longestToolTip) + u'…'} : m_text;
-    QToolTip::showText(position, Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal), this);
 }
 
 void TextLabel::prepare(int width) const {

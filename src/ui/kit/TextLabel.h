@@ -54,7 +54,6 @@ private:
 
     void prepare(int width) const;
     void layOut() const;
-    void showWholeText(QPoint position);
 
     const TextStyle m_style;
     const QFont m_font;

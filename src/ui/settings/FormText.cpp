@@ -1,6 +1,7 @@
 #include "ui/settings/FormText.h"
 
 #include "ui/kit/TextFitting.h"
+#include "ui/kit/WholeTextTip.h"
 #include "ui/settings/FormColours.h"
 #include "ui/settings/FormMetrics.h"
 
@@ -8,7 +9,6 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 #include <algorithm>
 #include <array>
@@ -31,7 +31,6 @@ constexpr std::array traitsOfStyles{
     Traits{FormMetrics::captionScale, QFont::Normal, true, true},
 };
 
-constexpr qsizetype longestText = 2000;
 constexpr int leastCharacters = 8;
 constexpr int unboundedWidth = 100'000;
 
@@ -100,8 +99,7 @@ int FormText::heightForWidth(int width) const {
 
 bool FormText::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip && linesFor(width()).isCut) {
-        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                           Qt::convertFromPlainText(TextFitting::start(text(), longestText)), this);
+        WholeTextTip::show(*static_cast<QHelpEvent*>(event), text(), *this);
         return true;
     }
     return QLabel::event(event);
