@@ -1,9 +1,11 @@
 #include "ui/settings/FormButton.h"
 
+#include "ui/kit/WholeTextTip.h"
 #include "ui/settings/FormColours.h"
 #include "ui/settings/FormMetrics.h"
 #include "ui/settings/FormPainting.h"
 
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
 
@@ -25,17 +27,32 @@ QSize FormButton::minimumSizeHint() const {
     return {0, sizeHint().height()};
 }
 
+QRect FormButton::titlePlace() const {
+    return rect().adjusted(rowPadding, 0, -rowPadding, 0);
+}
+
+QString FormButton::shownTitle() const {
+    return fontMetrics().elidedText(text(), Qt::ElideRight, titlePlace().width());
+}
+
+bool FormButton::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip && shownTitle() != text()) {
+        WholeTextTip::show(*static_cast<QHelpEvent*>(event), text(), *this);
+        return true;
+    }
+    return QPushButton::event(event);
+}
+
 void FormButton::paintEvent(QPaintEvent*) {
     QPainter painter{this};
     const auto area = rect().adjusted(highlightInset, highlightInset, -highlightInset, -highlightInset);
     FormPainting::paintHighlight(painter, *this, area);
     FormPainting::paintFocusRing(painter, *this, area);
 
-    const auto title = rect().adjusted(rowPadding, 0, -rowPadding, 0);
     painter.setPen(FormColours::accent(palette()));
-    painter.drawText(title,
+    painter.drawText(titlePlace(),
                      static_cast<int>(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft) | Qt::AlignVCenter),
-                     fontMetrics().elidedText(text(), Qt::ElideRight, title.width()));
+                     shownTitle());
 }
 
 #include "moc_FormButton.cpp"

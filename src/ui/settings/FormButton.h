@@ -2,7 +2,8 @@
 
 #include <QPushButton>
 
-/// A button that is a row of a form: its title leading, in the accent colour.
+/// A button that is a row of a form: its title leading, in the accent colour. A title that had to be cut is whole
+/// in the tool tip.
 class FormButton final : public QPushButton {
     Q_OBJECT
 
@@ -13,5 +14,10 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QRect titlePlace() const;
+    [[nodiscard]] QString shownTitle() const;
 };
