@@ -2,6 +2,7 @@
 
 #include "system/PermissionCenter.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QShortcut>
 
@@ -49,11 +50,23 @@ void SettingsWindow::create() {
     m_view->setWindowIcon(m_icon);
     m_view->setAttribute(Qt::WA_DeleteOnClose);
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
-    m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));
+    limitSize();
+    m_view->installEventFilter(this);
     m_view->resize(usualSize.boundedTo(m_view->screen()->availableSize()));
     for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
         connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);
     }
+}
+
+void SettingsWindow::limitSize() {
+    m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));
+}
+
+bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_view.data() && event->type() == QEvent::LayoutRequest) {
+        limitSize();
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 #include "moc_SettingsWindow.cpp"

@@ -26,6 +26,7 @@ private slots:
     void firstFrameIsComplete();
     void isAtLeast440By380AndGrowsWithoutLimit();
     void largeFontStillShowsEveryTab();
+    void growingFontStillShowsEveryTab();
     void openingAgainRaisesTheSameWindowAsItIs();
     void closesByItsKeys_data();
     void closesByItsKeys();
@@ -148,6 +149,25 @@ void TestSettingsWindow::largeFontStillShowsEveryTab() {
     const auto last = tabs().tabRect(tabs().count() - 1);
     QVERIFY(tabs().mapTo(view(), last.topRight()).x() < view()->width());
     QVERIFY(tabs().mapTo(view(), QPoint{}).x() >= 0);
+}
+
+void TestSettingsWindow::growingFontStillShowsEveryTab() {
+    view()->resize(440, 380);
+    const auto usual = QApplication::font();
+    auto large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 3);
+    QApplication::setFont(large);
+    QTRY_VERIFY(view()->minimumWidth() > 440);
+    view()->resize(100, 100);
+    for (int index = 0; index < tabs().count(); ++index) {
+        const QRect tab{tabs().mapTo(view(), tabs().tabRect(index).topLeft()), tabs().tabRect(index).size()};
+        QVERIFY(view()->rect().contains(tab));
+        const FormText title{tabs().tabText(index), FormText::Style::caption};
+        QVERIFY(tab.width() > title.sizeHint().width());
+    }
+
+    QApplication::setFont(usual);
+    QTRY_COMPARE(view()->minimumSize(), QSize(440, 380));
 }
 
 void TestSettingsWindow::openingAgainRaisesTheSameWindowAsItIs() {
