@@ -91,7 +91,8 @@ void addOptions(QCommandLineParser& parser) {
 
 }
 
-/// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures.
+/// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures, and with
+/// the links that the running desktop has.
 int main(int argc, char** argv) {
     const QApplication application{argc, argv};
     QCommandLineParser parser;
@@ -114,14 +115,12 @@ int main(int argc, char** argv) {
     if (parser.isSet(u"long"_s)) {
         daypart.set(Daypart::night);
     }
-    const auto paneLink = [](SystemSettings::Pane) { return std::optional{QUrl{u"x-desktop-settings:pane"_s}}; };
     const std::array appearances{Appearance{u"light"_s, palette(0xfff1f1f2, 0xff1d1d1f, 0xffffffff)},
                                  Appearance{u"dark"_s, palette(0xff242428, 0xfff2f2f3, 0xff3a3a3f)}};
     const QDir folder{parser.positionalArguments().constFirst()};
     for (const auto& appearance : appearances) {
         QApplication::setPalette(appearance.palette);
-        SettingsView view{
-            status, daypart, std::make_unique<PermissionCenter>(notifications, [] { return false; }, paneLink), {}};
+        SettingsView view{status, daypart, std::make_unique<PermissionCenter>(notifications, [] { return false; }), {}};
         view.resize(parser.value(u"width"_s).toInt(), parser.value(u"height"_s).toInt());
         takePictures(view, folder, appearance.name);
     }
