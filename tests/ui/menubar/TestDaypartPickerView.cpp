@@ -1,5 +1,6 @@
 #include "PanelFixture.h"
 #include "PanelReading.h"
+#include "Pixels.h"
 #include "ui/menubar/DaypartPickerView.h"
 
 #include <QLabel>
@@ -44,6 +45,22 @@ struct Shown final {
         return chip->grab().toImage().pixelColor(5, chip->height() / 2);
     }
     [[nodiscard]] const DaypartPalette& palette() const { return panel.daypart.palette; }
+    /// How many pixels of a chip have a colour, in its symbol and in its title, drawn large enough to be more than
+    /// edges.
+    [[nodiscard]] std::pair<int, int> pixels(const QString& title, QRgb colour) {
+        constexpr int scale = 4;
+        auto* chip = button(title);
+        const QImage image = Pixels::drawn(*chip, 0xff00ff00, scale);
+        std::pair<int, int> count;
+        constexpr int edge = 3;
+        for (int y = edge * scale; y < (chip->height() - edge) * scale; ++y) {
+            for (int x = edge * scale; x < (chip->width() - edge) * scale; ++x) {
+                const bool isSymbol = y < chip->height() / 2 * scale;
+                (isSymbol ? count.first : count.second) += image.pixel(x, y) == colour ? 1 : 0;
+            }
+        }
+        return count;
+    }
 };
 
 }
@@ -61,6 +78,22 @@ private slots:
         QCOMPARE(shown.button(u"Auto"_s), nullptr);
         QCOMPARE(shown.fill(u"Day"_s), QColor{shown.palette().accent});
         QCOMPARE(shown.fill(u"Night"_s), QColor{shown.palette().surface});
+    }
+
+    void aChosenChipsSymbolAndTitleAreOfTheBackgroundAndTheOthersMuted() {
+        Shown shown;
+        for (const Daypart chosen : DaypartInfo::allCases) {
+            shown.press(DaypartInfo::title(chosen));
+            for (const Daypart daypart : DaypartInfo::allCases) {
+                const bool isChosen = daypart == chosen;
+                const QRgb foreground = isChosen ? shown.palette().background : shown.palette().textMuted;
+                const QRgb other = isChosen ? shown.palette().textMuted : shown.palette().background;
+                const auto [symbol, title] = shown.pixels(DaypartInfo::title(daypart), foreground);
+                QVERIFY2(symbol > 50, qPrintable(QString::number(symbol)));
+                QVERIFY2(title > 50, qPrintable(QString::number(title)));
+                QCOMPARE(shown.pixels(DaypartInfo::title(daypart), other), std::pair(0, 0));
+            }
+        }
     }
 
     void aChipPinsItsDaypartAndAutoGoesBack() {

@@ -1,5 +1,6 @@
 #include "PanelFixture.h"
 #include "PanelReading.h"
+#include "Pixels.h"
 #include "ui/VersionLabels.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
@@ -11,19 +12,25 @@ Q_DECLARE_METATYPE(Band)
 using Role = QRgb DaypartPalette::*;
 Q_DECLARE_METATYPE(Role)
 
+namespace {
+
+void addBands() {
+    QTest::addColumn<Band>("band");
+    QTest::addColumn<Role>("role");
+    QTest::addColumn<QString>("state");
+    QTest::newRow("green") << Band::green << &DaypartPalette::success << u"ok"_s;
+    QTest::newRow("amber") << Band::amber << &DaypartPalette::warning << u"degraded"_s;
+    QTest::newRow("red") << Band::red << &DaypartPalette::danger << u"down"_s;
+    QTest::newRow("unknown") << Band::unknown << &DaypartPalette::textMuted << u"unknown"_s;
+}
+
+}
+
 class TestHeaderView final : public QObject {
     Q_OBJECT
 
 private slots:
-    void theDotFollowsTheBandWhateverTheBridgeSays_data() {
-        QTest::addColumn<Band>("band");
-        QTest::addColumn<Role>("role");
-        QTest::addColumn<QString>("state");
-        QTest::newRow("green") << Band::green << &DaypartPalette::success << u"ok"_s;
-        QTest::newRow("amber") << Band::amber << &DaypartPalette::warning << u"degraded"_s;
-        QTest::newRow("red") << Band::red << &DaypartPalette::danger << u"down"_s;
-        QTest::newRow("unknown") << Band::unknown << &DaypartPalette::textMuted << u"unknown"_s;
-    }
+    void theDotFollowsTheBandWhateverTheBridgeSays_data() { addBands(); }
     void theDotFollowsTheBandWhateverTheBridgeSays() {
         QFETCH(Band, band);
         QFETCH(Role, role);
@@ -37,6 +44,32 @@ private slots:
             auto* dot = header.findChild<DotLabel*>();
             QCOMPARE(dot->colour(), QColor{panel.daypart.palette.value().*role});
             QTEST(dot->accessibleName(), "state");
+        }
+    }
+
+    void theHaloIsOfTheDotsColourAndFaint_data() { addBands(); }
+    void theHaloIsOfTheDotsColourAndFaint() {
+        QFETCH(Band, band);
+        QFETCH(Role, role);
+        PanelFixture panel;
+        HeaderView header{panel.status, panel.daypart};
+        header.show();
+        for (const Daypart daypart : DaypartInfo::allCases) {
+            panel.daypart.set(daypart);
+            panel.status.caddyBand = band;
+            QCoreApplication::processEvents();
+            const DaypartPalette& palette = panel.daypart.palette;
+            const auto* dot = header.findChild<DotLabel*>();
+            const QPoint centre = dot->mapTo(&header, QPoint{14, 14});
+            const QImage image = Pixels::drawn(header, palette.background);
+            const auto at = [&](int left) { return image.pixelColor(centre - QPoint{left, 0}); };
+            const QColor halo = Pixels::blended(palette.*role, palette.surface, 0.18);
+            QCOMPARE(at(0), QColor{palette.*role});
+            QCOMPARE(at(4), QColor{palette.*role});
+            QVERIFY(Pixels::isNear(at(7), halo));
+            QVERIFY(Pixels::isNear(at(9), halo));
+            QVERIFY(Pixels::isNear(at(13), halo));
+            QCOMPARE(at(16), QColor{palette.surface});
         }
     }
 

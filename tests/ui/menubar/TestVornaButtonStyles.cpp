@@ -1,4 +1,5 @@
 #include "daypart/DaypartPalette.h"
+#include "ui/menubar/Pixels.h"
 #include "ui/menubar/VornaAccentButton.h"
 #include "ui/menubar/VornaMenuButton.h"
 
@@ -7,6 +8,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using Pixels::blended;
+using Pixels::drawn;
+using Pixels::isNear;
 Q_DECLARE_METATYPE(Daypart)
 
 namespace {
@@ -18,23 +22,6 @@ void addDayparts() {
     for (const Daypart daypart : DaypartInfo::allCases) {
         QTest::newRow(qPrintable(DaypartInfo::title(daypart))) << daypart;
     }
-}
-
-QColor blended(QRgb over, QRgb under, qreal opacity) {
-    const auto mix = [opacity](int a, int b) { return qRound(a * opacity + b * (1 - opacity)); };
-    return {mix(qRed(over), qRed(under)), mix(qGreen(over), qGreen(under)), mix(qBlue(over), qBlue(under))};
-}
-
-bool isNear(const QColor& actual, const QColor& expected) {
-    return qAbs(actual.red() - expected.red()) <= 1 && qAbs(actual.green() - expected.green()) <= 1 &&
-           qAbs(actual.blue() - expected.blue()) <= 1;
-}
-
-QImage drawn(QWidget& button, QRgb background) {
-    QImage image{button.size(), QImage::Format_RGB32};
-    image.fill(background);
-    button.render(&image, {}, {}, QWidget::DrawChildren);
-    return image;
 }
 
 }
