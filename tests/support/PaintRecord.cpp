@@ -54,7 +54,7 @@ public:
     }
     void drawTextItem(const QPointF& position, const QTextItem& item) override {
         const QRectF place{position.x(), position.y() - item.ascent(), item.width(), item.ascent() + item.descent()};
-        m_record.addText(item.text(), inView(place), state->pen().color(), state->opacity());
+        m_record.addText(item.text(), inView(place), state->pen().color(), state->opacity(), item.font());
         prepared().drawTextItem(position, item);
     }
 
@@ -137,13 +137,13 @@ int PaintRecord::metric(PaintDeviceMetric metric) const {
     return 0;
 }
 
-void PaintRecord::addText(const QString& string, const QRectF& place, QColor pen, qreal opacity) {
+void PaintRecord::addText(const QString& string, const QRectF& place, QColor pen, qreal opacity, const QFont& font) {
     if (place.isEmpty() || string.trimmed().isEmpty()) {
         return;
     }
     const QColor ground = groundAt(place.toAlignedRect() & m_picture.rect());
     pen.setAlphaF(pen.alphaF() * static_cast<float>(opacity));
-    m_texts += {string, place, over(pen, ground), ground, opacity};
+    m_texts += {string, place, over(pen, ground), ground, opacity, font};
 }
 
 QColor PaintRecord::groundAt(const QRect& place) const {

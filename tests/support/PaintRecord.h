@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QImage>
 #include <QList>
 #include <QPaintDevice>
@@ -21,6 +22,7 @@ public:
         QColor ink;    ///< as it is seen: what was laid over what
         QColor ground; ///< the most frequent colour that was there before the text
         qreal opacity; ///< of the painter, which is how what is disabled is dimmed
+        QFont font;
     };
 
     explicit PaintRecord(QWidget& widget);
@@ -42,7 +44,7 @@ protected:
 private:
     class Engine;
 
-    void addText(const QString& string, const QRectF& place, QColor pen, qreal opacity);
+    void addText(const QString& string, const QRectF& place, QColor pen, qreal opacity, const QFont& font);
     [[nodiscard]] QColor groundAt(const QRect& place) const;
 
     QImage m_picture;
