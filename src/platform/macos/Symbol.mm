@@ -19,7 +19,7 @@ constexpr qreal pointSizeOfSide = 0.75;
 NSImage* symbol(const QString& name, qreal size, Symbol::Weight weight) {
     NSFontWeight stroke = weight == Symbol::Weight::semibold ? NSFontWeightSemibold : NSFontWeightRegular;
     NSImageSymbolConfiguration* look = [NSImageSymbolConfiguration configurationWithPointSize:size * pointSizeOfSide
-                                                                                         weight:stroke];
+                                                                                       weight:stroke];
     NSImage* plain = [NSImage imageWithSystemSymbolName:NativeString::from(name) accessibilityDescription:nil];
     return [plain imageWithSymbolConfiguration:look];
 }
