@@ -19,13 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr char whichProgram[] = "/usr/bin/which";
-
 /// Below the user's home directory, in the order in which they are tried.
 constexpr std::array homeRelativeCandidates{"/dev/vorna/.venv/bin/vorna", "/.local/bin/vorna"};
 
-std::optional<std::string> which(const std::string& command) {
-    auto child = ChildProcess::launch(whichProgram, {command});
+std::optional<std::string> askWhich(const std::string& which, const std::string& command) {
+    auto child = ChildProcess::launch(which, {command});
     if (!child || child->waitForExit() != 0) {
         return std::nullopt;
     }
@@ -70,8 +68,8 @@ QString Result::summary() const {
     return exitCode != 0 ? u"exit %1"_s.arg(exitCode) : u"ok"_s;
 }
 
-std::string resolveVornaExecutable() {
-    if (const auto path = which(toolName)) {
+std::string resolveVornaExecutable(const std::string& which) {
+    if (const auto path = askWhich(which, toolName)) {
         return *path;
     }
     const std::string home = homeDirectory();

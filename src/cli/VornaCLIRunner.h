@@ -23,8 +23,9 @@ struct Result final {
 };
 
 /// The tool's path: from the search path, else the development checkout, else the user's own install, else its bare
-/// name. Asks `/usr/bin/which`, so it blocks for some milliseconds: not for the main thread.
-[[nodiscard]] std::string resolveVornaExecutable();
+/// name. Asks the program `which`, and believes it only when it exits with 0; that takes some milliseconds, so this is
+/// not for the main thread.
+[[nodiscard]] std::string resolveVornaExecutable(const std::string& which = "/usr/bin/which");
 
 /// Runs the tool with `arguments` and ends it (SIGTERM, once) when it outlives `timeout` seconds. Its output is read
 /// only after that, so a tool that fills its pipe waits there until the time is over; what writes on without end then

@@ -93,6 +93,7 @@ private slots:
     void skipsACandidateThatCannotRun_data();
     void skipsACandidateThatCannotRun();
     void namesTheToolWhenItIsNowhere();
+    void searchThatFailedIsNotBelieved();
 
     void missingToolIsReportedInASentence();
     void fileOfThatNameInTheCurrentDirectoryIsNotTheTool();
@@ -215,6 +216,15 @@ void TestVornaCLIRunner::skipsACandidateThatCannotRun() {
 
 void TestVornaCLIRunner::namesTheToolWhenItIsNowhere() {
     QCOMPARE(VornaCLIRunner::resolveVornaExecutable(), std::string{"vorna"});
+}
+
+void TestVornaCLIRunner::searchThatFailedIsNotBelieved() {
+    const QString which = m_tool->file(u"which"_s);
+    m_tool->write("echo checkout", m_tool->inCheckout());
+    m_tool->write("echo /found/$1", which);
+    QCOMPARE(VornaCLIRunner::resolveVornaExecutable(which.toStdString()), std::string{"/found/vorna"});
+    m_tool->write("echo /found/$1; exit 1", which);
+    QCOMPARE(VornaCLIRunner::resolveVornaExecutable(which.toStdString()), m_tool->inCheckout().toStdString());
 }
 
 void TestVornaCLIRunner::missingToolIsReportedInASentence() {
