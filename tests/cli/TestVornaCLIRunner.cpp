@@ -13,6 +13,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -124,6 +125,7 @@ private slots:
     void earlyEndDoesNotWaitForTheDeadline();
     void terminatesAtTheDeadline_data();
     void terminatesAtTheDeadline();
+    void isNotLongAfterTheDeadline();
 
     void twoHundredCallsRunAtTheSameTime();
     void leavesNoDescriptorThreadOrZombie();
@@ -464,6 +466,21 @@ void TestVornaCLIRunner::terminatesAtTheDeadline() {
     QCOMPARE(runTool({}, timeout), (Result{.exitCode = SIGTERM, .stdOut = {}, .stdErr = {}}));
     QVERIFY(std::chrono::milliseconds{clock.elapsed()} < 30s);
     QVERIFY(!(timeout > 0) || std::chrono::milliseconds{clock.elapsed()} >= 300ms);
+}
+
+void TestVornaCLIRunner::isNotLongAfterTheDeadline() {
+    constexpr auto deadline = 300ms;
+    constexpr auto latest = deadline + 1s;
+    constexpr int tries = 5; // a busy machine makes one late, but hardly all
+    m_tool->write("exec sleep 100");
+    auto soonest = std::chrono::milliseconds::max();
+    for (int turn = 0; turn < tries && soonest > latest; ++turn) {
+        QElapsedTimer clock;
+        clock.start();
+        QCOMPARE(runTool({}, std::chrono::duration<double>{deadline}.count()).exitCode, SIGTERM);
+        soonest = std::min(soonest, std::chrono::milliseconds{clock.elapsed()});
+    }
+    QVERIFY2(soonest <= latest, qPrintable(u"%1 ms"_s.arg(soonest.count())));
 }
 
 void TestVornaCLIRunner::twoHundredCallsRunAtTheSameTime() {
