@@ -10,9 +10,9 @@
 class QSocketNotifier;
 
 /// Runs each call on a thread of its own and brings its outcome to the main thread, where the thread is joined. The
-/// threads run no Qt: they put their call into a shared mailbox and wake the main thread through a pipe. What is still
-/// under way when the application ends is let go: its outcome reaches nobody, and nothing waits for it.
-/// Main thread only.
+/// threads have no object and no event loop of Qt's, only its texts at most: they put their call into a shared mailbox
+/// and wake the main thread through a pipe. What is still under way when the application ends is let go: its outcome
+/// reaches nobody, and nothing waits for it. Main thread only.
 class BackgroundCalls final {
 public:
     using Work = std::function<ToolOutcome()>;
