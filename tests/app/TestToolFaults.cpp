@@ -76,7 +76,8 @@ private:
 qint64 mostMemory() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return qint64{usage.ru_maxrss} * 1024;
+    const qint64 unit = QSysInfo::kernelType() == u"darwin" ? 1 : 1024;
+    return usage.ru_maxrss * unit;
 }
 
 }

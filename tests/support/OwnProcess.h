@@ -14,17 +14,19 @@ namespace OwnProcess {
     return QDir{directory}.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
-/// Files, sockets and pipes. Not the kernel's own kind: Qt's drawing threads come and go, each with one of these.
+/// Files, sockets and pipes. Not Linux's own kind: Qt's drawing threads come and go, each with one of these.
 [[nodiscard]] inline qsizetype openDescriptors() {
     qsizetype count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator{"/proc/self/fd"}) {
-        std::error_code gone;
-        const auto target = std::filesystem::read_symlink(entry.path(), gone).string();
-        count += gone || target.starts_with("anon_inode:") ? 0 : 1;
+    for (const auto& entry : std::filesystem::directory_iterator{"/dev/fd"}) {
+        std::error_code noLink;
+        const auto target = std::filesystem::read_symlink(entry.path(), noLink).string();
+        const bool isGone = noLink == std::errc::no_such_file_or_directory;
+        count += isGone || target.starts_with("anon_inode:") ? 0 : 1;
     }
     return count;
 }
 
+/// 0 where the system does not list them, as on macOS: there nobody sees one that was left behind.
 [[nodiscard]] inline qsizetype threads() {
     return entries(QStringLiteral("/proc/self/task"));
 }
