@@ -31,6 +31,7 @@ public:
     /// Reads the current state; never asks the user.
     virtual void authorization(std::function<void(Authorization)> answer) = 0;
 
-    /// Hands one notification over; `done` comes when it was taken or refused, and does not say which.
+    /// Hands one notification over; `done` comes when it was taken or refused, or waited for long enough, and does not
+    /// say which.
     virtual void post(const Request& request, std::function<void()> done) = 0;
 };

@@ -62,6 +62,7 @@ private slots:
     void noServerIsNotDetermined();
     void serverThatRefusesTakesNothingDown();
     void serverThatIsSilentIsNotWaitedForLong();
+    void serverThatIsSilentIsWaitedForOnceAPost();
     void nothingBlocksMeanwhile();
     void answersAreDroppedWithTheCenter();
     void centerMayGoInItsOwnAnswer();
@@ -247,7 +248,28 @@ void TestNotificationCenter::serverThatIsSilentIsNotWaitedForLong() {
     QTRY_VERIFY_WITH_TIMEOUT(state && m_done == 1, patienceMs);
     QCOMPARE(state, Authorization::notDetermined);
     QVERIFY(clock.elapsed() >= 1000);
-    QCOMPARE(m_server->notifications.size(), 1);
+    QTRY_COMPARE(m_server->notifications.size(), 1);
+}
+
+void TestNotificationCenter::serverThatIsSilentIsWaitedForOnceAPost() {
+    serve();
+    m_server->manner = Manner::silent;
+    bool twiceAsLong = false;
+    m_center->authorization([this, &twiceAsLong](Authorization) {
+        m_center->authorization([&twiceAsLong](Authorization) { twiceAsLong = true; });
+    });
+    post(u"one"_s, u"<"_s);
+    post(u"two"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(m_done, 2, patienceMs);
+    QVERIFY(!twiceAsLong);
+    QTRY_COMPARE(m_server->notifications.size(), 2);
+    QCOMPARE(m_server->notifications.first().body, u"<"_s);
+
+    m_server->manner = Manner::obliging;
+    post(u"three"_s);
+    QTRY_COMPARE(m_done, 3);
+    QCOMPARE(m_server->notifications.size(), 3);
+    QCOMPARE(m_server->methods.count(u"GetCapabilities"_s), 2);
 }
 
 void TestNotificationCenter::nothingBlocksMeanwhile() {

@@ -116,10 +116,21 @@ private:
             if (answered && server == m_server) {
                 m_hasMarkup = hasMarkup;
             }
+            const bool isSilent = QDBusError{reply}.type() == QDBusError::NoReply;
             for (const Waiting& each : waiting) {
-                send(each.request, each.done, hasMarkup);
+                if (isSilent) {
+                    sendWithoutWaiting(each);
+                } else {
+                    send(each.request, each.done, hasMarkup);
+                }
             }
         });
+    }
+
+    /// To a server that was waited for already, and may show it when it goes on.
+    void sendWithoutWaiting(const Waiting& waiting) {
+        send(waiting.request, [] {}, false);
+        QMetaObject::invokeMethod(this, waiting.done, Qt::QueuedConnection);
     }
 
     void forgetCapabilitiesWithTheirServer() {
