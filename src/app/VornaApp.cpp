@@ -87,6 +87,7 @@ PanelWindow& VornaApp::panel() {
         m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), placedBy,
                                                 Compositing::isActive);
         connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
+        connect(m_panel.get(), &PanelWindow::left, this, Launch::giveKeyboardBack);
     }
     return *m_panel;
 }

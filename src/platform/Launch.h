@@ -13,7 +13,12 @@ void becomeAccessory();
 /// Hands an address to the desktop, which opens it in the program that the user chose for it. Returns at once.
 void openUrl(const QUrl& url);
 
-/// Brings one of our windows in front of every other program's and gives it the keyboard.
+/// Brings one of our windows, which is shown, in front of every other program's and gives it the keyboard, wherever the
+/// user is.
 void bringToFront(QWindow& window);
+
+/// Hands the keyboard back to the program that had it before `bringToFront()`, unless a window of ours is still shown.
+/// For when the user has left a window; does nothing where the desktop does so by itself.
+void giveKeyboardBack();
 
 }

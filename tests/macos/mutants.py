@@ -36,6 +36,25 @@ MISTAKES = {
         ("activateIgnoringOtherApps:YES", "activateIgnoringOtherApps:NO"),
         ("    window.requestActivate();\n", ""),
         ("windowStates() & ~", "windowStates() | "),
+        ("        rememberProgramInFront();\n", "        (void)rememberProgramInFront;\n"),
+        ("        comeToTheUser(window);\n", "        (void)comeToTheUser;\n"),
+        ("        rememberProgramInFront();\n        comeToTheUser(window);\n"
+         "        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];\n",
+         "        comeToTheUser(window);\n"
+         "        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];\n"
+         "        rememberProgramInFront();\n"),
+        ("front != nil && !", "!"),
+        ("![front isEqual:", "[front isEqual:"),
+        ("![front isEqual:[NSRunningApplication currentApplication]]", "true"),
+        ("BehaviorMoveToActiveSpace}", "BehaviorCanJoinAllSpaces}"),
+        ("BehaviorFullScreenAuxiliary}", "BehaviorFullScreenPrimary}"),
+        ("![own isActive] || ", ""),
+        ("|| isNeeded", "|| (isNeeded && false)"),
+        ("        [own yieldActivationToApplication:programBefore];\n", ""),
+        ("yieldActivationToApplication", "yieldActivationTo"),
+        ("        [programBefore activateWithOptions:0];\n", ""),
+        ("activateWithOptions:0", "activateWithOptions:NSApplicationActivateAllWindows"),
+        ("        programBefore = nil;\n", ""),
     ],
     "Memory.cpp": [
         ("malloc_zone_pressure_relief(nullptr, 0)", "malloc_zone_pressure_relief(nullptr, 1)"),
@@ -182,7 +201,7 @@ LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"
 LIBRARIES = {
     "libvorna_platform.a": [
         "AccessibilityTrust.cpp", "AppInfo.mm", "ChildDescriptors.cpp", "Launch.mm", "Memory.cpp", "NotificationCenter.mm",
-        "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
+        "NativeWindow.mm", "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
     ],
     "libvorna_tray.a": ["Compositing.cpp", "StatusItem.mm"],
 }

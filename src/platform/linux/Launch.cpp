@@ -16,3 +16,5 @@ void Launch::bringToFront(QWindow& window) {
     window.raise();
     window.requestActivate();
 }
+
+void Launch::giveKeyboardBack() {}

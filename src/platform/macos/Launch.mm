@@ -1,10 +1,35 @@
 #include "platform/Launch.h"
 
 #include "platform/macos/NativeString.h"
+#include "platform/macos/NativeWindow.h"
 
+#include <QGuiApplication>
 #include <QWindow>
 
+#include <algorithm>
+
 #import <AppKit/AppKit.h>
+
+namespace {
+
+/// Who was in front before us.
+NSRunningApplication* programBefore = nil;
+
+void rememberProgramInFront() {
+    NSRunningApplication* front = [[NSWorkspace sharedWorkspace] frontmostApplication];
+    if (front != nil && ![front isEqual:[NSRunningApplication currentApplication]]) {
+        programBefore = front;
+    }
+}
+
+/// Onto the space that is in front, another program's full screen as well, where it would else switch to its own.
+void comeToTheUser(const QWindow& window) {
+    NativeWindow::of(window).collectionBehavior =
+        NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
+        NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
+}
+
+}
 
 void Launch::becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
@@ -20,8 +45,25 @@ void Launch::openUrl(const QUrl& url) {
 }
 
 void Launch::bringToFront(QWindow& window) {
-    [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
+    @autoreleasepool {
+        rememberProgramInFront();
+        comeToTheUser(window);
+        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
+    }
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.raise();
     window.requestActivate();
+}
+
+void Launch::giveKeyboardBack() {
+    @autoreleasepool {
+        NSApplication* own = [NSApplication sharedApplication];
+        const bool isNeeded = std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
+        if (programBefore == nil || ![own isActive] || isNeeded) {
+            return;
+        }
+        [own yieldActivationToApplication:programBefore];
+        [programBefore activateWithOptions:0];
+        programBefore = nil;
+    }
 }

@@ -13,6 +13,7 @@ vorna_library(vorna_platform
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm
         platform/macos/NativeString.mm
+        platform/macos/NativeWindow.mm
         platform/macos/Symbol.mm
         platform/macos/SystemSettings.cpp
         platform/macos/UserDefaults.mm

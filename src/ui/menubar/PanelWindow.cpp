@@ -105,7 +105,7 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
 
 void PanelWindow::toggle(const QRect& anchor) {
     if (isVisible()) {
-        dismiss();
+        leave();
         return;
     }
     const auto taken = std::exchange(m_taken, std::nullopt);
@@ -131,6 +131,11 @@ void PanelWindow::dismiss() {
     m_isDismissing = true;
     hide();
     m_isDismissing = false;
+}
+
+void PanelWindow::leave() {
+    dismiss();
+    emit left();
 }
 
 void PanelWindow::render() {
@@ -232,7 +237,7 @@ void PanelWindow::hideEvent(QHideEvent* event) {
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel)) {
-        dismiss();
+        leave();
         return;
     }
     const auto* found = std::ranges::find(scrollKeys, event->key(), &ScrollKey::key);

@@ -47,6 +47,9 @@ signals:
     /// It is hidden now, whatever the reason.
     void closed();
 
+    /// It was closed on the user's word, by Escape or a second click on the icon, and not by a turn to something else.
+    void left();
+
 protected:
     void render() override;
     bool event(QEvent* event) override;
@@ -62,6 +65,7 @@ private:
     void fit();
     void fitColumn();
     void layOut();
+    void leave();
     void focusLost();
     void fitAgain();
     void showScrollPosition();

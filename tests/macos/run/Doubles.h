@@ -8,6 +8,8 @@
 #include <functional>
 #include <optional>
 
+class QWindow;
+
 /// What stands in for the Mac's frameworks when the real files of src/platform/macos run elsewhere: what they were
 /// told, and what they answer. Main thread only, unless said otherwise.
 namespace Doubles {
@@ -37,6 +39,8 @@ struct Button {
     QStringList menuWhenPressed; ///< the entries of the menu that was set when the button was pressed by the program
 };
 
+enum class Program { none, own, other };
+
 struct State {
     // The bundle
     std::optional<QString> bundleIdentifier = QStringLiteral("test.bundle");
@@ -56,6 +60,12 @@ struct State {
     long activationPolicy = -1;
     bool hasFinishedLaunching = false;
     int activations = 0;
+    bool isActive = false;
+    Program inFront = Program::other;
+    Program yieldedTo = Program::none;
+    QList<quint64> otherActivations; ///< with these options
+    quint64 windowBehavior = 0;
+    const QWindow* windowWithBehavior = nullptr;
     QStringList openedUrls;
     bool isTrusted = false;
 

@@ -1,5 +1,7 @@
 #include "Doubles.h"
 
+#include "platform/macos/NativeWindow.h"
+
 #include <QCoreApplication>
 
 #include <thread>
@@ -382,6 +384,16 @@ std::optional<quint64> Doubles::presentation() {
 
 // AppKit: the application, its workspace, screens and events
 
+static NSRunningApplication* otherProgram() {
+    static NSRunningApplication* one = [[NSRunningApplication alloc] init];
+    return one;
+}
+
+static Doubles::Program programOf(NSRunningApplication* application) {
+    using enum Doubles::Program;
+    return application == nil ? none : application == otherProgram() ? other : own;
+}
+
 @implementation NSResponder
 @end
 
@@ -396,6 +408,14 @@ std::optional<quint64> Doubles::presentation() {
 }
 - (void)activateIgnoringOtherApps:(BOOL)flag {
     now().activations += flag ? 1 : 0;
+    now().isActive = true;
+    now().inFront = Doubles::Program::own;
+}
+- (BOOL)isActive {
+    return now().isActive;
+}
+- (void)yieldActivationToApplication:(NSRunningApplication*)application {
+    now().yieldedTo = programOf(application);
 }
 - (NSEvent*)currentEvent {
     return now().currentEvent ? [[NSEvent alloc] init] : nil;
@@ -410,12 +430,26 @@ std::optional<quint64> Doubles::presentation() {
 - (BOOL)isFinishedLaunching {
     return now().hasFinishedLaunching;
 }
+- (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
+    using enum Doubles::Program;
+    if (programOf(self) != other || now().yieldedTo != other) {
+        return NO;
+    }
+    now().otherActivations.append(static_cast<quint64>(options));
+    now().isActive = false;
+    return YES;
+}
 @end
 
 @implementation NSWorkspace
 + (NSWorkspace*)sharedWorkspace {
     static NSWorkspace* one = [[self alloc] init];
     return one;
+}
+- (NSRunningApplication*)frontmostApplication {
+    using enum Doubles::Program;
+    const auto program = now().inFront;
+    return program == none ? nil : program == other ? otherProgram() : [NSRunningApplication currentApplication];
 }
 - (BOOL)openURL:(NSURL*)url {
     now().openedUrls.append(text([url absoluteString]));
@@ -445,7 +479,16 @@ std::optional<quint64> Doubles::presentation() {
 - (NSRect)convertRectToScreen:(NSRect)rect {
     return NSOffsetRect(rect, now().windowOnScreen.x(), now().windowOnScreen.y());
 }
+- (void)setCollectionBehavior:(NSWindowCollectionBehavior)behavior {
+    now().windowBehavior = behavior;
+}
 @end
+
+NSWindow* NativeWindow::of(const QWindow& window) {
+    now().windowWithBehavior = &window;
+    static NSWindow* one = [[NSWindow alloc] init];
+    return one;
+}
 
 @implementation NSEvent
 - (NSEventType)type {

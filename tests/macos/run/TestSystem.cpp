@@ -17,6 +17,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr long accessory = 1;
+constexpr quint64 moveToActiveSpace = 1U << 1U;
+constexpr quint64 fullScreenAuxiliary = 1U << 8U;
+const QList<quint64> onceWithoutOptions{0};
 const QString daypart = u"vorna.macos.daypart"_s;
 const QString manual = u"vorna.macos.daypart.manual"_s;
 
@@ -41,6 +44,11 @@ private slots:
     void opensAddresses_data();
     void opensAddresses();
     void comesToTheFront();
+    void comesToTheSpaceOfTheUser();
+    void givesTheKeyboardBackOnce();
+    void keepsTheKeyboard_data();
+    void keepsTheKeyboard();
+    void remembersWhoWasInFrontBeforeUs();
     void trustIsWhatTheSystemSays();
     void everythingThatIsNotUsedIsGivenBack();
     void everyPaneHasItsLink_data();
@@ -155,6 +163,57 @@ void TestSystem::comesToTheFront() {
     QCOMPARE(Doubles::state().activations, 1);
     QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
     QTRY_VERIFY(window.isActive());
+}
+
+void TestSystem::comesToTheSpaceOfTheUser() {
+    QWindow window;
+    window.show();
+    Launch::bringToFront(window);
+    QCOMPARE(Doubles::state().windowWithBehavior, &window);
+    QCOMPARE(Doubles::state().windowBehavior, moveToActiveSpace | fullScreenAuxiliary);
+}
+
+void TestSystem::givesTheKeyboardBackOnce() {
+    QWindow window;
+    window.show();
+    Launch::bringToFront(window);
+    window.hide();
+    Launch::giveKeyboardBack();
+    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
+    Doubles::state().isActive = true;
+    Launch::giveKeyboardBack();
+    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
+}
+
+void TestSystem::keepsTheKeyboard_data() {
+    QTest::addColumn<bool>("isShown");
+    QTest::addColumn<bool>("isActive");
+    QTest::newRow("while a window of ours is shown") << true << true;
+    QTest::newRow("when another program has it already") << false << false;
+}
+
+void TestSystem::keepsTheKeyboard() {
+    QFETCH(bool, isShown);
+    QFETCH(bool, isActive);
+    QWindow window;
+    window.show();
+    Launch::bringToFront(window);
+    window.setVisible(isShown);
+    Doubles::state().isActive = isActive;
+    Launch::giveKeyboardBack();
+    QCOMPARE(Doubles::state().otherActivations, QList<quint64>{});
+}
+
+void TestSystem::remembersWhoWasInFrontBeforeUs() {
+    QWindow window;
+    for (const auto inFront : {Doubles::Program::other, Doubles::Program::own, Doubles::Program::none}) {
+        Doubles::state().inFront = inFront;
+        window.show();
+        Launch::bringToFront(window);
+    }
+    window.hide();
+    Launch::giveKeyboardBack();
+    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
 }
 
 void TestSystem::trustIsWhatTheSystemSays() {

@@ -91,6 +91,22 @@ private slots:
         QVERIFY(opened.panel.settle());
     }
 
+    void saysThatItWasLeftOnlyWhenTheUserDidNotTurnToSomethingElse() {
+        Opened opened;
+        QVERIFY(opened.open());
+        const QSignalSpy leavings{&opened.window, &PanelWindow::left};
+        opened.window.dismiss();
+        QVERIFY(opened.open());
+        opened.takeFocusAway();
+        QCOMPARE(leavings.count(), 0);
+        QVERIFY(opened.open());
+        QTest::keyClick(&opened.window, Qt::Key_Escape);
+        QCOMPARE(leavings.count(), 1);
+        QVERIFY(opened.open());
+        opened.window.toggle(anchor);
+        QCOMPARE(leavings.count(), 2);
+    }
+
     void aClickThatTookTheFocusAwayDoesNotOpenItAgain_data() {
         QTest::addColumn<int>("delay");
         QTest::addColumn<bool>("opens");

@@ -29,6 +29,7 @@ static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18; //
 
 @interface NSApplication (Declared)
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy; // setActivationPolicy(_:)
+- (void)yieldActivationToApplication:(NSRunningApplication*)application;     // yieldActivation(to:)
 @end
 
 // NSStatusItem.variableLength
