@@ -63,7 +63,8 @@ void SettingsWindow::limitSize() {
 }
 
 bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_view.data() && event->type() == QEvent::LayoutRequest) {
+    // The type first: other events come even while the view ends, and is no view any more.
+    if (event->type() == QEvent::LayoutRequest && watched == m_view.data()) {
         limitSize();
     }
     return QObject::eventFilter(watched, event);
