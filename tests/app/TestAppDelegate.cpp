@@ -38,7 +38,6 @@ private slots:
     void sharedDaypartIsThereWhenNotificationsWereAnswered();
     void asksOnceWhateverTheAnswer_data();
     void asksOnceWhateverTheAnswer();
-    void nothingWaitsForTheAnswer();
 
 private:
     QTemporaryDir m_folder;
@@ -65,30 +64,24 @@ void TestAppDelegate::sharedDaypartIsThereWhenNotificationsWereAnswered() {
 
 void TestAppDelegate::asksOnceWhateverTheAnswer_data() {
     QTest::addColumn<Authorization>("state");
-    QTest::newRow("granted") << Authorization::authorized;
-    QTest::newRow("denied") << Authorization::denied;
+    QTest::addColumn<bool>("answersAtOnce");
+    QTest::newRow("granted") << Authorization::authorized << true;
+    QTest::newRow("denied") << Authorization::denied << true;
+    QTest::newRow("never answered") << Authorization::notDetermined << false;
 }
 
 void TestAppDelegate::asksOnceWhateverTheAnswer() {
     QFETCH(const Authorization, state);
+    QFETCH(const bool, answersAtOnce);
     FakeNotificationCenter center;
     center.state = state;
+    center.answersAtOnce = answersAtOnce;
     NotificationService notifications{center};
     AppDelegate delegate{notifications};
     delegate.applicationDidFinishLaunching();
     QCOMPARE(timesMadeAccessory, 1);
     QCOMPARE(center.authorizationRequests, 1);
     QVERIFY(center.posted.isEmpty());
-}
-
-void TestAppDelegate::nothingWaitsForTheAnswer() {
-    FakeNotificationCenter center;
-    center.answersAtOnce = false;
-    NotificationService notifications{center};
-    AppDelegate delegate{notifications};
-    delegate.applicationDidFinishLaunching();
-    QCOMPARE(timesMadeAccessory, 1);
-    QCOMPARE(center.authorizationRequests, 1);
 }
 
 QTEST_GUILESS_MAIN(TestAppDelegate)
