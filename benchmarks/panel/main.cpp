@@ -1,7 +1,7 @@
 #include "app/StatusModel.h"
 #include "app/VornaApp.h"
 #include "daypart/DaypartController.h"
-#include "platform/Compositing.h"
+#include "platform/Desktop.h"
 #include "system/NotificationService.h"
 #include "ui/menubar/MenuBarView.h"
 #include "ui/menubar/PanelFrame.h"
@@ -117,7 +117,7 @@ int polls(const QUrl& bridge, int count, bool isShown) {
     StatusModel status{NotificationService::shared(), VornaCLIRunner::run, bridge};
     auto& daypart = DaypartController::shared();
     PanelWindow panel{std::make_unique<MenuBarView>(status, daypart, NotificationService::shared(), PanelActions{}),
-                      daypart, Qt::Popup, PanelWindow::PlacedBy::us, Compositing::isActive};
+                      daypart, Qt::Popup, PanelWindow::PlacedBy::us, Desktop::blendsWindows};
     panel.showAt({0, 0, 1, 1});
     status.findChild<QTimer*>()->stop();
     waitFor(1s);

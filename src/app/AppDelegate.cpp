@@ -1,15 +1,17 @@
 #include "app/AppDelegate.h"
 
 #include "daypart/DaypartController.h"
-#include "platform/Launch.h"
 #include "system/NotificationService.h"
 
-AppDelegate::AppDelegate(NotificationService& notifications, QObject* parent)
+#include <utility>
+
+AppDelegate::AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory, QObject* parent)
     : QObject{parent}
-    , m_notifications{notifications} {}
+    , m_notifications{notifications}
+    , m_becomeAccessory{std::move(becomeAccessory)} {}
 
 void AppDelegate::applicationDidFinishLaunching() {
-    Launch::becomeAccessory();
+    m_becomeAccessory();
     requestNotifications(m_notifications);
 }
 

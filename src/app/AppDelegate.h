@@ -1,8 +1,12 @@
 #pragma once
 
+#include "platform/Desktop.h"
+
 #include <QCoro/QCoroTask>
 
 #include <QObject>
+
+#include <functional>
 
 class NotificationService;
 
@@ -11,7 +15,8 @@ class AppDelegate final : public QObject {
     Q_OBJECT
 
 public:
-    explicit AppDelegate(NotificationService& notifications, QObject* parent = nullptr);
+    explicit AppDelegate(NotificationService& notifications,
+                         std::function<void()> becomeAccessory = Desktop::becomeAccessory, QObject* parent = nullptr);
 
     /// Becomes an accessory of the desktop and asks for notifications; whatever the answer, nothing waits for it.
     void applicationDidFinishLaunching();
@@ -20,4 +25,5 @@ private:
     static QCoro::Task<> requestNotifications(NotificationService& notifications);
 
     NotificationService& m_notifications;
+    std::function<void()> m_becomeAccessory;
 };

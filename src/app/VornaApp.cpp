@@ -1,9 +1,7 @@
 #include "app/VornaApp.h"
 
 #include "daypart/DaypartController.h"
-#include "platform/Compositing.h"
-#include "platform/Launch.h"
-#include "platform/Memory.h"
+#include "platform/Desktop.h"
 #include "platform/StatusItem.h"
 #include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
@@ -79,15 +77,15 @@ PanelWindow& VornaApp::panel() {
     if (!m_panel) {
         const PanelActions actions{
             .openSettings = [this] { showSettings(); },
-            .openUrl = Launch::openUrl,
+            .openUrl = Desktop::openUrl,
             .quit = &QCoreApplication::quit,
         };
         auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
-        const auto placedBy = m_item->desktopPlacesPanel() ? PanelWindow::PlacedBy::desktop : PanelWindow::PlacedBy::us;
-        m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, m_item->panelFlags(), placedBy,
-                                                Compositing::isActive);
+        const auto placedBy = Desktop::placesPanel() ? PanelWindow::PlacedBy::desktop : PanelWindow::PlacedBy::us;
+        m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, Desktop::panelFlags(), placedBy,
+                                                Desktop::blendsWindows);
         connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
-        connect(m_panel.get(), &PanelWindow::left, this, Launch::giveKeyboardBack);
+        connect(m_panel.get(), &PanelWindow::left, this, Desktop::activatePreviousProgram);
     }
     return *m_panel;
 }
@@ -105,7 +103,7 @@ void VornaApp::giveBack() {
     if (m_panel && !m_panel->isVisible()) {
         m_panel.reset();
     }
-    Memory::giveBackUnused();
+    Desktop::releaseUnusedMemory();
 }
 
 #include "moc_VornaApp.cpp"

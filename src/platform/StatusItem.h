@@ -17,16 +17,9 @@ public:
     /// The symbol to show, and what it means, for those who hear or hover it. Does nothing when both are unchanged.
     virtual void setSymbol(const QString& symbolName, const QString& meaning) = 0;
 
-    /// Where the item is, in points on the virtual desktop; where its place is a secret of the desktop, the pointer's
-    /// position with an empty size.
+    /// Where the item is, in points on the virtual desktop; where the desktop does not tell, the pointer's position with
+    /// an empty size.
     [[nodiscard]] virtual QRect anchor() const = 0;
-
-    /// The flags that a panel window under the item needs on this desktop to stand above all others, take the
-    /// keyboard, and go away on a click elsewhere.
-    [[nodiscard]] virtual Qt::WindowFlags panelFlags() const = 0;
-
-    /// Whether the desktop puts the panel where it likes, whatever place the panel asks for.
-    [[nodiscard]] virtual bool desktopPlacesPanel() const { return false; }
 
 signals:
     /// The item was clicked.

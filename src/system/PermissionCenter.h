@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/AccessibilityTrust.h"
+#include "platform/Desktop.h"
 #include "platform/SystemSettings.h"
 #include "support/ObservableObject.h"
 #include "support/Published.h"
@@ -42,7 +42,7 @@ public:
     using TrustProbe = std::function<bool()>;
     using PaneLink = std::function<std::optional<QUrl>(SystemSettings::Pane)>;
 
-    explicit PermissionCenter(NotificationService& notifications, TrustProbe isTrusted = AccessibilityTrust::isTrusted,
+    explicit PermissionCenter(NotificationService& notifications, TrustProbe isTrusted = Desktop::trustsAccessibility,
                               PaneLink link = SystemSettings::link, QObject* parent = nullptr);
 
     /// The permissions in display order; empty before the first refresh.

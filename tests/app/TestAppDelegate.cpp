@@ -1,7 +1,6 @@
 #include "app/AppDelegate.h"
 
 #include "daypart/DaypartController.h"
-#include "platform/Launch.h"
 #include "platform/UserDefaults.h"
 #include "support/FakeNotificationCenter.h"
 #include "system/NotificationService.h"
@@ -22,11 +21,6 @@ void pin(Daypart daypart) {
     defaults->setString(QLatin1StringView{DaypartController::storageKey}, DaypartInfo::rawValue(daypart));
 }
 
-}
-
-// In place of the platform's own, which does nothing that could be seen on every platform.
-void Launch::becomeAccessory() {
-    ++timesMadeAccessory;
 }
 
 class TestAppDelegate final : public QObject {
@@ -55,7 +49,7 @@ void TestAppDelegate::init() {
 void TestAppDelegate::sharedDaypartIsThereWhenNotificationsWereAnswered() {
     FakeNotificationCenter center;
     NotificationService notifications{center};
-    AppDelegate delegate{notifications};
+    AppDelegate delegate{notifications, [] { ++timesMadeAccessory; }};
     pin(Daypart::dusk);
     delegate.applicationDidFinishLaunching();
     pin(Daypart::dawn);
@@ -77,7 +71,7 @@ void TestAppDelegate::asksOnceWhateverTheAnswer() {
     center.state = state;
     center.answersAtOnce = answersAtOnce;
     NotificationService notifications{center};
-    AppDelegate delegate{notifications};
+    AppDelegate delegate{notifications, [] { ++timesMadeAccessory; }};
     delegate.applicationDidFinishLaunching();
     QCOMPARE(timesMadeAccessory, 1);
     QCOMPARE(center.authorizationRequests, 1);

@@ -18,7 +18,6 @@ class FakeStatusItem final : public StatusItem {
 public:
     void setSymbol(const QString& /*symbolName*/, const QString& /*meaning*/) override {}
     [[nodiscard]] QRect anchor() const override { return {100, 0, 24, 24}; }
-    [[nodiscard]] Qt::WindowFlags panelFlags() const override { return Qt::Tool; }
 };
 
 QPointer<StatusItem> item;

@@ -1,8 +1,7 @@
 // An item in the tray and nothing else, told what to show by lines on its standard input:
 // "symbol NAME MEANING…", "anchor", "compositing", "front", "quit". It prints a line for each thing that happens.
 
-#include "platform/Compositing.h"
-#include "platform/Launch.h"
+#include "platform/Desktop.h"
 #include "platform/StatusItem.h"
 
 #include <QApplication>
@@ -27,14 +26,14 @@ void showWindow() {
     static QWidget window;
     window.resize(200, 120);
     window.show();
-    Launch::bringToFront(*window.windowHandle());
+    Desktop::bringToFront(*window.windowHandle());
 }
 
 /// A window with the flags of the panel, closed by Escape and by whatever those flags bring.
 class Popup final : public QWidget {
 public:
-    explicit Popup(const StatusItem& item)
-        : QWidget{nullptr, item.panelFlags()} {
+    Popup()
+        : QWidget{nullptr, Desktop::panelFlags()} {
         setGeometry(400, 300, 200, 120);
     }
 
@@ -57,7 +56,7 @@ void obey(StatusItem& item, const QString& line) {
         const QRect place = item.anchor();
         say(u"anchor %1 %2 %3 %4"_s.arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height()));
     } else if (line == u"compositing"_s) {
-        say(u"compositing "_s + (Compositing::isActive() ? u"on"_s : u"off"_s));
+        say(u"compositing "_s + (Desktop::blendsWindows() ? u"on"_s : u"off"_s));
     } else if (line == u"front"_s) {
         showWindow();
     } else if (line == u"quit"_s) {
@@ -80,7 +79,7 @@ int main(int argc, char** argv) {
     QObject::connect(item.get(), &StatusItem::settingsChosen, &application, [] { say(u"settings"_s); });
     QObject::connect(item.get(), &StatusItem::quitChosen, &application, &QCoreApplication::quit);
 
-    Popup popup{*item};
+    Popup popup;
     QObject::connect(item.get(), &StatusItem::clicked, &popup, &QWidget::show);
     QObject::connect(item.get(), &StatusItem::showPanelChosen, &popup, &QWidget::show);
 

@@ -16,18 +16,13 @@ RUN = kit.WORK / "run"
 
 # By file: the text as it stands, and the mistake in its place.
 MISTAKES = {
-    "AccessibilityTrust.cpp": [
-        ("AXIsProcessTrusted()", "true"),
-        ("AXIsProcessTrusted()", "AXIsTrusted()"),
-    ],
     "AppInfo.mm": [
         ("CFBundleShortVersionString", "CFBundleVersion"),
         ('@"CFBundleVersion"', '@"CFBundleBuild"'),
         ("[value isKindOfClass:[NSString class]]", "value != nil"),
         ("objectForInfoDictionaryKey", "objectForInfoKey"),
     ],
-    "Compositing.cpp": [("return true", "return false")],
-    "Launch.mm": [
+    "Desktop.mm": [
         ("NSApplicationActivationPolicyAccessory", "NSApplicationActivationPolicyRegular"),
         ("NSApplicationActivationPolicyAccessory", "NSApplicationPolicyAccessory"),
         ("QString::fromLatin1(url.toEncoded())", "url.toString()"),
@@ -55,8 +50,12 @@ MISTAKES = {
         ("        [programBefore activateWithOptions:0];\n", ""),
         ("activateWithOptions:0", "activateWithOptions:NSApplicationActivateAllWindows"),
         ("        programBefore = nil;\n", ""),
-    ],
-    "Memory.cpp": [
+        ("AXIsProcessTrusted()", "true"),
+        ("AXIsProcessTrusted()", "AXIsTrusted()"),
+        ("Qt::Window |", "Qt::Tool |"),
+        ("| Qt::WindowStaysOnTopHint", ""),
+        ("return false", "return true"),
+        ("return true", "return false"),
         ("malloc_zone_pressure_relief(nullptr, 0)", "malloc_zone_pressure_relief(nullptr, 1)"),
         ("malloc_zone_pressure_relief", "malloc_zone_relief"),
     ],
@@ -146,8 +145,6 @@ MISTAKES = {
         ("m_monitor != nil", "m_monitor == nil"),
         ("        [[NSStatusBar systemStatusBar] removeStatusItem:m_item];\n", ""),
         ("        m_item.button.target = nil;\n", ""),
-        ("Qt::Window | Qt::FramelessWindowHint", "Qt::Popup | Qt::FramelessWindowHint"),
-        (" | Qt::WindowStaysOnTopHint", ""),
         ("NSStatusBarButton* button = m_item.button;", "NSMenu* button = m_item.button;"),
         ("handler:^(NSEvent*) {", "handler:^(NSString*) {"),
         ("action:@selector(perform:)\n", "\n"),
@@ -181,7 +178,7 @@ MISTAKES = {
         ("Privacy_Accessibility", "Accessibility"),
         ("Privacy_AllFiles", "Privacy_DevTools"),
         ("link.isValid() ?", "!link.isValid() ?"),
-        ("    Launch::openUrl(link);\n", "    (void)link;\n"),
+        ("    Desktop::openUrl(link);\n", "    (void)link;\n"),
     ],
     "UserDefaults.mm": [
         ("[[NSUserDefaults standardUserDefaults] boolForKey:NativeString::from(key)]", "true"),
@@ -200,10 +197,9 @@ LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"
 # Objects of the libraries, without any one of which the program must not link.
 LIBRARIES = {
     "libvorna_platform.a": [
-        "AccessibilityTrust.cpp", "AppInfo.mm", "ChildDescriptors.cpp", "Launch.mm", "Memory.cpp", "NotificationCenter.mm",
-        "NativeWindow.mm", "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
+        "AppInfo.mm", "ChildDescriptors.cpp", "Desktop.mm", "NotificationCenter.mm", "NativeWindow.mm", "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
     ],
-    "libvorna_tray.a": ["Compositing.cpp", "StatusItem.mm"],
+    "libvorna_tray.a": ["StatusItem.mm"],
 }
 
 

@@ -1,4 +1,4 @@
-#include "platform/Compositing.h"
+#include "platform/Desktop.h"
 #include "platform/StatusItem.h"
 
 #include <QCursor>
@@ -37,14 +37,14 @@ void TestStatusItem::anchorWithoutATrayIsThePointer() {
 }
 
 void TestStatusItem::panelWithoutATrayStandsAboveOthers() {
-    const Qt::WindowFlags flags = StatusItem::create(u"vorna"_s)->panelFlags();
+    const Qt::WindowFlags flags = Desktop::panelFlags();
     QCOMPARE(flags & Qt::WindowType_Mask, Qt::WindowFlags{Qt::Tool});
     QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
     QVERIFY(flags.testFlag(Qt::WindowStaysOnTopHint));
 }
 
 void TestStatusItem::windowsOutsideOfX11AreBlended() {
-    QVERIFY(Compositing::isActive());
+    QVERIFY(Desktop::blendsWindows());
 }
 
 QTEST_MAIN(TestStatusItem)

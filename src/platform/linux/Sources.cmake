@@ -4,18 +4,17 @@
 vorna_library(vorna_platform
     SOURCES
         platform/SingleInstance.h
-        platform/linux/AccessibilityTrust.cpp
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
-        platform/linux/Launch.cpp
-        platform/linux/Memory.cpp
+        platform/linux/Desktop.cpp
         platform/linux/NotificationCenter.cpp
         platform/linux/SingleInstance.cpp
         platform/linux/Symbol.cpp
         platform/linux/SystemSettings.cpp
         platform/linux/UserDefaults.cpp
+        platform/linux/X11.cpp
         ../resources/symbols.qrc
-    LINKS vorna_support Qt6::Gui Qt6::Svg Qt6::Network Qt6::DBus)
+    LINKS vorna_support Qt6::Gui Qt6::Svg Qt6::Network Qt6::DBus PkgConfig::XCB)
 target_compile_definitions(vorna_platform PRIVATE
     VORNA_VERSION="${PROJECT_VERSION}"
     VORNA_BUILD="${VORNA_BUILD_NUMBER}")
@@ -23,10 +22,8 @@ target_compile_definitions(vorna_platform PRIVATE
 vorna_library(vorna_tray
     SOURCES
         platform/StatusItem.h
-        platform/linux/Compositing.cpp
         platform/linux/StatusItem.cpp
         platform/linux/StatusNotifierHostWatch.cpp
         platform/linux/TrayIcon.cpp
-        platform/linux/X11.cpp
         platform/linux/XembedTrayWatch.cpp
-    LINKS vorna_platform Qt6::Widgets PkgConfig::XCB)
+    LINKS vorna_platform Qt6::Widgets)

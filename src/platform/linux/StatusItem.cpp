@@ -3,7 +3,6 @@
 #include "platform/StatusItemMenu.h"
 #include "platform/linux/StatusNotifierHostWatch.h"
 #include "platform/linux/TrayIcon.h"
-#include "platform/linux/WaylandSession.h"
 #include "platform/linux/XembedTrayWatch.h"
 
 #include <QCursor>
@@ -39,8 +38,6 @@ public:
 
     void setSymbol(const QString& symbolName, const QString& meaning) override;
     [[nodiscard]] QRect anchor() const override;
-    [[nodiscard]] Qt::WindowFlags panelFlags() const override;
-    [[nodiscard]] bool desktopPlacesPanel() const override;
 
 private:
     void fillMenu();
@@ -158,18 +155,6 @@ QIcon TrayStatusItem::picture() {
 QRect TrayStatusItem::anchor() const {
     const QRect place = m_icon && m_icon->isVisible() ? m_icon->geometry() : QRect{};
     return place.isValid() ? place : QRect{QCursor::pos(), QSize{0, 0}};
-}
-
-Qt::WindowFlags TrayStatusItem::panelFlags() const {
-    // A popup takes pointer and keyboard by itself; a window manager may keep the focus from any other new window.
-    if (QGuiApplication::platformName() == u"xcb"_s && !WaylandSession::isOurs()) {
-        return Qt::Popup | Qt::FramelessWindowHint;
-    }
-    return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-}
-
-bool TrayStatusItem::desktopPlacesPanel() const {
-    return WaylandSession::isOurs();
 }
 
 }

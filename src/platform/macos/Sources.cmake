@@ -4,11 +4,9 @@
 vorna_library(vorna_platform
     SOURCES
         platform/SingleInstance.h
-        platform/macos/AccessibilityTrust.cpp
         platform/macos/AppInfo.mm
         platform/macos/ChildDescriptors.cpp
-        platform/macos/Launch.mm
-        platform/macos/Memory.cpp
+        platform/macos/Desktop.mm
         platform/macos/NotificationCenter.mm
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm
@@ -28,7 +26,6 @@ vorna_library(vorna_platform
 vorna_library(vorna_tray
     SOURCES
         platform/StatusItem.h
-        platform/macos/Compositing.cpp
         platform/macos/StatusItem.mm
     LINKS vorna_platform)
 

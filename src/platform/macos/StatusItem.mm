@@ -49,7 +49,6 @@ public:
 
     void setSymbol(const QString& symbolName, const QString& meaning) override;
     [[nodiscard]] QRect anchor() const override;
-    [[nodiscard]] Qt::WindowFlags panelFlags() const override;
 
 private:
     using Signal = void (StatusItem::*)();
@@ -191,11 +190,6 @@ QRect MenuBarStatusItem::anchor() const {
         const qreal top = NSMaxY(primary.frame) - NSMaxY(*place);
         return QRectF{NSMinX(*place), top, NSWidth(*place), NSHeight(*place)}.toRect();
     }
-}
-
-Qt::WindowFlags MenuBarStatusItem::panelFlags() const {
-    // Not a popup, which cannot take the keyboard here, nor a tool, which the system hides behind Qt's back.
-    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 }
 
 }

@@ -1,6 +1,6 @@
 #include "platform/SystemSettings.h"
 
-#include "platform/Launch.h"
+#include "platform/Desktop.h"
 
 #include <algorithm>
 #include <array>
@@ -33,5 +33,5 @@ std::optional<QUrl> SystemSettings::link(Pane pane) {
 }
 
 void SystemSettings::open(const QUrl& link) {
-    Launch::openUrl(link);
+    Desktop::openUrl(link);
 }

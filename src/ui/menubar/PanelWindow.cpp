@@ -1,7 +1,7 @@
 #include "ui/menubar/PanelWindow.h"
 
 #include "daypart/DaypartController.h"
-#include "platform/Launch.h"
+#include "platform/Desktop.h"
 #include "ui/menubar/MenuBarView.h"
 #include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelMetrics.h"
@@ -124,7 +124,7 @@ void PanelWindow::showAt(const QRect& anchor) {
     m_scroller->verticalScrollBar()->setValue(0);
     show();
     setFocus(Qt::OtherFocusReason);
-    Launch::bringToFront(*windowHandle());
+    Desktop::bringToFront(*windowHandle());
 }
 
 void PanelWindow::dismiss() {

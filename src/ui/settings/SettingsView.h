@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Launch.h"
+#include "platform/Desktop.h"
 #include "platform/SystemSettings.h"
 
 #include <QUrl>
@@ -18,7 +18,7 @@ class View;
 
 /// What the settings hand over to the desktop: a page of the dashboard, a pane of the desktop's own settings.
 struct SettingsLinks final {
-    std::function<void(const QUrl&)> openPage = Launch::openUrl;
+    std::function<void(const QUrl&)> openPage = Desktop::openUrl;
     std::function<void(const QUrl&)> openPane = SystemSettings::open;
 };
 

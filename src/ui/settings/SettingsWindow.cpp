@@ -34,7 +34,7 @@ void SettingsWindow::open() {
         create();
     }
     m_view->show();
-    Launch::bringToFront(*m_view->windowHandle());
+    Desktop::bringToFront(*m_view->windowHandle());
 }
 
 void SettingsWindow::create() {

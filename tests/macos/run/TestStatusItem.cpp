@@ -51,7 +51,6 @@ private slots:
     void anchorIsThePointerWhereThereIsNoPlace();
     void pressesElsewhereAreHeard();
     void aPressOnTheItemItselfIsNotElsewhere();
-    void panelIsAWindowInFront();
     void leavesNothingBehind();
 };
 
@@ -229,14 +228,6 @@ void TestStatusItem::aPressOnTheItemItselfIsNotElsewhere() {
     Doubles::state().pointer = {1010, 890};
     Doubles::pressElsewhere();
     QCOMPARE(elsewhere.size(), 0);
-}
-
-void TestStatusItem::panelIsAWindowInFront() {
-    const auto item = makeItem();
-    const Qt::WindowFlags flags = item->panelFlags();
-    QCOMPARE(flags & Qt::WindowType_Mask, Qt::Window);
-    QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
-    QVERIFY(flags.testFlag(Qt::WindowStaysOnTopHint));
 }
 
 void TestStatusItem::leavesNothingBehind() {

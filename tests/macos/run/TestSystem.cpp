@@ -1,9 +1,6 @@
 #include "Doubles.h"
-#include "platform/AccessibilityTrust.h"
 #include "platform/AppInfo.h"
-#include "platform/Compositing.h"
-#include "platform/Launch.h"
-#include "platform/Memory.h"
+#include "platform/Desktop.h"
 #include "platform/SingleInstance.h"
 #include "platform/SystemSettings.h"
 #include "platform/UserDefaults.h"
@@ -54,6 +51,7 @@ private slots:
     void everyPaneHasItsLink_data();
     void everyPaneHasItsLink();
     void windowsAreBlended();
+    void panelIsAWindowInFrontWhereWePutIt();
     void thisProcessIsTheOneInstance();
     void openingItAgainShowsThePanel();
     void openingItAgainIsHeardAlsoWhenStartedLate();
@@ -133,7 +131,7 @@ void TestSystem::whatIsRemovedIsGone() {
 }
 
 void TestSystem::hasNoPlaceInTheDock() {
-    Launch::becomeAccessory();
+    Desktop::becomeAccessory();
     QCOMPARE(Doubles::state().activationPolicy, accessory);
 }
 
@@ -148,7 +146,7 @@ void TestSystem::opensAddresses_data() {
 
 void TestSystem::opensAddresses() {
     QFETCH(QString, address);
-    Launch::openUrl(QUrl{address});
+    Desktop::openUrl(QUrl{address});
     QTEST(Doubles::state().openedUrls, "opened");
 }
 
@@ -159,7 +157,7 @@ void TestSystem::comesToTheFront() {
     other.show();
     other.requestActivate();
     QTRY_VERIFY(other.isActive());
-    Launch::bringToFront(window);
+    Desktop::bringToFront(window);
     QCOMPARE(Doubles::state().activations, 1);
     QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
     QTRY_VERIFY(window.isActive());
@@ -168,7 +166,7 @@ void TestSystem::comesToTheFront() {
 void TestSystem::comesToTheSpaceOfTheUser() {
     QWindow window;
     window.show();
-    Launch::bringToFront(window);
+    Desktop::bringToFront(window);
     QCOMPARE(Doubles::state().windowWithBehavior, &window);
     QCOMPARE(Doubles::state().windowBehavior, moveToActiveSpace | fullScreenAuxiliary);
 }
@@ -176,12 +174,12 @@ void TestSystem::comesToTheSpaceOfTheUser() {
 void TestSystem::givesTheKeyboardBackOnce() {
     QWindow window;
     window.show();
-    Launch::bringToFront(window);
+    Desktop::bringToFront(window);
     window.hide();
-    Launch::giveKeyboardBack();
+    Desktop::activatePreviousProgram();
     QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
     Doubles::state().isActive = true;
-    Launch::giveKeyboardBack();
+    Desktop::activatePreviousProgram();
     QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
 }
 
@@ -197,10 +195,10 @@ void TestSystem::keepsTheKeyboard() {
     QFETCH(bool, isActive);
     QWindow window;
     window.show();
-    Launch::bringToFront(window);
+    Desktop::bringToFront(window);
     window.setVisible(isShown);
     Doubles::state().isActive = isActive;
-    Launch::giveKeyboardBack();
+    Desktop::activatePreviousProgram();
     QCOMPARE(Doubles::state().otherActivations, QList<quint64>{});
 }
 
@@ -209,22 +207,22 @@ void TestSystem::remembersWhoWasInFrontBeforeUs() {
     for (const auto inFront : {Doubles::Program::other, Doubles::Program::own, Doubles::Program::none}) {
         Doubles::state().inFront = inFront;
         window.show();
-        Launch::bringToFront(window);
+        Desktop::bringToFront(window);
     }
     window.hide();
-    Launch::giveKeyboardBack();
+    Desktop::activatePreviousProgram();
     QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
 }
 
 void TestSystem::trustIsWhatTheSystemSays() {
-    QVERIFY(!AccessibilityTrust::isTrusted());
+    QVERIFY(!Desktop::trustsAccessibility());
     Doubles::state().isTrusted = true;
-    QVERIFY(AccessibilityTrust::isTrusted());
+    QVERIFY(Desktop::trustsAccessibility());
 }
 
 void TestSystem::everythingThatIsNotUsedIsGivenBack() {
     constexpr quint64 asMuchAsThereIs = 0;
-    Memory::giveBackUnused();
+    Desktop::releaseUnusedMemory();
     QCOMPARE(Doubles::state().reliefGoal, std::optional{asMuchAsThereIs});
 }
 
@@ -251,7 +249,15 @@ void TestSystem::everyPaneHasItsLink() {
 }
 
 void TestSystem::windowsAreBlended() {
-    QVERIFY(Compositing::isActive());
+    QVERIFY(Desktop::blendsWindows());
+}
+
+void TestSystem::panelIsAWindowInFrontWhereWePutIt() {
+    const Qt::WindowFlags flags = Desktop::panelFlags();
+    QCOMPARE(flags & Qt::WindowType_Mask, Qt::Window);
+    QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
+    QVERIFY(flags.testFlag(Qt::WindowStaysOnTopHint));
+    QVERIFY(!Desktop::placesPanel());
 }
 
 void TestSystem::thisProcessIsTheOneInstance() {

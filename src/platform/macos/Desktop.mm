@@ -1,14 +1,17 @@
-#include "platform/Launch.h"
+#include "platform/Desktop.h"
 
 #include "platform/macos/NativeString.h"
 #include "platform/macos/NativeWindow.h"
 
 #include <QGuiApplication>
+#include <QUrl>
 #include <QWindow>
 
 #include <algorithm>
 
 #import <AppKit/AppKit.h>
+#include <ApplicationServices/ApplicationServices.h>
+#include <malloc/malloc.h>
 
 namespace {
 
@@ -31,11 +34,13 @@ void comeToTheUser(const QWindow& window) {
 
 }
 
-void Launch::becomeAccessory() {
+namespace Desktop {
+
+void becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }
 
-void Launch::openUrl(const QUrl& url) {
+void openUrl(const QUrl& url) {
     @autoreleasepool {
         NSURL* address = [NSURL URLWithString:NativeString::from(QString::fromLatin1(url.toEncoded()))];
         if (address != nil) {
@@ -44,7 +49,7 @@ void Launch::openUrl(const QUrl& url) {
     }
 }
 
-void Launch::bringToFront(QWindow& window) {
+void bringToFront(QWindow& window) {
     @autoreleasepool {
         rememberProgramInFront();
         comeToTheUser(window);
@@ -55,7 +60,7 @@ void Launch::bringToFront(QWindow& window) {
     window.requestActivate();
 }
 
-void Launch::giveKeyboardBack() {
+void activatePreviousProgram() {
     @autoreleasepool {
         NSApplication* own = [NSApplication sharedApplication];
         const bool isNeeded = std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
@@ -66,4 +71,27 @@ void Launch::giveKeyboardBack() {
         [programBefore activateWithOptions:0];
         programBefore = nil;
     }
+}
+
+bool trustsAccessibility() {
+    return AXIsProcessTrusted();
+}
+
+Qt::WindowFlags panelFlags() {
+    // Not a popup, which cannot take the keyboard here, nor a tool, which the system hides behind Qt's back.
+    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+}
+
+bool placesPanel() {
+    return false;
+}
+
+bool blendsWindows() {
+    return true;
+}
+
+void releaseUnusedMemory() {
+    malloc_zone_pressure_relief(nullptr, 0);
+}
+
 }

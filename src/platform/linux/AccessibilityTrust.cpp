@@ -1,5 +1,0 @@
-#include "platform/AccessibilityTrust.h"
-
-bool AccessibilityTrust::isTrusted() {
-    return false;
-}

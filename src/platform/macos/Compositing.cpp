@@ -1,5 +1,0 @@
-#include "platform/Compositing.h"
-
-bool Compositing::isActive() {
-    return true;
-}
