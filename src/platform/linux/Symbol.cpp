@@ -14,31 +14,14 @@ static void registerPictures() {
     Q_INIT_RESOURCE(symbols);
 }
 
-namespace {
-
-constexpr QByteArrayView regularStroke = "stroke-width=\"2\"";
-constexpr QByteArrayView semiboldStroke = "stroke-width=\"2.5\"";
-
-QByteArray drawing(const QString& name, Symbol::Weight weight) {
+// Both weights are the same drawing: its strokes are two whole pixels wide, and half a pixel more is a soft edge.
+QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight /*weight*/) {
     [[maybe_unused]] static const bool registered = (registerPictures(), true);
-    QFile file{u":/symbols/"_s + name + u".svg"_s};
-    if (name.contains(u'/') || !file.open(QFile::ReadOnly)) {
-        return {};
-    }
-    QByteArray svg = file.readAll();
-    if (weight == Symbol::Weight::semibold) {
-        svg.replace(regularStroke, semiboldStroke);
-    }
-    return svg;
-}
-
-}
-
-QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight weight) {
     const int side = std::max(1, static_cast<int>(std::lround(size * scale)));
     QImage picture{side, side, QImage::Format_ARGB32_Premultiplied};
     picture.fill(Qt::transparent);
-    if (QSvgRenderer renderer{drawing(name, weight)}; renderer.isValid()) {
+    const QString file = u":/symbols/"_s + name + u".svg"_s;
+    if (QSvgRenderer renderer; !name.contains(u'/') && QFile::exists(file) && renderer.load(file)) {
         QPainter painter{&picture};
         painter.setRenderHint(QPainter::Antialiasing);
         renderer.render(&painter, picture.rect());
