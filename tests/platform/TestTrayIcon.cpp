@@ -1,6 +1,7 @@
 #include "platform/linux/TrayIcon.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QTest>
 
 #include <algorithm>
@@ -9,6 +10,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr std::array sizes{16, 22, 24, 32, 48, 64};
 
 qreal linear(qreal component) {
     return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
@@ -23,20 +26,40 @@ qreal contrast(const QColor& one, const QColor& other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+QImage picture(const QString& symbolName, int size) {
+    return TrayIcon::icon(symbolName).pixmap(QSize{size, size}, 1.0).toImage();
+}
+
+/// The share of the picture's pixels that stand out from the bar under it by at least three to one.
+qreal visibleShare(const QImage& picture, const QColor& bar) {
+    QImage shown{picture.size(), QImage::Format_RGB32};
+    shown.fill(bar);
+    QPainter{&shown}.drawImage(0, 0, picture);
+    int visible = 0;
+    for (int y = 0; y < shown.height(); ++y) {
+        for (int x = 0; x < shown.width(); ++x) {
+            visible += contrast(shown.pixelColor(x, y), bar) >= 3 ? 1 : 0;
+        }
+    }
+    return qreal(visible) / (shown.width() * shown.height());
+}
+
 }
 
 class TestTrayIcon final : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyStateStandsOutFromLightAndFromDark_data();
-    void everyStateStandsOutFromLightAndFromDark();
+    void everyStateStandsOutFromEveryBar_data();
+    void everyStateStandsOutFromEveryBar();
     void everyStateHasAColourOfItsOwn();
     void everySizeHasAPictureOfItsOwn();
+    void markIsFilledOnEveryBar_data();
+    void markIsFilledOnEveryBar();
     void unknownSymbolStillGivesAnIcon();
 };
 
-void TestTrayIcon::everyStateStandsOutFromLightAndFromDark_data() {
+void TestTrayIcon::everyStateStandsOutFromEveryBar_data() {
     QTest::addColumn<QString>("symbolName");
     QTest::newRow("offline") << u"antenna.radiowaves.left.and.right.slash"_s;
     QTest::newRow("green") << u"checkmark.circle.fill"_s;
@@ -45,34 +68,57 @@ void TestTrayIcon::everyStateStandsOutFromLightAndFromDark_data() {
     QTest::newRow("unknown") << u"circle.dashed"_s;
 }
 
-void TestTrayIcon::everyStateStandsOutFromLightAndFromDark() {
+void TestTrayIcon::everyStateStandsOutFromEveryBar() {
     QFETCH(QString, symbolName);
-    constexpr qreal leastContrast = 3.0;
-    const QColor colour = TrayIcon::colour(symbolName);
-    QVERIFY2(contrast(colour, Qt::white) >= leastContrast, qPrintable(QString::number(contrast(colour, Qt::white))));
-    QVERIFY2(contrast(colour, Qt::black) >= leastContrast, qPrintable(QString::number(contrast(colour, Qt::black))));
+    // Plasma's light bar alone and over a wallpaper, Xfce's, and the dark bars of Plasma, GNOME and Xfce.
+    for (const auto* bar : {"#eff0f1", "#d2d2d2", "#f6f5f4", "#31363b", "#2a2e32", "#1d1d20", "#000000", "#353535"}) {
+        for (const int size : sizes) {
+            const qreal share = visibleShare(picture(symbolName, size), QColor{QLatin1StringView{bar}});
+            QVERIFY2(share > 0.07, qPrintable(u"%1 at %2: %3"_s.arg(QLatin1StringView{bar}).arg(size).arg(share)));
+        }
+    }
 }
 
 void TestTrayIcon::everyStateHasAColourOfItsOwn() {
-    const QColor green = TrayIcon::colour(u"checkmark.circle.fill"_s);
-    const QColor amber = TrayIcon::colour(u"exclamationmark.triangle.fill"_s);
-    const QColor red = TrayIcon::colour(u"xmark.octagon.fill"_s);
-    const QColor grey = TrayIcon::colour(u"circle.dashed"_s);
+    const auto tone = [](const QString& symbolName) { return picture(symbolName, 64).pixelColor(24, 52); };
+    const QColor green = tone(u"checkmark.circle.fill"_s);
+    const QColor amber = tone(u"exclamationmark.triangle.fill"_s);
+    const QColor red = tone(u"xmark.octagon.fill"_s);
     QVERIFY(green.green() > green.red() && green.green() > green.blue());
     QVERIFY(red.red() > 2 * red.green() && red.red() > 2 * red.blue());
     QVERIFY(amber.red() > amber.green() && amber.green() > 2 * amber.blue());
-    QVERIFY(grey.hslSaturationF() < 0.1);
-    QCOMPARE(TrayIcon::colour(u"antenna.radiowaves.left.and.right.slash"_s), grey);
+    for (const QString& name : {u"circle.dashed"_s, u"antenna.radiowaves.left.and.right.slash"_s}) {
+        const QImage grey = picture(name, 64);
+        for (int x = 0; x < grey.width(); ++x) {
+            const QColor pixel = grey.pixelColor(x, 8);
+            QVERIFY(pixel.alpha() < 255 || pixel.hslSaturationF() < 0.15);
+        }
+    }
 }
 
 void TestTrayIcon::everySizeHasAPictureOfItsOwn() {
     const QIcon icon = TrayIcon::icon(u"xmark.octagon.fill"_s);
-    for (const int size : {16, 22, 24, 32, 48, 64}) {
+    for (const int size : sizes) {
         QVERIFY(icon.availableSizes().contains(QSize(size, size)));
-        const QImage picture = icon.pixmap(QSize{size, size}, 1.0).toImage();
-        QCOMPARE(picture.size(), QSize(size, size));
-        QCOMPARE(picture.pixelColor(size / 2, size / 6), TrayIcon::colour(u"xmark.octagon.fill"_s));
-        QCOMPARE(picture.pixelColor(0, 0).alpha(), 0);
+        QCOMPARE(picture(u"xmark.octagon.fill"_s, size).size(), QSize(size, size));
+        QCOMPARE(picture(u"xmark.octagon.fill"_s, size).pixelColor(0, 0).alpha(), 0);
+    }
+}
+
+void TestTrayIcon::markIsFilledOnEveryBar_data() {
+    QTest::addColumn<QString>("symbolName");
+    QTest::newRow("green") << u"checkmark.circle.fill"_s;
+    QTest::newRow("amber") << u"exclamationmark.triangle.fill"_s;
+    QTest::newRow("red") << u"xmark.octagon.fill"_s;
+}
+
+void TestTrayIcon::markIsFilledOnEveryBar() {
+    QFETCH(QString, symbolName);
+    for (const int size : sizes) {
+        const QImage shown = picture(symbolName, size);
+        for (int y = size / 3; y < size * 2 / 3; ++y) {
+            QCOMPARE(shown.pixelColor(size / 2, y).alpha(), 255);
+        }
     }
 }
 
