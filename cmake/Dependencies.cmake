@@ -1,20 +1,23 @@
-# QCoro comes from the system where it is packaged, else from its own repository at a fixed tag.
+# QCoro comes from the system where it is packaged, else from its own repository at a fixed tag: the first that compiles
+# with the C++ library of Xcode 16.3 and later.
 find_package(QCoro6 0.7 QUIET COMPONENTS Core)
 if(NOT QCoro6_FOUND)
     include(FetchContent)
-    set(QCORO_BUILD_EXAMPLES OFF)
-    set(QCORO_WITH_QML OFF)
-    set(QCORO_WITH_QTQUICK OFF)
-    set(QCORO_WITH_QTWEBSOCKETS OFF)
-    set(QCORO_WITH_QTDBUS OFF)
+    foreach(PART BUILD_EXAMPLES BUILD_TESTING WITH_QML WITH_QTDBUS WITH_QTNETWORK WITH_QTQUICK WITH_QTTEST
+            WITH_QTWEBSOCKETS)
+        set(QCORO_${PART} OFF)
+    endforeach()
     FetchContent_Declare(qcoro
         GIT_REPOSITORY https://github.com/qcoro/qcoro.git
-        GIT_TAG v0.10.0)
+        GIT_TAG v0.11.0
+        GIT_SHALLOW ON
+        SYSTEM)
     FetchContent_MakeAvailable(qcoro)
+    target_compile_options(QCoro6Core PRIVATE -Wno-error)
 endif()
 
 if(NOT APPLE)
-    find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Svg)
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 endif()
