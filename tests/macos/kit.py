@@ -28,16 +28,18 @@ PACKAGES = {
 }
 
 
+def skip(reason):
+    """Skips the tests of a module. To be called in setUpModule()."""
+    print(f"SKIPPED: {reason}", flush=True)
+    raise unittest.SkipTest(reason)
+
+
 def need_packages():
     """Skips the tests of a module where a package is missing. To be called in setUpModule()."""
     if platform.machine() != "x86_64":
-        print("SKIPPED: made for x86-64 only", flush=True)
-        raise unittest.SkipTest("made for x86-64 only")
-    missing = [name for name, file in PACKAGES.items() if not glob.glob(file)]
-    if missing:
-        reason = "not installed: " + ", ".join(missing)
-        print(f"SKIPPED: {reason}", flush=True)
-        raise unittest.SkipTest(reason)
+        skip("made for x86-64 only")
+    if missing := [name for name, file in PACKAGES.items() if not glob.glob(file)]:
+        skip("not installed: " + ", ".join(missing))
 
 
 def run(*command, **options):
@@ -56,6 +58,11 @@ def launchers():
 def make_kit():
     """Writes the headers and stubs to compile and link against, unless they are there and young enough."""
     kit = WORK / "kit"
+    kit.mkdir(parents=True, exist_ok=True)
+    signer = kit / "codesign"
+    signer.write_text(f'#!/bin/sh\necho "$*" >>{kit}/signatures\n', encoding="utf-8")
+    signer.chmod(0o755)
+    copy_qcoro(kit / "qcoro")
     for script, folder in (("make_sysroot.py", "sysroot"), ("make_stubs.py", "stubs")):
         stamp = kit / f"{folder}.stamp"
         source = HERE / "target" / script
@@ -66,7 +73,15 @@ def make_kit():
     return kit
 
 
-def configure_for_the_mac(project, build):
+def copy_qcoro(folder):
+    """This machine's QCoro, with the one include that a release before 0.11 lacks for the Mac's C++ library."""
+    if not folder.exists():
+        shutil.copytree("/usr/include/qcoro6", folder)
+        task = folder / "qcoro" / "qcorotask.h"
+        task.write_text(task.read_text(encoding="utf-8").replace("#pragma once", "#pragma once\n#include <exception>", 1))
+
+
+def configure_for_the_mac(project, build, *definitions):
     """Configures the project as on a Mac, warnings as errors; anew when what cannot be changed later was changed."""
     toolchain = project / "tests" / "macos" / "target" / "toolchain.cmake"
     cache = build / "CMakeCache.txt"
@@ -75,6 +90,7 @@ def configure_for_the_mac(project, build):
         *("cmake", *(["--fresh"] if is_old else []), "-S", project, "-B", build, "-G", "Ninja"),
         *(f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", "-DVORNA_WERROR=ON", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
         *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *launchers()),
+        *definitions,
     )
 
 

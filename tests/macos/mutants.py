@@ -11,185 +11,9 @@ import tempfile
 import kit
 
 SOURCES = kit.PROJECT / "src" / "platform" / "macos"
+TABLE = kit.HERE / "mutants.txt"
 TARGET = kit.WORK / "target"
 RUN = kit.WORK / "run"
-
-# By file: the text as it stands, and the mistake in its place.
-MISTAKES = {
-    "AppInfo.mm": [
-        ("CFBundleShortVersionString", "CFBundleVersion"),
-        ('@"CFBundleVersion"', '@"CFBundleBuild"'),
-        ("[value isKindOfClass:[NSString class]]", "value != nil"),
-        ("objectForInfoDictionaryKey", "objectForInfoKey"),
-    ],
-    "Desktop.mm": [
-        ("NSApplicationActivationPolicyAccessory", "NSApplicationActivationPolicyRegular"),
-        ("NSApplicationActivationPolicyAccessory", "NSApplicationPolicyAccessory"),
-        ("QString::fromLatin1(url.toEncoded())", "url.toString()"),
-        ("[[NSWorkspace sharedWorkspace] openURL:address]", "[[NSWorkspace sharedWorkspace] openFile:address]"),
-        ("address != nil", "address == nil"),
-        ("activateIgnoringOtherApps:YES", "activateIgnoringOtherApps:NO"),
-        ("    window.requestActivate();\n", ""),
-        ("windowStates() & ~", "windowStates() | "),
-        ("        rememberProgramInFront();\n", "        (void)rememberProgramInFront;\n"),
-        ("        comeToTheUser(window);\n", "        (void)comeToTheUser;\n"),
-        ("        rememberProgramInFront();\n        comeToTheUser(window);\n"
-         "        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];\n",
-         "        comeToTheUser(window);\n"
-         "        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];\n"
-         "        rememberProgramInFront();\n"),
-        ("front != nil && !", "!"),
-        ("![front isEqual:", "[front isEqual:"),
-        ("![front isEqual:[NSRunningApplication currentApplication]]", "true"),
-        ("BehaviorMoveToActiveSpace}", "BehaviorCanJoinAllSpaces}"),
-        ("BehaviorFullScreenAuxiliary}", "BehaviorFullScreenPrimary}"),
-        ("![own isActive] || ", ""),
-        ("|| isNeeded", "|| (isNeeded && false)"),
-        ("        [own yieldActivationToApplication:programBefore];\n", ""),
-        ("yieldActivationToApplication", "yieldActivationTo"),
-        ("        [programBefore activateWithOptions:0];\n", ""),
-        ("activateWithOptions:0", "activateWithOptions:NSApplicationActivateAllWindows"),
-        ("        programBefore = nil;\n", ""),
-        ("AXIsProcessTrusted()", "true"),
-        ("AXIsProcessTrusted()", "AXIsTrusted()"),
-        ("Qt::Window |", "Qt::Tool |"),
-        ("| Qt::WindowStaysOnTopHint", ""),
-        ("return false", "return true"),
-        ("return true", "return false"),
-        ("malloc_zone_pressure_relief(nullptr, 0)", "malloc_zone_pressure_relief(nullptr, 1)"),
-        ("malloc_zone_pressure_relief", "malloc_zone_relief"),
-    ],
-    "NotificationCenter.mm": [
-        ("UNAuthorizationOptionBadge | ", ""),
-        ("| UNAuthorizationOptionSound", "& UNAuthorizationOptionSound"),
-        ("UNAuthorizationOptionAlert\n", "UNAuthorizationOptionAlerts\n"),
-        ("granted ? 1 : 0", "1"),
-        ("answer(granted != 0)", "answer(granted == 0)"),
-        ("Authorization::provisional}", "Authorization::authorized}"),
-        ("ephemeralStatus = 4", "ephemeralStatus = 5"),
-        ("std::pair{ephemeralStatus,", "std::pair{long{UNAuthorizationStatusEphemeral},"),
-        ("? Authorization::unrecognized", "? Authorization::notDetermined"),
-        ("content.title = NativeString::from(request.title)", "content.title = NativeString::from(request.body)"),
-        ("content.body = ", "content.subtitle = "),
-        ("    content.sound = [UNNotificationSound defaultSound];\n", ""),
-        ("NativeString::from(request.identifier)", "[[NSUUID UUID] UUIDString]"),
-        ("trigger:nil", "trigger:[[UNNotificationTrigger alloc] init]"),
-        ("UNMutableNotificationContent* content = ", "UNNotificationContent* content = "),
-        ("    dispatch_async(dispatch_get_main_queue(), ^{\n", "    ({\n"),
-        ("const std::weak_ptr<PendingAnswers> pending = m_pending;", "const auto pending = m_pending.get();"),
-        ("std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket", "std::shared_ptr<PendingAnswers> pending, int"),
-        ("answers->deliver(ticket, value)", "answers->deliver(ticket, 0)"),
-        ("[[NSBundle mainBundle] bundleIdentifier] == nil", "false"),
-        ("[[NSBundle mainBundle] bundleIdentifier] == nil", "true"),
-        ("{ answer(Authorization::notDetermined); }", "{ answer(Authorization::denied); }"),
-        ("override { done(); }", "override { (void)done; }"),
-        ("{ answer(false); }", "{ answer(true); }"),
-        ("    m_center.delegate = m_delegate;\n", ""),
-        ("    m_center.delegate = nil;\n", ""),
-        ("willPresentNotification:(UNNotification*)", "willPresent:(UNNotification*)"),
-        ("UNNotificationPresentationOptionBanner | ", ""),
-        ("withCompletionHandler:^(NSError*)", "completionHandler:^(NSError*)"),
-        ("completionHandler:^(BOOL granted, NSError*)", "completionHandler:^(NSError* granted)"),
-        ("(long) { done(); }", "(long) { (void)done; }"),
-        ("deliver(pending, ticket, settings.authorizationStatus)", "deliver(pending, ticket, 2)"),
-    ],
-    "PendingAnswers.cpp": [
-        ("++m_latest", "m_latest"),
-        ("!waiting.empty()", "waiting.empty()"),
-        ("m_answers.extract(ticket)", "m_answers.extract(1)"),
-    ],
-    "SingleInstance.mm": [
-        ('emit messageReceived(u"panel"_s)', 'emit messageReceived(u"settings"_s)'),
-        ("andEventID:kAEReopenApplication]", "andEventID:kCoreEventClass]"),
-        ("@selector(handleReopen:withReply:)", "@selector(handleReopen:)"),
-        ("    [[NSNotificationCenter defaultCenter] removeObserver:self];\n", ""),
-        ("~OpenedOnce() override { [m_listener stop]; }", "~OpenedOnce() override {}"),
-        ("name:NSApplicationWillFinishLaunchingNotification", "name:@\"other\""),
-        ("    m_reopened();\n", ""),
-        ("isFinishedLaunching])", "isFinishedLaunching] || true)"),
-        ("            [self listen];\n", ""),
-        ("return std::make_unique<OpenedOnce>();", "return nullptr;"),
-    ],
-    "StatusItem.mm": [
-        ("NSVariableStatusItemLength", "NSSquareStatusItemLength"),
-        ("[image setTemplate:YES]", "[image setTemplate:NO]"),
-        ("[image setTemplate:YES]", "[image setIsTemplate:YES]"),
-        ("    button.title = NativeString::from(m_title);\n", ""),
-        ("    [button setAccessibilityTitle:NativeString::from(m_title)];\n", ""),
-        ("        [button setAccessibilityValue:description];\n", ""),
-        ("        button.toolTip = description;\n", ""),
-        ("accessibilityDescription:description", "accessibilityDescription:nil"),
-        ("image == nil ? NSNoImage : NSImageOnly", "NSImageOnly"),
-        ("        button.image = image;\n", ""),
-        ("symbolName == m_symbolName && ", "symbolName == m_symbolName || "),
-        ("    [button sendActionOn:clicks];\n", ""),
-        ("    m_meaning = meaning;\n", ""),
-        ("button.action = @selector(perform:)", "button.action = @selector(performs:)"),
-        ("button.target = actionFor([this] { buttonPressed(); })", "button.target = actionFor([this] { showMenu(); })"),
-        ("clicks = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown", "clicks = NSEventMaskLeftMouseDown"),
-        ("event != nil &&", "event == nil ||"),
-        ("event.type == NSEventTypeRightMouseDown", "event.type == NSEventTypeLeftMouseDown"),
-        ("NSEventModifierFlagControl) != 0", "NSEventModifierFlagControl) == 0"),
-        ("    m_item.menu = nil;\n", ""),
-        ("    m_item.menu = m_menu;\n", ""),
-        ("    [m_menu addItem:entry];\n", ""),
-        ("&StatusItem::settingsChosen", "&StatusItem::quitChosen"),
-        ("NSMaxY(primary.frame) - NSMaxY(*place)", "NSMinY(*place)"),
-        ("NSMaxY(primary.frame) - NSMaxY(*place)", "NSMaxY(primary.frame) - NSMinY(*place)"),
-        ("[[NSScreen screens] firstObject]", "[NSScreen mainScreen]"),
-        ("[button convertRect:button.bounds toView:nil]", "button.bounds"),
-        ("toView:nil", "toView:button"),
-        ("!place || primary == nil", "primary == nil"),
-        ("!own || !NSPointInRect", "!own || NSPointInRect"),
-        ("| NSEventMaskOtherMouseDown", ""),
-        ("m_monitor != nil", "m_monitor == nil"),
-        ("        [[NSStatusBar systemStatusBar] removeStatusItem:m_item];\n", ""),
-        ("        m_item.button.target = nil;\n", ""),
-        ("NSStatusBarButton* button = m_item.button;", "NSMenu* button = m_item.button;"),
-        ("handler:^(NSEvent*) {", "handler:^(NSString*) {"),
-        ("action:@selector(perform:)\n", "\n"),
-    ],
-    "NativeString.mm": [
-        ("text == nil", "text != nil"),
-        ("length:static_cast<NSUInteger>(text.size())", "length:static_cast<NSUInteger>(text.toUtf8().size())"),
-        ("NSMakeRange(0, text.length)", "NSMakeRange(0, text.length / 2)"),
-        ("text.utf16()", "text.toUtf8().constData()"),
-    ],
-    "Symbol.mm": [
-        ("? NSFontWeightSemibold : NSFontWeightRegular", "? NSFontWeightRegular : NSFontWeightSemibold"),
-        ("size * pointSizeOfSide", "size"),
-        ("return [plain imageWithSymbolConfiguration:look];", "(void)look;\n    return plain;"),
-        ("image != nil", "image == nil"),
-        ("side / natural.width(), ", ""),
-        ("std::min({scale,", "std::max({scale,"),
-        ("(side - size.height()) / 2", "0"),
-        ("CompositionMode_SourceIn", "CompositionMode_Source"),
-        ("            tint(picture, colour);\n", ""),
-        ("    [NSGraphicsContext restoreGraphicsState];\n", ""),
-        ("    [NSGraphicsContext setCurrentContext:context];\n", ""),
-        ("    [context flushGraphics];\n", ""),
-        ("result.setDevicePixelRatio(scale)", "result.setDevicePixelRatio(1)"),
-        ("std::lround(size * scale)", "std::lround(size)"),
-        ("bitsPerPixel:32", "bitsPerPixel:24"),
-        ("    picture.fill(Qt::transparent);\n", "    picture.fill(Qt::white);\n"),
-        ("fraction:1]", "fraction:0]"),
-    ],
-    "SystemSettings.cpp": [
-        ("Privacy_Accessibility", "Accessibility"),
-        ("Privacy_AllFiles", "Privacy_DevTools"),
-        ("link.isValid() ?", "!link.isValid() ?"),
-        ("    Desktop::openUrl(link);\n", "    (void)link;\n"),
-    ],
-    "UserDefaults.mm": [
-        ("[[NSUserDefaults standardUserDefaults] boolForKey:NativeString::from(key)]", "true"),
-        ("setBool:value forKey:NativeString::from(key)", 'setBool:value forKey:@"daypart"'),
-        ("setObject:NativeString::from(value) forKey:NativeString::from(key)",
-         "setObject:NativeString::from(key) forKey:NativeString::from(value)"),
-        ("removeObjectForKey", "removePersistentDomainForName"),
-        ("value == nil ? std::nullopt", "value != nil ? std::nullopt"),
-        ("stringForKey", "textForKey"),
-    ],
-}
 
 # Words of the program's link line without which it must not link.
 LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"]
@@ -213,7 +37,13 @@ def command_for(folder, target, source):
     """The words of the command that compiles a file, without a cache in front."""
     line = next(line for line in commands(folder, target) if f"-c {source}" in line)
     words = shlex.split(line)
-    return words[next(index for index, word in enumerate(words) if word.endswith("clang++-19")) :]
+    return words[next(index for index, word in enumerate(words) if re.search(r"/clang\+\+(-19)?$", word)) :]
+
+
+def compile_command(source):
+    """The command that compiles a file for the target."""
+    library = "vorna_tray" if source.name in LIBRARIES["libvorna_tray.a"] else "vorna_platform"
+    return command_for(TARGET, f"src/lib{library}.a", source)
 
 
 def with_output(words, output):
@@ -232,11 +62,9 @@ class Planter:
     def __init__(self):
         self.compile_for_target = {}
         self.compile_to_run = {}
-        for name in MISTAKES:
-            source = SOURCES / name
-            library = "vorna_tray" if name in LIBRARIES["libvorna_tray.a"] else "vorna_platform"
-            self.compile_for_target[name] = command_for(TARGET, f"src/lib{library}.a", source)
-            self.compile_to_run[name] = command_for(RUN, "libplatform.a", source)
+        for name in {name for name, _, _ in all_mistakes()}:
+            self.compile_for_target[name] = compile_command(SOURCES / name)
+            self.compile_to_run[name] = command_for(RUN, "libplatform.a", SOURCES / name)
         self.tests = sorted(path.stem for path in (kit.HERE / "run").glob("Test*.cpp"))
         self.link_to_run = {test: self.link_line(RUN, test) for test in self.tests}
 
@@ -249,8 +77,6 @@ class Planter:
     def noticed_by(self, name, old, new):
         """Who notices the mistake; nothing when nobody does."""
         text = (SOURCES / name).read_text(encoding="utf-8")
-        if old not in text:
-            raise LookupError(f"{name} has no longer {old!r}")
         with tempfile.TemporaryDirectory() as folder:
             planted = pathlib.Path(folder) / name
             planted.write_text(text.replace(old, new, 1), encoding="utf-8")
@@ -339,12 +165,30 @@ def shorten(text):
 
 
 def all_mistakes():
-    return [(name, old, new) for name, pairs in MISTAKES.items() for old, new in pairs]
+    """The table: (file, what stands there, the mistake)."""
+    mistakes, name = [], None
+    for line in TABLE.read_text(encoding="utf-8").splitlines():
+        if line.startswith("["):
+            name = line.strip("[]")
+        elif line.startswith("- "):
+            mistakes.append((name, whole_line(name, line[2:]), ""))
+        elif line and not line.startswith("#"):
+            old, new = line.replace("\\n", "\n").split(" => ")
+            mistakes.append((name, old, new))
+    return mistakes
+
+
+def whole_line(name, text):
+    found = re.search(rf"^ *{re.escape(text)}\n", (SOURCES / name).read_text(encoding="utf-8"), re.MULTILINE)
+    return found[0] if found else text
 
 
 def one_mistake_a_file():
-    """For a quick look: one in each file of Objective-C++."""
-    return [(name, *pairs[0]) for name, pairs in MISTAKES.items() if name.endswith(".mm")]
+    """For a quick look: the first of each file."""
+    first = {}
+    for name, old, new in all_mistakes():
+        first.setdefault(name, (name, old, new))
+    return list(first.values())
 
 
 def main():

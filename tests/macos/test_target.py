@@ -84,11 +84,24 @@ class Bundle(unittest.TestCase):
             "CFBundleShortVersionString": version,
             "CFBundleVersion": of_cmake(r"VORNA_BUILD_NUMBER (\d+)"),
             "LSUIElement": True,
+            "LSMultipleInstancesProhibited": True,
             "LSMinimumSystemVersion": "14.0",
             "NSHighResolutionCapable": True,
             "NSPrincipalClass": "NSApplication",
         }
         self.assertLessEqual(expected.items(), information.items())
+
+    def test_what_is_signed_is_signed_again_when_it_changes(self):
+        signatures = kit.WORK / "kit" / "signatures"
+        signatures.write_text("", encoding="utf-8")
+        for number in ("2", "2", "1"):
+            done, said = kit.configure_for_the_mac(kit.PROJECT, BUILD, f"-DVORNA_BUILD_NUMBER={number}")
+            self.assertTrue(done, said)
+            done, said = kit.build(BUILD, "vorna-companion")
+            self.assertTrue(done, said)
+            self.assertEqual(plistlib.loads((CONTENTS / "Info.plist").read_bytes())["CFBundleVersion"], number)
+        bundle = f"--force --sign - {BUILD}/vorna.app"
+        self.assertEqual(signatures.read_text(encoding="utf-8").splitlines(), [bundle] * 2)
 
     def test_icon_has_every_size(self):
         icon = (CONTENTS / "Resources" / "vorna.icns").read_bytes()

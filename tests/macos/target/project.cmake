@@ -8,8 +8,9 @@ function(vorna_use_stubs)
     get_property(TARGETS DIRECTORY PROPERTY IMPORTED_TARGETS)
     foreach(TARGET ${TARGETS})
         get_target_property(INCLUDES ${TARGET} INTERFACE_INCLUDE_DIRECTORIES)
-        if("/usr/include" IN_LIST INCLUDES) # the headers of this machine's own system
-            list(REMOVE_ITEM INCLUDES /usr/include)
+        if(INCLUDES)
+            list(REMOVE_ITEM INCLUDES /usr/include) # the headers of this machine's own system
+            list(TRANSFORM INCLUDES REPLACE "^/usr/include/qcoro6" "${VORNA_MAC_KIT}/qcoro")
             set_target_properties(${TARGET} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${INCLUDES}")
         endif()
         string(REPLACE "::" "" NAME "${TARGET}")
@@ -25,17 +26,16 @@ function(vorna_use_stubs)
 endfunction()
 cmake_language(DEFER DIRECTORY "${CMAKE_SOURCE_DIR}" CALL vorna_use_stubs)
 
-# What nearly every file includes is read once, which halves the time; and QCoro 0.7, as it is packaged here, leaves out
-# an include that this C++ library needs.
+# What nearly every file includes is read once, which halves the time.
 function(vorna_read_headers_once)
     if(NOT TARGET vorna_ui) # a trial of CMake's own
         return()
     endif()
     foreach(LIBRARY vorna_bridge vorna_cli vorna_daypart vorna_system vorna_model)
-        target_precompile_headers(${LIBRARY} PRIVATE <exception> <QObject>)
+        target_precompile_headers(${LIBRARY} PRIVATE <QObject>)
     endforeach()
     foreach(LIBRARY vorna_ui vorna_app vorna-companion)
-        target_precompile_headers(${LIBRARY} PRIVATE <exception> <QWidget>)
+        target_precompile_headers(${LIBRARY} PRIVATE <QWidget>)
     endforeach()
 endfunction()
 cmake_language(DEFER DIRECTORY "${CMAKE_SOURCE_DIR}" CALL vorna_read_headers_once)

@@ -9,17 +9,19 @@ set(CMAKE_OSX_SYSROOT "" CACHE STRING "")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VORNA_MAC_KIT)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 
+set(VORNA_MAC_LLVM /usr/lib/llvm-19 CACHE PATH "The compiler and the C++ library to take")
+list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VORNA_MAC_LLVM)
 set(COMPILE "-nostdinc++ -nostdlibinc -isystem ${CMAKE_CURRENT_LIST_DIR}")
-string(APPEND COMPILE " -isystem /usr/lib/llvm-19/include/c++/v1 -isystem ${VORNA_MAC_KIT}/sysroot -D_BSD_SOURCE")
+string(APPEND COMPILE " -isystem ${VORNA_MAC_LLVM}/include/c++/v1 -isystem ${VORNA_MAC_KIT}/sysroot -D_BSD_SOURCE")
 set(OBJECTIVE "-isystem ${CMAKE_CURRENT_LIST_DIR}/../headers-arc -isystem ${CMAKE_CURRENT_LIST_DIR}/../headers")
 string(APPEND OBJECTIVE " -isystem /usr/include/GNUstep -DNO_GNUSTEP=1 -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1")
 string(APPEND OBJECTIVE " -DGNU_GUI_LIBRARY=1")
 foreach(LANGUAGE C CXX OBJCXX)
     set(CMAKE_${LANGUAGE}_COMPILER_TARGET arm64-apple-macos14)
 endforeach()
-set(CMAKE_C_COMPILER /usr/bin/clang-19)
-set(CMAKE_CXX_COMPILER /usr/bin/clang++-19)
-set(CMAKE_OBJCXX_COMPILER /usr/bin/clang++-19)
+set(CMAKE_C_COMPILER ${VORNA_MAC_LLVM}/bin/clang)
+set(CMAKE_CXX_COMPILER ${VORNA_MAC_LLVM}/bin/clang++)
+set(CMAKE_OBJCXX_COMPILER ${VORNA_MAC_LLVM}/bin/clang++)
 # The plain C++ of the platform folder includes one framework's header.
 set(CMAKE_CXX_FLAGS_INIT "${COMPILE} -isystem ${CMAKE_CURRENT_LIST_DIR}/../headers")
 set(CMAKE_OBJCXX_FLAGS_INIT "${OBJECTIVE} ${COMPILE}")
@@ -31,9 +33,10 @@ set(STUBS "${VORNA_MAC_KIT}/stubs")
 string(CONCAT CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld --ld-path=/usr/bin/ld64.lld-19 -nostdlib -L${STUBS} -F${STUBS}"
     " -lSystem -lc++ -lobjc -framework CoreFoundation")
 
-# Tools of the Mac that the bundle is finished with.
-set(VORNA_CODESIGN /bin/true CACHE FILEPATH "")
+# Tools of the Mac that the bundle is finished with; the first keeps a list of what it was asked.
+set(VORNA_CODESIGN "${VORNA_MAC_KIT}/codesign" CACHE FILEPATH "")
 set(VORNA_MACDEPLOYQT /bin/true CACHE FILEPATH "")
+set(VORNA_OTOOL /bin/true CACHE FILEPATH "")
 
 set(CMAKE_FIND_FRAMEWORK NEVER)
 set(CMAKE_PROJECT_INCLUDE "${CMAKE_CURRENT_LIST_DIR}/project.cmake")
