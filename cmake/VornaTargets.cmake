@@ -33,10 +33,11 @@ set(VORNA_SANITIZER_ENVIRONMENT
     "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1"
     "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
 
-# vorna_library(NAME SOURCES … LINKS …): one static library of the house; LINKS are its arrows, all of them.
+# vorna_library(NAME SOURCES … LINKS …): one library of the house, static unless BUILD_SHARED_LIBS; LINKS are its arrows,
+# all of them.
 function(vorna_library NAME)
     cmake_parse_arguments(LIBRARY "" "" "SOURCES;LINKS" ${ARGN})
-    add_library(${NAME} STATIC ${LIBRARY_SOURCES})
+    add_library(${NAME} ${LIBRARY_SOURCES})
     target_link_libraries(${NAME} PUBLIC vorna_options ${LIBRARY_LINKS})
 endfunction()
 
@@ -48,9 +49,10 @@ function(vorna_scale_timeout VARIABLE)
     endif()
 endfunction()
 
-# vorna_test(FOLDER/TestX LINKS …): one Qt Test program for one class.
+# vorna_test(FOLDER/TestX LINKS …): one Qt Test program for one class. Its label is `unit`: it needs neither a display nor a
+# program that is not ours; another LABEL says what it needs.
 function(vorna_test PATH)
-    cmake_parse_arguments(TEST "" "PLATFORM;TIMEOUT" "LINKS;SOURCES" ${ARGN})
+    cmake_parse_arguments(TEST "" "PLATFORM;TIMEOUT;LABEL" "LINKS;SOURCES" ${ARGN})
     get_filename_component(NAME ${PATH} NAME)
     add_executable(${NAME} ${PATH}.cpp ${TEST_SOURCES})
     target_link_libraries(${NAME} PRIVATE ${TEST_LINKS} Qt6::Test)
@@ -63,8 +65,12 @@ function(vorna_test PATH)
     if(NOT TEST_TIMEOUT)
         set(TEST_TIMEOUT 120)
     endif()
+    if(NOT TEST_LABEL)
+        set(TEST_LABEL unit)
+    endif()
     vorna_scale_timeout(TEST_TIMEOUT)
     set_tests_properties(${NAME} PROPERTIES
+        LABELS ${TEST_LABEL}
         ENVIRONMENT "QT_QPA_PLATFORM=${TEST_PLATFORM};LC_ALL=C.UTF-8"
         ENVIRONMENT_MODIFICATION "${VORNA_SANITIZER_ENVIRONMENT}"
         TIMEOUT ${TEST_TIMEOUT}
