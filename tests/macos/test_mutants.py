@@ -1,5 +1,5 @@
-"""Plants one mistake in each file of Objective-C++ and looks whether the other checks notice; `script/mutate-macos` plants
-many."""
+"""Plants one mistake in each file of Objective-C++ and looks whether the other checks notice;
+`script/mutate platform/macos` plants many."""
 
 import unittest
 
