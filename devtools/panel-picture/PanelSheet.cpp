@@ -1,6 +1,5 @@
 #include "PanelSheet.h"
 
-#include "daypart/DaypartController.h"
 #include "ui/menubar/MenuBarView.h"
 #include "ui/menubar/PanelFrame.h"
 
@@ -23,9 +22,9 @@ QStringList textsOf(const QWidget& widget) {
 }
 
 PanelSheet::PanelSheet(std::unique_ptr<MenuBarView> content, DaypartController& daypart)
-    : m_daypart{daypart}
+    : m_colours{daypart}
     , m_content{content.release()}
-    , m_frame{new PanelFrame{this}} {
+    , m_frame{new PanelFrame{m_colours, this}} {
     setAttribute(Qt::WA_DontShowOnScreen);
     m_content->setParent(this);
     m_frame->setCorners(PanelFrame::Corners::round);
@@ -46,8 +45,6 @@ QStringList PanelSheet::texts() const {
 }
 
 void PanelSheet::settle() {
-    const DaypartPalette& palette = m_daypart.palette;
-    m_frame->setColours(palette.border, palette.textMuted);
     m_content->renderPending();
     m_content->fitHeight();
     resize(m_content->size());

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "ui/DaypartColours.h"
+
 #include <QImage>
 #include <QStringList>
 #include <QWidget>
 
-class DaypartController;
 class MenuBarView;
 class PanelFrame;
 
@@ -22,7 +23,7 @@ public:
 private:
     void settle();
 
-    DaypartController& m_daypart;
+    const DaypartColours m_colours;
     MenuBarView* m_content;
     PanelFrame* m_frame;
 };

@@ -7,6 +7,7 @@ vorna_library(vorna_platform
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
         platform/linux/Desktop.cpp
+        platform/linux/FontDesign.cpp
         platform/linux/NotificationCenter.cpp
         platform/linux/SingleInstance.cpp
         platform/linux/Symbol.cpp

@@ -7,6 +7,7 @@ vorna_library(vorna_platform
         platform/macos/AppInfo.mm
         platform/macos/ChildDescriptors.cpp
         platform/macos/Desktop.mm
+        platform/macos/FontDesign.cpp
         platform/macos/NotificationCenter.mm
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm

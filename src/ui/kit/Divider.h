@@ -1,23 +1,20 @@
 #pragma once
 
+#include "ui/kit/ColourRole.h"
 #include "ui/kit/Decoration.h"
 
-#include <QColor>
-
-/// A horizontal rule across its parent.
+/// A horizontal rule across its parent, as many whole pixels high as a point surely has.
 class Divider final : public Decoration {
     Q_OBJECT
 
 public:
     static constexpr int thickness = 1; ///< points
 
-    explicit Divider(QWidget* parent = nullptr);
-
-    void setColour(const QColor& colour);
+    explicit Divider(const Colours& colours, QWidget* parent = nullptr);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QColor m_colour;
+    const Colours& m_colours;
 };

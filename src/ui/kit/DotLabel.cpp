@@ -6,33 +6,37 @@
 
 #include <algorithm>
 
-DotLabel::DotLabel(int diameter, QWidget* parent, int haloDiameter, float haloOpacity)
+using namespace Qt::StringLiterals;
+
+DotLabel::DotLabel(int diameter, const Colours& colours, QWidget* parent, Halo halo)
     : QLabel{parent}
     , m_diameter{diameter}
-    , m_haloDiameter{haloDiameter}
-    , m_haloOpacity{haloOpacity} {
-    const int side = std::max(diameter, haloDiameter);
+    , m_colours{colours}
+    , m_halo{halo} {
+    const int side = std::max(diameter, halo.diameter);
     setFixedSize(side, side);
 }
 
-void DotLabel::display(const QColor& colour, const QString& state) {
+void DotLabel::display(ColourRole role, const QString& state) {
     if (state != accessibleName()) {
         setAccessibleName(state);
     }
-    if (colour != m_colour) {
-        m_colour = colour;
+    if (role != m_role) {
+        m_role = role;
         update();
     }
 }
 
+void DotLabel::display(bool ok, ColourRole failed) {
+    display(ok ? ColourRole::success : failed, ok ? u"ok"_s : u"not ok"_s);
+}
+
 void DotLabel::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter{this};
-    if (m_haloDiameter > 0) {
-        QColor halo = m_colour;
-        halo.setAlphaF(m_haloOpacity);
-        Drawing::fillCircle(painter, rect(), m_haloDiameter, halo);
+    if (m_halo.diameter > 0) {
+        Drawing::fillCircle(painter, rect(), m_halo.diameter, m_colours.of({m_role, m_halo.opacity}));
     }
-    Drawing::fillCircle(painter, rect(), m_diameter, m_colour);
+    Drawing::fillCircle(painter, rect(), m_diameter, m_colours.of(m_role));
 }
 
 #include "moc_DotLabel.cpp"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QColor>
+#include "ui/kit/ColourRole.h"
+
 #include <QLabel>
 
 /// A coloured circle that stands for a state, with the state's name for those who cannot see it.
@@ -8,19 +9,25 @@ class DotLabel final : public QLabel {
     Q_OBJECT
 
 public:
-    /// A halo of the same colour, mostly transparent, surrounds the dot where its diameter is larger.
-    explicit DotLabel(int diameter, QWidget* parent = nullptr, int haloDiameter = 0, float haloOpacity = 0);
+    /// A second circle of the same colour, mostly transparent, behind the first.
+    struct Halo final {
+        int diameter;
+        float opacity;
+    };
 
-    void display(const QColor& colour, const QString& state);
+    DotLabel(int diameter, const Colours& colours, QWidget* parent = nullptr, Halo halo = {});
 
-    [[nodiscard]] const QColor& colour() const { return m_colour; }
+    void display(ColourRole role, const QString& state);
+
+    /// "ok" in the colour of success, else "not ok" in `failed`.
+    void display(bool ok, ColourRole failed);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const int m_diameter;
-    const int m_haloDiameter;
-    const float m_haloOpacity;
-    QColor m_colour;
+    const Colours& m_colours;
+    const Halo m_halo;
+    ColourRole m_role = ColourRole::textMuted;
 };

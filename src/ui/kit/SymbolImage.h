@@ -11,6 +11,8 @@ class SymbolImage final {
 public:
     explicit SymbolImage(QString name, Symbol::Weight weight = Symbol::Weight::regular);
 
+    [[nodiscard]] bool isNull() const { return m_name.isEmpty(); }
+
     /// Draws the symbol into a square, at the painter's own scale.
     void draw(QPainter& painter, const QRectF& square, const QColor& colour) const;
 

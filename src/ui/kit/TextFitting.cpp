@@ -11,8 +11,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Three lines of the panel in its smallest letters hold some 500.
-constexpr qsizetype longestBeginning = 2000;
+constexpr qsizetype maxPreparedLength = 2000;
 constexpr QChar ellipsis{u'…'};
+constexpr QChar separator{u'·'};
 
 /// The lines of the text that are full, up to `count`; what follows them is left in `rest`.
 QStringList takeLines(QString& rest, const QFont& font, qreal width, int count) {
@@ -37,15 +38,27 @@ QStringList takeLines(QString& rest, const QFont& font, qreal width, int count) 
     return lines;
 }
 
+QString withEllipsis(QString text) {
+    while (!text.isEmpty() && (text.back().isSpace() || text.back() == separator)) {
+        text.chop(1);
+    }
+    return text + ellipsis;
 }
 
-QString TextFitting::start(const QString& text, qsizetype most) {
-    const bool isInsidePair = 0 < most && most < text.size() && text.at(most).isLowSurrogate();
-    return text.left(isInsidePair && text.at(most - 1).isHighSurrogate() ? most - 1 : most);
+QString elided(const QString& text, const QFont& font, qreal width) {
+    const QString shown = QFontMetricsF{font}.elidedText(text, Qt::ElideRight, width);
+    return shown != text && shown.endsWith(ellipsis) ? withEllipsis(shown.chopped(1)) : shown;
 }
 
-TextFitting::Beginning TextFitting::beginning(const QString& text) {
-    Beginning result{start(text, longestBeginning), text.size() > longestBeginning};
+}
+
+QString TextFitting::truncated(const QString& text, qsizetype maxLength) {
+    const bool isInsidePair = 0 < maxLength && maxLength < text.size() && text.at(maxLength).isLowSurrogate();
+    return text.left(isInsidePair && text.at(maxLength - 1).isHighSurrogate() ? maxLength - 1 : maxLength);
+}
+
+TextFitting::Prepared TextFitting::prepared(const QString& text) {
+    Prepared result{truncated(text, maxPreparedLength), text.size() > maxPreparedLength};
     result.text.replace(u"\r\n"_s, u"\n"_s);
     for (QChar& character : result.text) {
         if (character == u'\n' || character == u'\r' || character == QChar::ParagraphSeparator) {
@@ -60,23 +73,37 @@ TextFitting::Beginning TextFitting::beginning(const QString& text) {
     return result;
 }
 
-QString TextFitting::firstLine(const Beginning& beginning) {
-    const qsizetype breakAt = beginning.text.indexOf(QChar::LineSeparator);
-    QString line = (breakAt < 0 ? beginning.text : beginning.text.left(breakAt)).trimmed();
-    if (breakAt >= 0 || beginning.hasMore) {
-        line += ellipsis;
-    }
-    return line;
+QString TextFitting::firstLine(const Prepared& prepared) {
+    const qsizetype breakAt = prepared.text.indexOf(QChar::LineSeparator);
+    const QString line = (breakAt < 0 ? prepared.text : prepared.text.left(breakAt)).trimmed();
+    return breakAt >= 0 || prepared.hasMore ? withEllipsis(line) : line;
 }
 
-TextFitting::Fitted TextFitting::fit(const Beginning& beginning, const QFont& font, qreal width, int lines) {
-    QString rest = beginning.text;
+TextFitting::Fitted TextFitting::fit(const Prepared& prepared, const QFont& font, qreal width, int lines) {
+    QString rest = prepared.text;
     QStringList taken = takeLines(rest, font, width, lines - 1);
-    const bool goesOn = beginning.hasMore || rest.contains(QChar::LineSeparator);
-    const QString whole = firstLine({rest, beginning.hasMore});
-    const QString last = QFontMetricsF{font}.elidedText(whole, Qt::ElideRight, width);
+    const bool goesOn = prepared.hasMore || rest.contains(QChar::LineSeparator);
+    const QString whole = firstLine({rest, prepared.hasMore});
+    const QString last = elided(whole, font, width);
     if (!last.isEmpty() || taken.isEmpty()) {
         taken += last;
     }
     return {taken.join(QChar::LineSeparator), goesOn || last != whole};
+}
+
+qsizetype TextFitting::placeInWhole(const QString& whole, const QString& fitted, qsizetype place) {
+    qsizetype found = 0;
+    for (const QChar character : QStringView{fitted}.left(place)) {
+        if (character == QChar::LineSeparator) {
+            continue;
+        }
+        while (found < whole.size() && whole.at(found) != character && whole.at(found).isSpace()) {
+            ++found;
+        }
+        if (found == whole.size() || (character == ellipsis && whole.at(found) != ellipsis)) {
+            return whole.size();
+        }
+        ++found;
+    }
+    return found;
 }

@@ -14,22 +14,46 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int widestHint = 10'000; // points
+constexpr int maxHint = 10'000; // points
+constexpr int maxWordHint = 20; // average characters
+
+int roundedUp(qreal length) {
+    return static_cast<int>(std::ceil(std::min<qreal>(length, maxHint)));
+}
+
+qreal widest(const QStringList& texts, const QFont& font) {
+    const QFontMetricsF metrics{font};
+    qreal width = 0;
+    for (const QString& text : texts) {
+        width = std::max(width, metrics.horizontalAdvance(text));
+    }
+    return width;
+}
 
 }
 
-TextLabel::TextLabel(const TextStyle& style, QWidget* parent)
+TextLabel::TextLabel(const TextStyle& style, const Colours& colours, QWidget* parent, const QString& text)
     : QLabel{parent}
     , m_style{style}
-    , m_font{style.font()} {
-    const QFontMetricsF metrics{m_font};
-    m_lineHeight = static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
+    , m_colours{colours}
+    , m_tint{style.colour} {
     setTextFormat(Qt::PlainText);
-    QSizePolicy policy{QSizePolicy::Ignored, style.lines > 1 ? QSizePolicy::Preferred : QSizePolicy::Fixed};
+    QSizePolicy policy{style.size > 0 ? QSizePolicy::Ignored : QSizePolicy::Preferred,
+                       style.lines > 1 ? QSizePolicy::Preferred : QSizePolicy::Fixed};
     policy.setHeightForWidth(style.lines > 1);
     setSizePolicy(policy);
     m_layout.setCacheEnabled(true);
+    useFont();
+    display(text);
+}
+
+void TextLabel::useFont() {
+    m_font = m_style.font(font());
+    const QFontMetricsF metrics{m_font};
+    m_lineHeight = static_cast<int>(std::ceil(metrics.ascent() + metrics.descent()));
     m_layout.setFont(m_font);
+    m_naturalWidth = -1;
+    m_shown = {};
 }
 
 void TextLabel::display(const QString& text) {
@@ -38,19 +62,20 @@ void TextLabel::display(const QString& text) {
     }
     const int before = m_shown.width >= 0 ? heightForWidth(width()) : -1;
     m_text = text;
-    m_beginning = TextFitting::beginning(text);
+    m_prepared = TextFitting::prepared(text);
     m_naturalWidth = -1;
     m_shown = {};
     setAccessibleName(text);
-    if (m_style.lines > 1 && heightForWidth(width()) != before) {
+    const bool asksForWidth = sizePolicy().horizontalPolicy() != QSizePolicy::Ignored;
+    if (asksForWidth || (m_style.lines > 1 && heightForWidth(width()) != before)) {
         updateGeometry();
     }
     update();
 }
 
-void TextLabel::setColour(const QColor& colour) {
-    if (colour != m_colour) {
-        m_colour = colour;
+void TextLabel::setRole(ColourRole role) {
+    if (role != m_tint.role) {
+        m_tint.role = role;
         update();
     }
 }
@@ -72,8 +97,9 @@ qreal TextLabel::shownScale() const {
 
 int TextLabel::naturalWidth() const {
     if (m_naturalWidth < 0) {
-        const qreal width = std::ceil(QFontMetricsF{m_font}.horizontalAdvance(TextFitting::firstLine(m_beginning)));
-        m_naturalWidth = static_cast<int>(std::min<qreal>(width, widestHint));
+        const QStringList lines =
+            m_style.lines > 1 ? m_prepared.text.split(QChar::LineSeparator) : QStringList{TextFitting::firstLine(m_prepared)};
+        m_naturalWidth = roundedUp(widest(lines, m_font));
     }
     return m_naturalWidth;
 }
@@ -83,7 +109,12 @@ QSize TextLabel::sizeHint() const {
 }
 
 QSize TextLabel::minimumSizeHint() const {
-    return {0, m_lineHeight};
+    if (sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) {
+        return {0, m_lineHeight};
+    }
+    const qreal limit = maxWordHint * QFontMetricsF{m_font}.averageCharWidth();
+    const qreal word = widest(m_prepared.text.simplified().split(u' '), m_font);
+    return {roundedUp(std::min(word, limit)), m_lineHeight};
 }
 
 int TextLabel::heightForWidth(int width) const {
@@ -103,6 +134,15 @@ bool TextLabel::event(QEvent* event) {
     return true;
 }
 
+void TextLabel::changeEvent(QEvent* event) {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::FontChange) {
+        useFont();
+        updateGeometry();
+        update();
+    }
+}
+
 void TextLabel::prepare(int width) const {
     if (m_shown.width == width) {
         return;
@@ -111,7 +151,7 @@ void TextLabel::prepare(int width) const {
     const qreal scale = std::clamp(width / natural, m_style.minimumScale, 1.0);
     // Not divided where the text decides: the quotient may be a hair too small for it.
     const qreal room = scale > m_style.minimumScale ? std::max<qreal>(width, natural) : width / scale;
-    const auto [text, isCut] = TextFitting::fit(m_beginning, m_font, room, m_style.lines);
+    const auto [text, isCut] = TextFitting::fit(m_prepared, m_font, room, m_style.lines);
     m_shown = {width, text, isCut, scale};
     layOut();
 }
@@ -136,15 +176,26 @@ void TextLabel::layOut() const {
     m_layout.endLayout();
 }
 
+int TextLabel::top() const {
+    return (height() - heightForWidth(width())) / 2;
+}
+
+int TextLabel::placeAt(QPointF point) const {
+    prepare(width());
+    const int last = std::max(0, m_layout.lineCount() - 1);
+    const int index = std::clamp(static_cast<int>(std::floor((point.y() - top()) / m_lineHeight)), 0, last);
+    const QTextLine line = m_layout.lineAt(index);
+    return line.isValid() ? line.xToCursor(point.x() / m_shown.scale) : 0;
+}
+
 void TextLabel::paintEvent(QPaintEvent* /*event*/) {
     prepare(width());
     QPainter painter{this};
-    painter.setPen(m_colour);
+    painter.setPen(m_colours.of(m_tint));
     const qreal baseline = QFontMetricsF{m_font}.ascent();
-    const int top = (height() - heightForWidth(width())) / 2;
-    painter.translate(0, top + baseline);
+    painter.translate(0, top() + baseline);
     painter.scale(m_shown.scale, m_shown.scale);
-    m_layout.draw(&painter, {0, -baseline});
+    m_layout.draw(&painter, {0, -baseline}, highlights());
 }
 
 #include "moc_TextLabel.cpp"

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype longest = 2000;
+constexpr qsizetype maxLength = 2000;
 
 /// The text with places to break a line inside words that are too long for one.
 QString breakable(QString text) {
@@ -22,8 +22,8 @@ QString breakable(QString text) {
 }
 
 void WholeTextTip::show(const QHelpEvent& event, const QString& text, QWidget& widget) {
-    QString shown = breakable(TextFitting::start(text, longest));
-    if (text.size() > longest) {
+    QString shown = breakable(TextFitting::truncated(text, maxLength));
+    if (text.size() > maxLength) {
         shown += u'…';
     }
     QToolTip::showText(event.globalPos(), Qt::convertFromPlainText(shown, Qt::WhiteSpaceNormal), &widget);

@@ -5,9 +5,9 @@
 
 #include <array>
 
+class Button;
 class DaypartChip;
 class DaypartController;
-class PlainButton;
 class TextLabel;
 
 /// Pins a daypart, or goes back to the clock's.
@@ -25,8 +25,7 @@ private:
     void addChips();
 
     DaypartController& m_daypart;
-    TextLabel* m_heading;
+    Button* m_autoButton;
     TextLabel* m_autoText;
-    PlainButton* m_autoButton;
     std::array<DaypartChip*, DaypartInfo::allCases.size()> m_chips{};
 };

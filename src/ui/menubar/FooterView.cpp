@@ -2,8 +2,9 @@
 
 #include "daypart/DaypartController.h"
 #include "system/NotificationService.h"
+#include "ui/kit/Button.h"
 #include "ui/menubar/PanelMetrics.h"
-#include "ui/menubar/VornaMenuButton.h"
+#include "ui/menubar/VornaMenuButtonStyle.h"
 
 #include <QKeySequence>
 #include <QVBoxLayout>
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 FooterView::FooterView(DaypartController& daypart, NotificationService& notifications, const PanelActions& actions,
                        QWidget* parent)
-    : PanelSection{parent, PanelMetrics::sectionMargins, PanelMetrics::Footer::spacing}
+    : PanelSection{daypart, parent, PanelMetrics::sectionMargins, PanelMetrics::Footer::spacing, ColourRole::surface}
     , m_daypart{daypart}
     , m_notifications{notifications} {
     addButton(u"Test notification"_s, u"bell"_s, [this] { postTestNotification(); });
@@ -22,14 +23,12 @@ FooterView::FooterView(DaypartController& daypart, NotificationService& notifica
     settings->setShortcut(QKeySequence{Qt::CTRL | Qt::Key_Comma});
     auto* quit = addButton(u"Quit vorna"_s, u"power"_s, actions.quit);
     quit->setShortcut(QKeySequence{Qt::CTRL | Qt::Key_Q});
-    observe(daypart);
 }
 
-VornaMenuButton* FooterView::addButton(const QString& title, const QString& symbolName, std::function<void()> action) {
-    auto* button = new VornaMenuButton{title, symbolName, this};
+Button* FooterView::addButton(const QString& title, const QString& symbolName, std::function<void()> action) {
+    auto* button = new Button{title, symbolName, VornaMenuButtonStyle{}, colours(), this};
     connect(button, &QPushButton::clicked, this, std::move(action));
     column().addWidget(button);
-    m_buttons += button;
     return button;
 }
 
@@ -38,14 +37,6 @@ void FooterView::postTestNotification() {
     [[maybe_unused]] const auto posting = m_notifications.notify(
         u"vorna"_s, u"Desktop notifications are working · " + DaypartInfo::title(m_daypart.daypart),
         NotificationService::freshIdentifier());
-}
-
-void FooterView::render() {
-    const DaypartPalette& palette = m_daypart.palette;
-    setFill(palette.surface);
-    for (auto* button : std::as_const(m_buttons)) {
-        button->setButtonStyle({palette});
-    }
 }
 
 #include "moc_FooterView.cpp"

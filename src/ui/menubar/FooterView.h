@@ -3,11 +3,9 @@
 #include "ui/menubar/PanelActions.h"
 #include "ui/menubar/PanelSection.h"
 
-#include <QList>
-
+class Button;
 class DaypartController;
 class NotificationService;
-class VornaMenuButton;
 
 /// A test notification, the settings, and the end of the program; the last two have keys as well.
 class FooterView final : public PanelSection {
@@ -18,13 +16,12 @@ public:
                QWidget* parent = nullptr);
 
 protected:
-    void render() override;
+    void render() override {}
 
 private:
     void postTestNotification();
-    VornaMenuButton* addButton(const QString& title, const QString& symbolName, std::function<void()> action);
+    Button* addButton(const QString& title, const QString& symbolName, std::function<void()> action);
 
     DaypartController& m_daypart;
     NotificationService& m_notifications;
-    QList<VornaMenuButton*> m_buttons;
 };

@@ -19,15 +19,15 @@ namespace {
 
 struct BandLook {
     StatusModel::Band band;
-    QRgb DaypartPalette::* colour;
+    ColourRole role;
     QLatin1StringView state;
 };
 
 constexpr std::array looks{
-    BandLook{StatusModel::Band::green, &DaypartPalette::success, "ok"_L1},
-    BandLook{StatusModel::Band::amber, &DaypartPalette::warning, "degraded"_L1},
-    BandLook{StatusModel::Band::red, &DaypartPalette::danger, "down"_L1},
-    BandLook{StatusModel::Band::unknown, &DaypartPalette::textMuted, "unknown"_L1},
+    BandLook{StatusModel::Band::green, ColourRole::success, "ok"_L1},
+    BandLook{StatusModel::Band::amber, ColourRole::warning, "degraded"_L1},
+    BandLook{StatusModel::Band::red, ColourRole::danger, "down"_L1},
+    BandLook{StatusModel::Band::unknown, ColourRole::textMuted, "unknown"_L1},
 };
 
 const BandLook& lookOf(StatusModel::Band band) {
@@ -37,15 +37,14 @@ const BandLook& lookOf(StatusModel::Band band) {
 }
 
 HeaderView::HeaderView(StatusModel& status, DaypartController& daypart, QWidget* parent)
-    : PanelSection{parent, Header::margins, 0}
+    : PanelSection{daypart, parent, Header::margins, 0, ColourRole::surface}
     , m_status{status}
     , m_daypart{daypart}
-    , m_title{new TextLabel{Header::titleText, this}}
-    , m_subtitle{new TextLabel{Header::subtitleText, this}}
-    , m_dot{new DotLabel{Header::dot, this, Header::halo, Header::haloOpacity}} {
+    , m_subtitle{new TextLabel{Header::subtitleText, colours(), this}}
+    , m_dot{new DotLabel{Header::dot, colours(), this, Header::halo}} {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(Header::textSpacing);
-    texts->addWidget(m_title);
+    texts->addWidget(new TextLabel{Header::titleText, colours(), this, u"vorna"_s});
     texts->addWidget(m_subtitle);
     auto* row = new QHBoxLayout;
     row->setSpacing(Header::spacing);
@@ -54,19 +53,14 @@ HeaderView::HeaderView(StatusModel& status, DaypartController& daypart, QWidget*
     row->addWidget(m_dot, 0, Qt::AlignVCenter);
     column().addLayout(row);
 
-    m_title->display(u"vorna"_s);
     observe(status);
     observe(daypart);
 }
 
 void HeaderView::render() {
-    const DaypartPalette& palette = m_daypart.palette;
     const BandLook& look = lookOf(m_status.caddyBand);
-    setFill(palette.surface);
-    m_title->setColour(palette.text);
     m_subtitle->display(VersionLabels::caption() + u" · " + DaypartInfo::title(m_daypart.daypart));
-    m_subtitle->setColour(palette.textMuted);
-    m_dot->display(palette.*look.colour, look.state);
+    m_dot->display(look.role, look.state);
 }
 
 #include "moc_HeaderView.cpp"

@@ -20,7 +20,6 @@ protected:
 private:
     StatusModel& m_status;
     DaypartController& m_daypart;
-    TextLabel* m_title;
     TextLabel* m_subtitle;
     DotLabel* m_dot;
 };

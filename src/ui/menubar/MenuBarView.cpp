@@ -1,7 +1,6 @@
 #include "ui/menubar/MenuBarView.h"
 
 #include "app/StatusModel.h"
-#include "daypart/DaypartController.h"
 #include "ui/kit/Divider.h"
 #include "ui/menubar/ActionsView.h"
 #include "ui/menubar/DaypartPickerView.h"
@@ -13,8 +12,6 @@
 
 #include <QShowEvent>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace {
 
@@ -34,14 +31,14 @@ void layOutNow(const QWidget& widget) {
 
 MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
                          const PanelActions& actions, QWidget* parent)
-    : PanelSection{parent, {}, 0}
-    , m_status{status}
-    , m_daypart{daypart} {
+    : PanelSection{daypart, parent, {}, 0, ColourRole::background}
+    , m_status{status} {
+    // All texts run from left to right, whatever the desktop's language does.
+    setLayoutDirection(Qt::LeftToRight);
     setFixedWidth(PanelMetrics::width);
     const auto add = [this](QWidget* section) {
         if (column().count() > 0) {
-            m_dividers += new Divider{this};
-            column().addWidget(m_dividers.back());
+            column().addWidget(new Divider{colours(), this});
         }
         section->setParent(this);
         column().addWidget(section);
@@ -52,20 +49,11 @@ MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, Notifi
     add(new ActionsView{status, daypart, actions});
     add(new DaypartPickerView{daypart});
     add(new FooterView{daypart, notifications, actions});
-    observe(daypart);
 }
 
 void MenuBarView::fitHeight() {
     layOutNow(*this);
     resize(PanelMetrics::width, column().totalHeightForWidth(PanelMetrics::width));
-}
-
-void MenuBarView::render() {
-    const DaypartPalette& palette = m_daypart.palette;
-    setFill(palette.background);
-    for (auto* divider : std::as_const(m_dividers)) {
-        divider->setColour(palette.border);
-    }
 }
 
 void MenuBarView::showEvent(QShowEvent* event) {

@@ -3,10 +3,7 @@
 #include "ui/menubar/PanelActions.h"
 #include "ui/menubar/PanelSection.h"
 
-#include <QList>
-
 class DaypartController;
-class Divider;
 class NotificationService;
 class StatusModel;
 
@@ -22,11 +19,9 @@ public:
     void fitHeight();
 
 protected:
-    void render() override;
+    void render() override {}
     void showEvent(QShowEvent* event) override;
 
 private:
     StatusModel& m_status;
-    DaypartController& m_daypart;
-    QList<Divider*> m_dividers;
 };

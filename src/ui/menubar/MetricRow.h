@@ -1,9 +1,8 @@
 #pragma once
 
-#include "daypart/DaypartPalette.h"
-
 #include <QWidget>
 
+class Colours;
 class DotLabel;
 class TextLabel;
 
@@ -12,12 +11,11 @@ class MetricRow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit MetricRow(const QString& label, QWidget* parent = nullptr);
+    MetricRow(const QString& label, const Colours& colours, QWidget* parent = nullptr);
 
-    void display(const QString& value, bool ok, const DaypartPalette& palette);
+    void display(const QString& value, bool ok);
 
 private:
-    TextLabel* m_label;
     TextLabel* m_value;
     DotLabel* m_dot;
 };

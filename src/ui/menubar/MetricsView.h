@@ -13,7 +13,7 @@ class MetricsView final : public PanelSection {
     Q_OBJECT
 
 public:
-    MetricsView(StatusModel& status, DaypartController& daypart, QWidget* parent = nullptr);
+    MetricsView(StatusModel& status, const DaypartController& daypart, QWidget* parent = nullptr);
 
 protected:
     void render() override;
@@ -22,7 +22,6 @@ private:
     void addTiles();
 
     StatusModel& m_status;
-    DaypartController& m_daypart;
     MetricRow* m_bridge;
     MetricRow* m_caddy;
     MetricRow* m_postgres;

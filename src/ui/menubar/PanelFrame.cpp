@@ -9,8 +9,9 @@
 
 namespace ScrollMark = PanelMetrics::ScrollMark;
 
-PanelFrame::PanelFrame(QWidget* parent)
-    : Decoration{parent} {
+PanelFrame::PanelFrame(const Colours& colours, QWidget* parent)
+    : Decoration{parent}
+    , m_colours{colours} {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);
     setFocusPolicy(Qt::NoFocus);
@@ -19,14 +20,6 @@ PanelFrame::PanelFrame(QWidget* parent)
 void PanelFrame::setCorners(Corners corners) {
     if (corners != m_corners) {
         m_corners = corners;
-        update();
-    }
-}
-
-void PanelFrame::setColours(const QColor& border, const QColor& scrollMark) {
-    if (border != m_border || scrollMark != m_scrollMark) {
-        m_border = border;
-        m_scrollMark = scrollMark;
         update();
     }
 }
@@ -43,7 +36,7 @@ void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter{this};
     cutCorners(painter);
     const int radius = m_corners == Corners::round ? PanelMetrics::cornerRadius : 0;
-    Drawing::strokeRounded(painter, rect(), radius, m_border);
+    Drawing::strokeRounded(painter, rect(), radius, m_colours.of(ColourRole::border));
     drawScrollMark(painter);
 }
 
@@ -66,14 +59,12 @@ void PanelFrame::drawScrollMark(QPainter& painter) const {
         return;
     }
     const qreal room = height() - 2 * PanelMetrics::cornerRadius;
-    const qreal length = std::max<qreal>(ScrollMark::leastLength, m_viewLength * room);
+    const qreal length = std::max<qreal>(ScrollMark::minLength, m_viewLength * room);
     const qreal top = PanelMetrics::cornerRadius + m_viewStart / (1 - m_viewLength) * (room - length);
-    QColor colour = m_scrollMark;
-    colour.setAlphaF(ScrollMark::opacity);
     const qreal left = width() - ScrollMark::margin - ScrollMark::width;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
+    painter.setBrush(m_colours.of({ColourRole::textMuted, ScrollMark::opacity}));
     painter.drawRoundedRect(QRectF{left, top, ScrollMark::width, length}, ScrollMark::width / 2.0,
                             ScrollMark::width / 2.0);
 }

@@ -3,23 +3,19 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-PanelSection::PanelSection(QWidget* parent, const QMargins& padding, int spacing)
+PanelSection::PanelSection(const DaypartController& daypart, QWidget* parent, const QMargins& padding, int spacing,
+                           std::optional<ColourRole> fill)
     : View{parent}
+    , m_colours{daypart}
+    , m_fill{fill}
     , m_column{new QVBoxLayout{this}} {
     m_column->setContentsMargins(padding);
     m_column->setSpacing(spacing);
 }
 
-void PanelSection::setFill(const QColor& colour) {
-    if (colour != m_fill) {
-        m_fill = colour;
-        update();
-    }
-}
-
 void PanelSection::paintEvent(QPaintEvent* /*event*/) {
-    if (m_fill.isValid()) {
-        QPainter{this}.fillRect(rect(), m_fill);
+    if (m_fill) {
+        QPainter{this}.fillRect(rect(), m_colours.of(*m_fill));
     }
 }
 

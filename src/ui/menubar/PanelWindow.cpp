@@ -81,13 +81,13 @@ QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
 
 PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
                          PlacedBy placedBy, Composition isComposited, MonotonicClock clock)
-    : m_daypart{daypart}
+    : m_colours{daypart}
     , m_placedBy{placedBy}
     , m_isComposited{std::move(isComposited)}
     , m_clock{std::move(clock)}
     , m_content{content.get()}
     , m_scroller{scrollerOf(content.release(), this)}
-    , m_frame{new PanelFrame{this}} {
+    , m_frame{new PanelFrame{m_colours, this}} {
     setWindowFlags(flags | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(u"vorna"_s);
@@ -139,8 +139,7 @@ void PanelWindow::leave() {
 }
 
 void PanelWindow::render() {
-    const DaypartPalette& palette = m_daypart.palette;
-    m_frame->setColours(palette.border, palette.textMuted);
+    update();
 }
 
 void PanelWindow::followScreens() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/DaypartColours.h"
 #include "ui/kit/View.h"
 
 #include <QRect>
@@ -70,7 +71,7 @@ private:
     void fitAgain();
     void showScrollPosition();
 
-    DaypartController& m_daypart;
+    const DaypartColours m_colours;
     const PlacedBy m_placedBy;
     const Composition m_isComposited;
     const MonotonicClock m_clock;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/StatusModel.h"
-#include "daypart/DaypartPalette.h"
 
 #include <QWidget>
 
 #include <utility>
 
+class Colours;
 class DotLabel;
 class TextLabel;
 
@@ -15,12 +15,12 @@ class ServiceRowView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit ServiceRowView(QWidget* parent = nullptr);
+    explicit ServiceRowView(const Colours& colours, QWidget* parent = nullptr);
 
-    void display(const StatusModel::ServiceRow& service, const DaypartPalette& palette);
+    void display(const StatusModel::ServiceRow& service);
 
     /// The widths of two texts that want `first` and `second` and share `room`.
-    [[nodiscard]] static std::pair<int, int> share(int room, int first, int second);
+    [[nodiscard]] static std::pair<int, int> splitWidth(int room, int first, int second);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

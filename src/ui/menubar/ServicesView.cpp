@@ -1,8 +1,7 @@
 #include "ui/menubar/ServicesView.h"
 
 #include "app/StatusModel.h"
-#include "daypart/DaypartController.h"
-#include "ui/kit/TextLabel.h"
+#include "ui/kit/SelectableLabel.h"
 #include "ui/menubar/PanelMetrics.h"
 #include "ui/menubar/ServiceRowView.h"
 
@@ -11,33 +10,28 @@
 using namespace Qt::StringLiterals;
 namespace Services = PanelMetrics::Services;
 
-ServicesView::ServicesView(StatusModel& status, DaypartController& daypart, QWidget* parent)
-    : PanelSection{parent, PanelMetrics::sectionMargins, Services::spacing}
+ServicesView::ServicesView(StatusModel& status, const DaypartController& daypart, QWidget* parent)
+    : PanelSection{daypart, parent, PanelMetrics::sectionMargins, Services::spacing}
     , m_status{status}
-    , m_daypart{daypart}
-    , m_heading{new TextLabel{PanelMetrics::headingText, this}}
-    , m_empty{new TextLabel{Services::emptyText, this}} {
-    column().addWidget(m_heading);
+    , m_empty{new SelectableLabel{Services::emptyText, colours(), this}} {
+    column().addWidget(new TextLabel{PanelMetrics::headingText, colours(), this, u"SERVICES"_s});
     column().addWidget(m_empty);
-    for (int i = 0; i < Services::mostRows; ++i) {
-        m_rows += new ServiceRowView{this};
+    for (int i = 0; i < Services::maxRows; ++i) {
+        m_rows += new ServiceRowView{colours(), this};
         column().addWidget(m_rows.back());
     }
-    m_heading->display(u"SERVICES"_s);
     observe(status);
-    observe(daypart);
 }
 
 void ServicesView::render() {
-    const DaypartPalette& palette = m_daypart.palette;
     const auto& services = m_status.services.value();
-    m_heading->setColour(palette.textMuted);
-    m_empty->setColour(palette.textMuted);
-    m_empty->display(m_status.bridgeOnline ? u"No probes yet"_s : u"Start bridge: vorna server start"_s);
+    const QString command = u"vorna server start"_s;
+    m_empty->display(m_status.bridgeOnline ? u"No probes yet"_s : u"Start bridge: "_s + command, command);
+    m_empty->setFocusPolicy(m_status.bridgeOnline ? Qt::NoFocus : Qt::StrongFocus);
     m_empty->setVisible(services.isEmpty());
     for (qsizetype i = 0; i < m_rows.size(); ++i) {
         const bool isUsed = i < services.size();
-        m_rows.at(i)->display(isUsed ? services.at(i) : StatusModel::ServiceRow{}, palette);
+        m_rows.at(i)->display(isUsed ? services.at(i) : StatusModel::ServiceRow{});
         m_rows.at(i)->setVisible(isUsed);
     }
 }

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "daypart/DaypartPalette.h"
-
-#include <QColor>
 #include <QWidget>
 
+class Colours;
 class TextLabel;
 
 /// One figure with its title above it, in a bordered tile. Its size does not depend on the figure.
@@ -13,16 +11,14 @@ class StatTile final : public QWidget {
 
 public:
     /// The title is shown in upper case.
-    explicit StatTile(const QString& title, QWidget* parent = nullptr);
+    StatTile(const QString& title, const Colours& colours, QWidget* parent = nullptr);
 
-    void display(const QString& value, const DaypartPalette& palette);
+    void display(const QString& value);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    TextLabel* m_title;
+    const Colours& m_colours;
     TextLabel* m_value;
-    QColor m_fill;
-    QColor m_border;
 };

@@ -1,19 +1,17 @@
 #pragma once
 
-#include "daypart/DaypartPalette.h"
+#include "ui/kit/ButtonStyle.h"
 
-#include <QColor>
-#include <QRectF>
-
-class QPainter;
-
-/// How a quick action looks: filled with the accent.
-struct VornaAccentButtonStyle final {
-    DaypartPalette palette;
-
-    [[nodiscard]] QColor foreground() const;
-    void drawBackground(QPainter& painter, const QRectF& bounds, bool isPressed) const;
-    void drawFocusRing(QPainter& painter, const QRectF& bounds) const;
-
-    friend bool operator==(const VornaAccentButtonStyle&, const VornaAccentButtonStyle&) = default;
+/// How a quick action looks: symbol and title in the middle of an accent fill.
+struct VornaAccentButtonStyle final : ButtonStyle {
+    constexpr VornaAccentButtonStyle()
+        : ButtonStyle{.text = {.size = 12, .weight = QFont::DemiBold, .colour = {ColourRole::background}},
+                      .arrangement = Arrangement::centred,
+                      .verticalPadding = 8,
+                      .cornerRadius = 8,
+                      .fill = Tint{ColourRole::accent},
+                      .pressedFill = Tint{ColourRole::accent, 0.8F},
+                      .outline = Tint{ColourRole::accent},
+                      .focusRing = ColourRole::background,
+                      .focusRingInset = 2} {}
 };

@@ -1,19 +1,14 @@
 #pragma once
 
-#include "daypart/DaypartPalette.h"
+#include "ui/kit/ButtonStyle.h"
 
-#include <QColor>
-#include <QRectF>
-
-class QPainter;
-
-/// How a row of a menu looks: flat, with a faint tint while it is pressed.
-struct VornaMenuButtonStyle final {
-    DaypartPalette palette;
-
-    [[nodiscard]] QColor foreground() const;
-    void drawBackground(QPainter& painter, const QRectF& bounds, bool isPressed) const;
-    void drawFocusRing(QPainter& painter, const QRectF& bounds) const;
-
-    friend bool operator==(const VornaMenuButtonStyle&, const VornaMenuButtonStyle&) = default;
+/// How a row of a menu looks: symbol and title at its leading edge, flat, with a faint tint while it is pressed.
+struct VornaMenuButtonStyle final : ButtonStyle {
+    constexpr VornaMenuButtonStyle()
+        : ButtonStyle{.text = {.size = 12},
+                      .horizontalPadding = 10,
+                      .verticalPadding = 7,
+                      .cornerRadius = 6,
+                      .fill = Tint{ColourRole::surfaceElevated, 0.001F},
+                      .pressedFill = Tint{ColourRole::accent, 0.15F}} {}
 };

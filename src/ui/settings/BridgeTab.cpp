@@ -3,7 +3,6 @@
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
 #include "ui/kit/DotLabel.h"
-#include "ui/kit/StateNames.h"
 #include "ui/settings/FormButton.h"
 #include "ui/settings/FormSection.h"
 #include "ui/settings/GroupedForm.h"
@@ -22,7 +21,7 @@ constexpr auto dotSize = 8;
 BridgeTab::BridgeTab(StatusModel& status, DaypartController& daypart, QWidget* parent)
     : View{parent}
     , m_status{status}
-    , m_daypart{daypart} {
+    , m_colours{daypart} {
     m_form = new GroupedForm{u"Bridge"_s, this};
     addBridgeSection(*m_form);
     addAccountSection(*m_form);
@@ -31,13 +30,13 @@ BridgeTab::BridgeTab(StatusModel& status, DaypartController& daypart, QWidget* p
     layout->setContentsMargins({});
     layout->addWidget(m_form);
     observe(m_status);
-    observe(m_daypart);
+    observe(daypart);
 }
 
 void BridgeTab::addBridgeSection(GroupedForm& form) {
     auto& section = form.addSection(u"Local bridge"_s);
     section.addValue(u"URL"_s, u"http://127.0.0.1:43105"_s, Style::monospaced);
-    m_dot = new DotLabel{dotSize};
+    m_dot = new DotLabel{dotSize, m_colours};
     m_online = new FormText{{}, Style::body};
     section.addValue(u"Status"_s, *m_online, m_dot);
     m_caddy = &section.addValue(u"Caddy"_s, {}, Style::captionMonospaced);
@@ -63,8 +62,8 @@ void BridgeTab::addStartSection(GroupedForm& form) {
 }
 
 void BridgeTab::render() {
-    const auto& palette = m_daypart.palette.value();
-    m_dot->display(QColor{m_status.bridgeOnline ? palette.success : palette.danger}, stateName(m_status.bridgeOnline));
+    m_dot->display(m_status.bridgeOnline, ColourRole::danger);
+    m_dot->update();
     m_online->setText(m_status.bridgeOnline ? u"Online"_s : u"Offline"_s);
     m_caddy->setText(m_status.caddyDetail);
     m_postgres->setText(m_status.postgresDetail);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/DaypartColours.h"
 #include "ui/kit/View.h"
 
 class DaypartController;
@@ -24,7 +25,7 @@ private:
     static void addStartSection(GroupedForm& form);
 
     StatusModel& m_status;
-    DaypartController& m_daypart;
+    const DaypartColours m_colours;
     GroupedForm* m_form = nullptr;
     DotLabel* m_dot = nullptr;
     FormText* m_online = nullptr;

@@ -72,7 +72,7 @@ QColor FormText::shownColour() const {
 }
 
 FormText::Lines FormText::linesFor(int width) const {
-    const auto [shown, isCut] = TextFitting::fit(TextFitting::beginning(text()), shownFont(), width, maximumLines);
+    const auto [shown, isCut] = TextFitting::fit(TextFitting::prepared(text()), shownFont(), width, maximumLines);
     return {shown.split(QChar::LineSeparator), isCut};
 }
 

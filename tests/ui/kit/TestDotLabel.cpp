@@ -1,3 +1,4 @@
+#include "support/FixedColours.h"
 #include "ui/kit/DotLabel.h"
 
 #include <QImage>
@@ -6,6 +7,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+const FixedColours colours;
 
 QImage drawn(DotLabel& dot, qreal scale) {
     QImage image{(QSizeF{dot.size()} * scale).toSize(), QImage::Format_RGB32};
@@ -54,32 +57,32 @@ private slots:
     void isARoundSymmetricalCircleAtEveryScale() {
         QFETCH(qreal, scale);
         QFETCH(int, across);
-        DotLabel dot{6};
-        dot.display(Qt::red, u"ok"_s);
+        DotLabel dot{6, colours};
+        dot.display(ColourRole::danger, u"ok"_s);
         const QImage image = drawn(dot, scale).copy(0, 0, across, across);
         QCOMPARE(coloured(image, across / 2), across);
-        QCOMPARE(image.pixelColor(across / 2, across / 2), QColor{Qt::red});
+        QCOMPARE(image.pixelColor(across / 2, across / 2), colours.of(ColourRole::danger));
         QVERIFY(isAlike(image, image.mirrored(true, false)));
         QVERIFY(isAlike(image, image.mirrored(false, true)));
         QVERIFY(image.pixelColor(0, 0).green() > 128);
     }
 
     void aHaloOfTheSameColourLiesAroundIt() {
-        DotLabel dot{10, nullptr, 28, 0.18F};
-        dot.display(Qt::black, u"down"_s);
+        DotLabel dot{10, colours, nullptr, {.diameter = 28, .opacity = 0.18F}};
+        dot.display(ColourRole::text, u"down"_s);
         QCOMPARE(dot.size(), QSize(28, 28));
         const QImage image = drawn(dot, 1);
-        QCOMPARE(image.pixelColor(14, 14), QColor{Qt::black});
-        QVERIFY(qAbs(image.pixelColor(3, 14).red() - qRound(255 * 0.82)) <= 1);
+        QCOMPARE(image.pixelColor(14, 14), colours.of(ColourRole::text));
+        QVERIFY(qAbs(image.pixelColor(3, 14).red() - qRound(255 * 0.82 + colours.of(ColourRole::text).red() * 0.18)) <= 1);
         QCOMPARE(image.pixelColor(0, 0), QColor{Qt::white});
         QCOMPARE(coloured(image, 14), 28);
     }
 
     void saysItsState() {
-        DotLabel dot{6};
-        dot.display(Qt::red, u"not ok"_s);
+        DotLabel dot{6, colours};
+        dot.display(false, ColourRole::danger);
         QCOMPARE(dot.accessibleName(), u"not ok"_s);
-        dot.display(Qt::green, u"ok"_s);
+        dot.display(true, ColourRole::danger);
         QCOMPARE(dot.accessibleName(), u"ok"_s);
     }
 };

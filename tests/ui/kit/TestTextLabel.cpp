@@ -1,3 +1,4 @@
+#include "support/FixedColours.h"
 #include "ui/kit/TextLabel.h"
 
 #include <QElapsedTimer>
@@ -10,9 +11,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr TextStyle oneLine{.size = 12};
-constexpr TextStyle twoLines{.size = 12, .design = TextStyle::Design::monospaced, .lines = 2};
-constexpr TextStyle shrinking{.size = 12, .design = TextStyle::Design::monospaced, .minimumScale = 0.7};
+constexpr TextStyle twoLines{.size = 12, .design = FontDesign::monospaced, .lines = 2};
+constexpr TextStyle shrinking{.size = 12, .design = FontDesign::monospaced, .minimumScale = 0.7};
 constexpr int width = 100;
+const FixedColours colours;
 constexpr qsizetype megabyte = 1 << 20;
 
 QString repeated(const QString& text, int times) {
@@ -32,10 +34,10 @@ class TestTextLabel final : public QObject {
 
 private slots:
     void sizesAreDeviceIndependentPixels() {
-        const TextLabel label{TextStyle{.size = 17, .weight = QFont::Bold, .tracking = 0.8}};
-        QCOMPARE(label.textStyle().font().pixelSize(), 17);
-        QCOMPARE(label.textStyle().font().weight(), QFont::Bold);
-        QVERIFY(qAbs(label.textStyle().font().letterSpacing() - 0.8) < 0.01);
+        const TextLabel label{TextStyle{.size = 17, .weight = QFont::Bold, .tracking = 0.8}, colours};
+        QCOMPARE(label.shownFont().pixelSize(), 17);
+        QCOMPARE(label.shownFont().weight(), QFont::Bold);
+        QVERIFY(qAbs(label.shownFont().letterSpacing() - 0.8) < 0.01);
     }
 
     void theAccessibleNameIsTheWholeTextWhateverItHolds_data() {
@@ -51,7 +53,7 @@ private slots:
     }
     void theAccessibleNameIsTheWholeTextWhateverItHolds() {
         QFETCH(QString, text);
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.display(text);
         QCOMPARE(label.accessibleName(), text);
@@ -59,7 +61,7 @@ private slots:
     }
 
     void aTextThatFitsIsShownWhole() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.display(u"<b>&"_s);
         QCOMPARE(label.shownText(), u"<b>&"_s);
@@ -67,7 +69,7 @@ private slots:
     }
 
     void aLongLineIsCutAtItsEnd() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.display(repeated(u"word "_s, 30));
         QVERIFY(label.isCut());
@@ -77,7 +79,7 @@ private slots:
     }
 
     void aSecondLineOfTextIsNotShownInOneLine() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.display(u"one\ntwo"_s);
         QCOMPARE(label.shownText(), u"one…"_s);
@@ -85,7 +87,7 @@ private slots:
     }
 
     void lineBreaksAtTheEndAreNotMissed() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.display(u"one\r\n\n"_s);
         QCOMPARE(label.shownText(), u"one"_s);
@@ -106,7 +108,7 @@ private slots:
     void wrapsUpToItsLinesAndCutsTheLast() {
         QFETCH(QString, text);
         QFETCH(int, lines);
-        TextLabel label{twoLines};
+        TextLabel label{twoLines, colours};
         label.resize(width, label.lineHeight());
         label.display(text);
         QCOMPARE(label.heightForWidth(width), lines * label.lineHeight());
@@ -115,7 +117,7 @@ private slots:
     }
 
     void shrinksBeforeItCutsAndNeverWraps() {
-        TextLabel label{shrinking};
+        TextLabel label{shrinking, colours};
         label.display(u"0123456789"_s);
         const int natural = label.naturalWidth();
         label.resize(natural, label.lineHeight());
@@ -130,7 +132,7 @@ private slots:
     }
 
     void isNotCutWhileShrinkingIsEnough() {
-        TextLabel label{shrinking};
+        TextLabel label{shrinking, colours};
         for (int length = 1; length <= 40; ++length) {
             label.display(QString{length, u'0'});
             const int natural = label.naturalWidth();
@@ -142,7 +144,7 @@ private slots:
     }
 
     void onlyACutTextHasAToolTipAndItIsWholeAndPlain() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.show();
         label.display(u"short"_s);
@@ -159,7 +161,7 @@ private slots:
     }
 
     void aToolTipThatIsTooLongEndsWithAWholeCharacter() {
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());
         label.show();
         label.display(u'x' + repeated(u"🚀"_s, 2000));
@@ -179,7 +181,7 @@ private slots:
     }
     void heightDoesNotDependOnWhatTheTextHolds() {
         QFETCH(QString, text);
-        TextLabel label{oneLine};
+        TextLabel label{oneLine, colours};
         const QSize before = label.minimumSizeHint();
         label.display(text);
         QCOMPARE(label.minimumSizeHint(), before);
@@ -196,7 +198,7 @@ private slots:
     }
     void aMegabyteOfTextCostsNoMoreThanASmallOne() {
         QFETCH(QString, text);
-        TextLabel label{twoLines};
+        TextLabel label{twoLines, colours};
         label.resize(width, 2 * label.lineHeight());
         label.show();
         QElapsedTimer timer;

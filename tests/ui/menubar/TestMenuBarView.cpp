@@ -1,18 +1,14 @@
 #include "PanelFixture.h"
 #include "PanelReading.h"
 #include "ui/VersionLabels.h"
-#include "ui/kit/Divider.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
-#include "ui/menubar/FooterView.h"
-#include "ui/menubar/HeaderView.h"
 #include "ui/menubar/ServiceRowView.h"
 #include "ui/menubar/StatTile.h"
 
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
-Q_DECLARE_METATYPE(Daypart)
 
 namespace {
 
@@ -68,50 +64,6 @@ class TestMenuBarView final : public QObject {
     Q_OBJECT
 
 private slots:
-    void coloursAndGeometryFollowTheDaypart_data() {
-        QTest::addColumn<Daypart>("daypart");
-        QTest::addColumn<qreal>("scale");
-        for (const Daypart daypart : DaypartInfo::allCases) {
-            for (const int scale : {1, 2}) {
-                QTest::addRow("%s at %dx", qPrintable(DaypartInfo::title(daypart)), scale) << daypart << qreal(scale);
-            }
-        }
-    }
-    void coloursAndGeometryFollowTheDaypart() {
-        QFETCH(Daypart, daypart);
-        QFETCH(qreal, scale);
-        Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.fill();
-        shown.panel.daypart.set(daypart);
-        const DaypartPalette& palette = DaypartPalette::of(daypart);
-        const QImage image = drawn(*shown.view, scale);
-        const auto at = [&](QPoint point) { return image.pixelColor(point * int(scale)); };
-        QCOMPARE(image.width(), width * int(scale));
-
-        QCOMPARE(at({0, 0}), QColor{palette.surface});
-        QCOMPARE(at(shown.place<FooterView>(0).topLeft() + QPoint{2, 2}), QColor{palette.surface});
-        const QRect divider = shown.place<Divider>(0);
-        QCOMPARE(divider.height(), 1);
-        QCOMPARE(divider.width(), width);
-        QCOMPARE(at(divider.topLeft()), QColor{palette.border});
-        QCOMPARE(at(divider.topRight()), QColor{palette.border});
-        QCOMPARE(at(divider.topLeft() + QPoint{3, 3}), QColor{palette.background});
-
-        const QRect tile = shown.place<StatTile>(0);
-        QCOMPARE(at(tile.topLeft()), QColor{palette.background});
-        QCOMPARE(at(tile.topRight()), QColor{palette.background});
-        QCOMPARE(at({tile.center().x(), tile.top()}), QColor{palette.border});
-        QCOMPARE(at({tile.left() + 4, tile.center().y()}), QColor{palette.surface});
-
-        const QRect header = shown.place<DotLabel>(0);
-        QCOMPARE(header, QRect(width - 14 - 28, header.y(), 28, 28));
-        QCOMPARE(at(header.center()), QColor{palette.success});
-        QCOMPARE(at(shown.place<DotLabel>(1).center()), QColor{palette.success});
-        auto* failed = shown.view->findChildren<ServiceRowView*>().at(3)->findChild<DotLabel*>();
-        QCOMPARE(at(failed->mapTo(shown.view.get(), failed->rect().center())), QColor{palette.danger});
-    }
-
     void aChangeOfDaypartChangesNothingOfTheLayout() {
         Shown shown;
         QVERIFY(shown.show());
@@ -211,7 +163,8 @@ private slots:
         QVERIFY(shown.show());
         shown.panel.daypart.set(Daypart::day);
         (void)drawn(*shown.view);
-        const QStringList expected{u"Refresh"_s,
+        const QStringList expected{u"Start bridge: vorna server start"_s,
+                                   u"Refresh"_s,
                                    u"Console"_s,
                                    u"Agents"_s,
                                    u"Facet"_s,

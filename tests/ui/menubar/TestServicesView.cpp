@@ -58,15 +58,10 @@ private slots:
         QCOMPARE(shown.texts().size(), 2);
     }
 
-    void aFailedServiceHasARedDotAndItsNameStaysAsItIs() {
+    void aFailedServiceIsNotOk() {
         Shown shown;
         shown.panel.status.services = {{u"redis"_s, u"redis"_s, false, u"connection refused"_s, u"service"_s}};
         QCOMPARE(shown.texts().at(1), u"not ok"_s);
-        const DaypartPalette& palette = shown.panel.daypart.palette;
-        QCOMPARE(shown.view.findChild<DotLabel*>()->colour(), QColor{palette.danger});
-        QCOMPARE(PanelReading::named<TextLabel>(shown.view, u"redis"_s)->colour(), QColor{palette.text});
-        QCOMPARE(PanelReading::named<TextLabel>(shown.view, u"connection refused"_s)->colour(),
-                 QColor{palette.textMuted});
     }
 
     void longNamesAndDetailsAreCutInOneLineAndTheDotKeepsItsSize() {
@@ -109,7 +104,7 @@ private slots:
     void nameAndDetailShareTheRoom() {
         QFETCH(int, first);
         QFETCH(int, second);
-        const auto [firstWidth, secondWidth] = ServiceRowView::share(200, first, second);
+        const auto [firstWidth, secondWidth] = ServiceRowView::splitWidth(200, first, second);
         QTEST(firstWidth, "firstWidth");
         QTEST(secondWidth, "secondWidth");
     }
