@@ -17,8 +17,8 @@ public:
     /// The symbol to show, and what it means, for those who hear or hover it. Does nothing when both are unchanged.
     virtual void setSymbol(const QString& symbolName, const QString& meaning) = 0;
 
-    /// Where the item is, in points on the virtual desktop; where the desktop does not tell, the pointer's position with
-    /// an empty size.
+    /// Where the item is, in points on the virtual desktop; where the desktop does not tell, the pointer's position
+    /// with an empty size.
     [[nodiscard]] virtual QRect anchor() const = 0;
 
 signals:

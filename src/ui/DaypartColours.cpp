@@ -8,8 +8,8 @@ namespace {
 
 /// In the order of the roles.
 constexpr std::array colours{
-    &DaypartPalette::background, &DaypartPalette::surface, &DaypartPalette::surfaceElevated, &DaypartPalette::border,
-    &DaypartPalette::text,       &DaypartPalette::textMuted, &DaypartPalette::accent,        &DaypartPalette::success,
+    &DaypartPalette::background, &DaypartPalette::surface,   &DaypartPalette::surfaceElevated, &DaypartPalette::border,
+    &DaypartPalette::text,       &DaypartPalette::textMuted, &DaypartPalette::accent,          &DaypartPalette::success,
     &DaypartPalette::warning,    &DaypartPalette::danger,
 };
 

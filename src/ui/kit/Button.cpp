@@ -22,7 +22,8 @@ bool isByKeyboard(Qt::FocusReason reason) {
 /// The key's event, with Space in place of Return and Enter: to the toolkit these are no keys that press a button.
 QKeyEvent asSpace(const QKeyEvent& event) {
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-    return {event.type(), isReturn ? Qt::Key_Space : event.key(), event.modifiers(), event.text(), event.isAutoRepeat()};
+    return {event.type(), isReturn ? Qt::Key_Space : event.key(), event.modifiers(), event.text(),
+            event.isAutoRepeat()};
 }
 
 }
@@ -32,8 +33,7 @@ Button::Button(const QString& title, const QString& symbolName, const ButtonStyl
     : QPushButton{parent}
     , m_style{style}
     , m_colours{colours}
-    , m_symbol{symbolName,
-               style.text.weight >= QFont::DemiBold ? Symbol::Weight::semibold : Symbol::Weight::regular} {
+    , m_symbol{symbolName, style.text.weight >= QFont::DemiBold ? Symbol::Weight::semibold : Symbol::Weight::regular} {
     // An ampersand in a button's text would make the next letter its shortcut.
     setText(QString{title}.replace(u"&"_s, u"&&"_s));
     setAccessibleName(title);

@@ -13,8 +13,8 @@ class Button : public QPushButton {
     Q_OBJECT
 
 public:
-    static constexpr int symbolSize = 16;          ///< points
-    static constexpr qreal focusRingWidth = 2;     ///< points
+    static constexpr int symbolSize = 16;      ///< points
+    static constexpr qreal focusRingWidth = 2; ///< points
     static constexpr float disabledOpacity = 0.55F;
 
     /// Without a symbol where its name is empty.

@@ -3,7 +3,18 @@
 #include <QColor>
 
 /// What a colour is for. Which colour a role has at the moment, a window's `Colours` tell.
-enum class ColourRole { background, surface, surfaceElevated, border, text, textMuted, accent, success, warning, danger };
+enum class ColourRole {
+    background,
+    surface,
+    surfaceElevated,
+    border,
+    text,
+    textMuted,
+    accent,
+    success,
+    warning,
+    danger
+};
 
 /// The colour of a role, transparent as far as `opacity` is below 1.
 struct Tint final {

@@ -97,8 +97,8 @@ qreal TextLabel::shownScale() const {
 
 int TextLabel::naturalWidth() const {
     if (m_naturalWidth < 0) {
-        const QStringList lines =
-            m_style.lines > 1 ? m_prepared.text.split(QChar::LineSeparator) : QStringList{TextFitting::firstLine(m_prepared)};
+        const QStringList lines = m_style.lines > 1 ? m_prepared.text.split(QChar::LineSeparator)
+                                                    : QStringList{TextFitting::firstLine(m_prepared)};
         m_naturalWidth = roundedUp(widest(lines, m_font));
     }
     return m_naturalWidth;

@@ -8,9 +8,9 @@
 
 /// A plain text in one style, in the window's colours. Texts with a size of their own never ask for width; texts of the
 /// desktop's size ask for all of it, and at least for their longest word if that is not unusually long. A label takes
-/// what it is given, wraps or shrinks as its style allows, and cuts the rest with an ellipsis, at the edge that QLabel's
-/// alignment names. Its accessible name is always the whole text; a tool tip shows it when it had to be cut. Its line
-/// height is the style's, whatever the text holds. A change of the desktop's font is followed.
+/// what it is given, wraps or shrinks as its style allows, and cuts the rest with an ellipsis, at the edge that
+/// QLabel's alignment names. Its accessible name is always the whole text; a tool tip shows it when it had to be cut.
+/// Its line height is the style's, whatever the text holds. A change of the desktop's font is followed.
 class TextLabel : public QLabel {
     Q_OBJECT
 

@@ -31,22 +31,23 @@ void ActionsView::addQuickActions() {
     const auto opens = [this](const QString& address) {
         return [this, address] { WebPage::open(address, m_actions.openUrl); };
     };
-    const auto addRow = [this](Button* first, Button* second) {
+    const auto addRow = [this](const QList<Button*>& buttons) {
         auto* row = new QHBoxLayout;
         row->setSpacing(Actions::buttonSpacing);
-        row->addWidget(first, 1);
-        row->addWidget(second, 1);
+        for (auto* button : buttons) {
+            row->addWidget(button, 1);
+        }
         column().addLayout(row);
     };
     const auto quick = [this](const QString& title, const QString& symbolName, std::function<void()> action) {
         return newButton(title, symbolName, VornaAccentButtonStyle{}, std::move(action));
     };
-    addRow(quick(u"Refresh"_s, u"arrow.clockwise"_s, [this] { m_status.poll(); }),
-           quick(u"Console"_s, u"rectangle.connected.to.line.below"_s,
-                 opens(DevelopmentDomain::dashboard() + u"/dashboard")));
-    addRow(quick(u"Agents"_s, u"bubble.left.and.bubble.right"_s,
-                 opens(DevelopmentDomain::dashboard() + u"/dashboard/agents")),
-           quick(u"Facet"_s, u"cpu"_s, opens(DevelopmentDomain::facet())));
+    addRow({quick(u"Refresh"_s, u"arrow.clockwise"_s, [this] { m_status.poll(); }),
+            quick(u"Console"_s, u"rectangle.connected.to.line.below"_s,
+                  opens(DevelopmentDomain::dashboard() + u"/dashboard"))});
+    addRow({quick(u"Agents"_s, u"bubble.left.and.bubble.right"_s,
+                  opens(DevelopmentDomain::dashboard() + u"/dashboard/agents")),
+            quick(u"Facet"_s, u"cpu"_s, opens(DevelopmentDomain::facet()))});
 }
 
 void ActionsView::addToolActions() {

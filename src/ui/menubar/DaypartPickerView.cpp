@@ -13,21 +13,23 @@ namespace Picker = PanelMetrics::Picker;
 
 DaypartPickerView::DaypartPickerView(DaypartController& daypart, QWidget* parent)
     : PanelSection{daypart, parent, Picker::margins, Picker::spacing}
-    , m_daypart{daypart}
-    , m_autoButton{new Button{u"Auto"_s, {}, Picker::autoButton, colours(), this}}
-    , m_autoText{new TextLabel{Picker::autoText, colours(), this, m_autoButton->accessibleName()}} {
+    , m_daypart{daypart} {
     addHeading();
     addChips();
     observe(daypart);
 }
 
 void DaypartPickerView::addHeading() {
+    const QString automatic = u"Auto"_s;
+    auto* heading = new TextLabel{PanelMetrics::headingText, colours(), this, u"DAYPART"_s};
+    m_autoText = new TextLabel{Picker::autoText, colours(), this, automatic};
+    m_autoButton = new Button{automatic, {}, Picker::autoButton, colours(), this};
     m_autoText->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     m_autoText->setFixedWidth(m_autoText->naturalWidth() + Picker::focusRingRoom);
     connect(m_autoButton, &QPushButton::clicked, this, [this] { m_daypart.useAuto(); });
     auto* row = new QHBoxLayout;
     row->setSpacing(0);
-    row->addWidget(new TextLabel{PanelMetrics::headingText, colours(), this, u"DAYPART"_s}, 1, Qt::AlignVCenter);
+    row->addWidget(heading, 1, Qt::AlignVCenter);
     row->addWidget(m_autoText, 0, Qt::AlignVCenter);
     row->addWidget(m_autoButton, 0, Qt::AlignVCenter);
     column().addLayout(row);

@@ -25,7 +25,7 @@ private:
     void addChips();
 
     DaypartController& m_daypart;
-    Button* m_autoButton;
-    TextLabel* m_autoText;
+    TextLabel* m_autoText = nullptr;
+    Button* m_autoButton = nullptr;
     std::array<DaypartChip*, DaypartInfo::allCases.size()> m_chips{};
 };

@@ -39,17 +39,17 @@ const BandLook& lookOf(StatusModel::Band band) {
 HeaderView::HeaderView(StatusModel& status, DaypartController& daypart, QWidget* parent)
     : PanelSection{daypart, parent, Header::margins, 0, ColourRole::surface}
     , m_status{status}
-    , m_daypart{daypart}
-    , m_subtitle{new TextLabel{Header::subtitleText, colours(), this}}
-    , m_dot{new DotLabel{Header::dot, colours(), this, Header::halo}} {
+    , m_daypart{daypart} {
     auto* texts = new QVBoxLayout;
     texts->setSpacing(Header::textSpacing);
     texts->addWidget(new TextLabel{Header::titleText, colours(), this, u"vorna"_s});
+    m_subtitle = new TextLabel{Header::subtitleText, colours(), this};
     texts->addWidget(m_subtitle);
     auto* row = new QHBoxLayout;
     row->setSpacing(Header::spacing);
     row->addLayout(texts, 1);
     row->addSpacing(Header::spacing);
+    m_dot = new DotLabel{Header::dot, colours(), this, Header::halo};
     row->addWidget(m_dot, 0, Qt::AlignVCenter);
     column().addLayout(row);
 

@@ -20,6 +20,6 @@ protected:
 private:
     StatusModel& m_status;
     DaypartController& m_daypart;
-    TextLabel* m_subtitle;
-    DotLabel* m_dot;
+    TextLabel* m_subtitle = nullptr;
+    DotLabel* m_dot = nullptr;
 };

@@ -9,12 +9,12 @@
 namespace Metrics = PanelMetrics::Metrics;
 
 MetricRow::MetricRow(const QString& label, const Colours& colours, QWidget* parent)
-    : QWidget{parent}
-    , m_value{new TextLabel{Metrics::valueText, colours, this}}
-    , m_dot{new DotLabel{Metrics::dot, colours, this}} {
+    : QWidget{parent} {
     auto* title = new TextLabel{Metrics::labelText, colours, this, label};
     title->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     title->setFixedWidth(Metrics::labelWidth);
+    m_value = new TextLabel{Metrics::valueText, colours, this};
+    m_dot = new DotLabel{Metrics::dot, colours, this};
     auto* dot = new QVBoxLayout;
     dot->setContentsMargins(0, Metrics::dotTopPadding, 0, 0);
     dot->addWidget(m_dot);

@@ -16,6 +16,6 @@ public:
     void display(const QString& value, bool ok);
 
 private:
-    TextLabel* m_value;
-    DotLabel* m_dot;
+    TextLabel* m_value = nullptr;
+    DotLabel* m_dot = nullptr;
 };

@@ -35,8 +35,7 @@ inline constexpr int dot = 6;
 inline constexpr int dotTopPadding = 4;
 inline constexpr int tileSpacing = 8;
 inline constexpr int tilesTopPadding = 2;
-inline constexpr TextStyle labelText{
-    .size = 12, .weight = QFont::Medium, .design = monospaced, .colour = muted};
+inline constexpr TextStyle labelText{.size = 12, .weight = QFont::Medium, .design = monospaced, .colour = muted};
 inline constexpr TextStyle valueText{.size = 12, .design = monospaced, .lines = 2};
 inline constexpr TextStyle errorText{.size = 11, .colour = {ColourRole::danger}, .lines = 2};
 inline constexpr TextStyle updatedText{.size = 10, .colour = {ColourRole::textMuted, 0.8F}};
@@ -74,10 +73,8 @@ inline constexpr int spacing = 8;
 inline constexpr int chipSpacing = 4;
 inline constexpr int focusRingRoom = 4; ///< beside "Auto"
 inline constexpr TextStyle autoText{.size = 11, .weight = QFont::Medium, .colour = {ColourRole::accent}};
-inline constexpr ButtonStyle autoButton{.text = autoText,
-                                        .horizontalPadding = focusRingRoom,
-                                        .cornerRadius = 4,
-                                        .pressedOpacity = 0.7F};
+inline constexpr ButtonStyle autoButton{
+    .text = autoText, .horizontalPadding = focusRingRoom, .cornerRadius = 4, .pressedOpacity = 0.7F};
 inline constexpr ButtonStyle chip{.text = {.size = 9, .weight = QFont::DemiBold, .colour = muted},
                                   .arrangement = ButtonStyle::Arrangement::stacked,
                                   .verticalPadding = 8,

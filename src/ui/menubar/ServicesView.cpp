@@ -12,9 +12,9 @@ namespace Services = PanelMetrics::Services;
 
 ServicesView::ServicesView(StatusModel& status, const DaypartController& daypart, QWidget* parent)
     : PanelSection{daypart, parent, PanelMetrics::sectionMargins, Services::spacing}
-    , m_status{status}
-    , m_empty{new SelectableLabel{Services::emptyText, colours(), this}} {
+    , m_status{status} {
     column().addWidget(new TextLabel{PanelMetrics::headingText, colours(), this, u"SERVICES"_s});
+    m_empty = new SelectableLabel{Services::emptyText, colours(), this};
     column().addWidget(m_empty);
     for (int i = 0; i < Services::maxRows; ++i) {
         m_rows += new ServiceRowView{colours(), this};

@@ -21,6 +21,6 @@ protected:
 
 private:
     StatusModel& m_status;
-    SelectableLabel* m_empty;
+    SelectableLabel* m_empty = nullptr;
     QList<ServiceRowView*> m_rows;
 };

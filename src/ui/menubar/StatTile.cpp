@@ -11,12 +11,12 @@ namespace Tile = PanelMetrics::Tile;
 
 StatTile::StatTile(const QString& title, const Colours& colours, QWidget* parent)
     : QWidget{parent}
-    , m_colours{colours}
-    , m_value{new TextLabel{Tile::valueText, colours, this}} {
+    , m_colours{colours} {
     auto* column = new QVBoxLayout{this};
     column->setContentsMargins(Tile::padding, Tile::padding, Tile::padding, Tile::padding);
     column->setSpacing(Tile::spacing);
     column->addWidget(new TextLabel{Tile::titleText, colours, this, title.toUpper()});
+    m_value = new TextLabel{Tile::valueText, colours, this};
     column->addWidget(m_value);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }

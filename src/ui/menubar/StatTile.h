@@ -20,5 +20,5 @@ protected:
 
 private:
     const Colours& m_colours;
-    TextLabel* m_value;
+    TextLabel* m_value = nullptr;
 };

@@ -73,7 +73,8 @@ private slots:
         QCOMPARE(dot.size(), QSize(28, 28));
         const QImage image = drawn(dot, 1);
         QCOMPARE(image.pixelColor(14, 14), colours.of(ColourRole::text));
-        QVERIFY(qAbs(image.pixelColor(3, 14).red() - qRound(255 * 0.82 + colours.of(ColourRole::text).red() * 0.18)) <= 1);
+        QVERIFY(qAbs(image.pixelColor(3, 14).red() - qRound(255 * 0.82 + colours.of(ColourRole::text).red() * 0.18)) <=
+                1);
         QCOMPARE(image.pixelColor(0, 0), QColor{Qt::white});
         QCOMPARE(coloured(image, 14), 28);
     }

@@ -65,7 +65,7 @@ private slots:
             shown.panel.fill();
             shown.panel.status.caddyBand = band;
             shown.settle();
-                    QCOMPARE(shown.dot(1)->accessibleName(), u"not ok"_s);
+            QCOMPARE(shown.dot(1)->accessibleName(), u"not ok"_s);
         }
     }
 
@@ -76,7 +76,7 @@ private slots:
             shown.panel.status.postgresOk = ok;
             shown.settle();
             QCOMPARE(shown.dot(2)->accessibleName(), u"not ok"_s);
-            }
+        }
     }
 
     void aLongValueWrapsOnceAndMovesNeitherLabelNorDot() {
