@@ -16,6 +16,8 @@ if(NOT QCoro6_FOUND)
     target_compile_options(QCoro6Core PRIVATE -Wno-error)
 endif()
 
+find_package(nlohmann_json 3.11 REQUIRED)
+
 if(NOT APPLE)
     find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Svg)
     find_package(PkgConfig REQUIRED)

@@ -47,13 +47,11 @@ async def probe_caddy(process: str, admin: Tuple[str, int], probe_sites: bool) -
 
 
 def probe_process(name: str) -> ServiceProbe:
-    alive = [
-        process.pid
+    runs = any(
+        process.info["name"] == name and process.info["status"] != psutil.STATUS_ZOMBIE
         for process in psutil.process_iter(["name", "status"])
-        if process.info["name"] == name and process.info["status"] != psutil.STATUS_ZOMBIE
-    ]
-    detail = f"running, process {min(alive)}" if alive else "not running"
-    return ServiceProbe(name="caddy.process", ok=bool(alive), detail=detail, category=CATEGORY)
+    )
+    return ServiceProbe(name="caddy.process", ok=runs, detail="running" if runs else "not running", category=CATEGORY)
 
 
 async def probe_admin(host: str, port: int) -> Tuple[ServiceProbe, Any]:

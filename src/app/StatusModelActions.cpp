@@ -1,9 +1,8 @@
 #include "app/StatusModel.h"
 
+#include "support/Json.h"
 #include "system/NotificationService.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QPointer>
 #include <QStringTokenizer>
 #include <QTextBoundaryFinder>
@@ -59,15 +58,18 @@ QString notificationBody(qint32 exitCode, const QString& shortText) {
                          : u"Failed: " + firstCharacters(shortText, mostCharactersOfFailure);
 }
 
-std::optional<QString> stateOf(const QJsonObject& answer, QLatin1StringView member) {
-    const auto state = answer.value(member).toObject().value("state"_L1);
-    return state.isString() ? std::optional{state.toString()} : std::nullopt;
+/// The text at `state` below this member; nothing when there is none.
+const QString* stateOf(const Json& answer, std::string_view member) {
+    const Json* account = answer.member(member);
+    const Json* state = account != nullptr ? account->member("state") : nullptr;
+    return state != nullptr ? state->as<QString>() : nullptr;
 }
 
-QString accountLineFor(const QJsonObject& answer) {
-    const auto remote = stateOf(answer, "remote"_L1);
-    const QString state = remote ? *remote : stateOf(answer, "local"_L1).value_or(u"missing"_s);
-    const auto* known = std::ranges::find_if(accounts, [&](const Account& account) { return account.state == state; });
+QString accountLineFor(const Json& answer) {
+    const QString* remote = stateOf(answer, "remote");
+    const QString* state = remote != nullptr ? remote : stateOf(answer, "local");
+    const auto* known = std::ranges::find_if(
+        accounts, [&](const Account& account) { return state != nullptr && account.state == *state; });
     return known == accounts.end() ? u"Not signed in"_s : known->line.toString();
 }
 
@@ -118,8 +120,8 @@ QCoro::Task<> StatusModel::heartbeat() {
     if (!self || result.exitCode != 0) {
         co_return;
     }
-    const auto answer = QJsonDocument::fromJson(result.stdOut.toUtf8());
-    if (answer.isObject()) {
-        accountLine = accountLineFor(answer.object());
+    const auto answer = Json::parse(result.stdOut.toUtf8());
+    if (answer && answer->as<Json::Object>() != nullptr) {
+        accountLine = accountLineFor(*answer);
     }
 }

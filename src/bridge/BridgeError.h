@@ -22,7 +22,7 @@ struct BridgeError final {
     Kind kind;
     QString text;
 
-    /// The error of a kind whose text is always the same; the kinds of decoding name their key themselves.
+    /// The error of a kind up to `cancelled`, whose text is always the same; those after it are about a value.
     [[nodiscard]] static BridgeError of(Kind kind);
 
     friend bool operator==(const BridgeError&, const BridgeError&) = default;

@@ -1,8 +1,10 @@
 #include "bridge/DesktopMonitorPayload.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "support/Json.h"
+
+#include <cmath>
+#include <tuple>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -12,157 +14,148 @@ using Kind = BridgeError::Kind;
 using HostMetrics = DesktopMonitorPayload::HostMetrics;
 using ServiceProbe = DesktopMonitorPayload::ServiceProbe;
 
-/// Where a value stands in the document; spelled out, such as "services[3].ok", only when something is wrong with it.
-struct Place {
-    const Place* above = nullptr;
-    QLatin1StringView key;
-    qsizetype index = -1;
+// The keys of a record and where their values go. A `std::optional` may be missing or null, all else is required.
 
-    [[nodiscard]] QString path() const {
-        if (above == nullptr) {
-            return {};
-        }
-        const QString start = above->path();
-        if (index >= 0) {
-            return start + u'[' + QString::number(index) + u']';
-        }
-        return start.isEmpty() ? QString{key} : start + u'.' + key;
-    }
-};
-
-bool fail(BridgeError& error, Kind kind, const Place& place, QStringView what) {
-    const QString path = place.path();
-    const QString subject = path.isEmpty() ? u"The answer"_s : u"“"_s + path + u"” in the answer";
-    error = {kind, subject + u" of the bridge " + what + u'.'};
-    return false;
+constexpr auto fieldsOf(const HostMetrics& /*host*/) {
+    return std::tuple{
+        std::pair{"hostname", &HostMetrics::hostname},
+        std::pair{"platform", &HostMetrics::platform},
+        std::pair{"cpu_load_1m", &HostMetrics::cpuLoad1m},
+        std::pair{"cpu_load_5m", &HostMetrics::cpuLoad5m},
+        std::pair{"cpu_load_15m", &HostMetrics::cpuLoad15m},
+        std::pair{"memory_used_pct", &HostMetrics::memoryUsedPct},
+        std::pair{"disk_used_pct", &HostMetrics::diskUsedPct},
+        std::pair{"disk_free_gb", &HostMetrics::diskFreeGb},
+    };
 }
 
-bool mismatch(BridgeError& error, const Place& place, QStringView what) {
-    return fail(error, Kind::typeMismatch, place, what);
+constexpr auto fieldsOf(const ServiceProbe& /*probe*/) {
+    return std::tuple{
+        std::pair{"name", &ServiceProbe::name},
+        std::pair{"ok", &ServiceProbe::ok},
+        std::pair{"detail", &ServiceProbe::detail},
+        std::pair{"category", &ServiceProbe::category},
+    };
 }
 
-// Each of these decodes one value into its field; on failure it fills in the error and returns false.
-
-bool decode(const QJsonValue& value, const Place& place, QString& text, BridgeError& error) {
-    text = value.toString();
-    return value.isString() || mismatch(error, place, u"is not a text");
+constexpr auto fieldsOf(const DesktopMonitorPayload& /*payload*/) {
+    return std::tuple{
+        std::pair{"host", &DesktopMonitorPayload::host},
+        std::pair{"caddy_sites_up", &DesktopMonitorPayload::caddySitesUp},
+        std::pair{"caddy_sites_total", &DesktopMonitorPayload::caddySitesTotal},
+        std::pair{"services", &DesktopMonitorPayload::services},
+    };
 }
-
-bool decode(const QJsonValue& value, const Place& place, bool& truth, BridgeError& error) {
-    truth = value.toBool();
-    return value.isBool() || mismatch(error, place, u"is neither true nor false");
-}
-
-bool decode(const QJsonValue& value, const Place& place, double& number, BridgeError& error) {
-    number = value.toDouble();
-    return value.isDouble() || mismatch(error, place, u"is not a number");
-}
-
-bool decode(const QJsonValue& value, const Place& place, qint64& integer, BridgeError& error) {
-    integer = value.toInteger(0);
-    const bool isInteger = integer != 0 || value.toInteger(1) == 0;
-    return isInteger || mismatch(error, place, u"is not a whole number of 64 bits");
-}
-
-bool decode(const QJsonValue& value, const Place& place, HostMetrics& host, BridgeError& error);
-bool decode(const QJsonValue& value, const Place& place, ServiceProbe& probe, BridgeError& error);
 
 template <typename T>
-bool decode(const QJsonValue& value, const Place& place, QList<T>& list, BridgeError& error) {
-    if (!value.isArray()) {
-        return mismatch(error, place, u"is not a list");
-    }
-    const auto array = value.toArray();
-    list.reserve(array.size());
-    for (const auto& element : array) {
-        const Place here{.above = &place, .key = {}, .index = list.size()};
-        if (!decode(element, here, list.emplaceBack(), error)) {
-            return false;
-        }
-    }
-    return true;
-}
+constexpr bool isOptional = false;
+template <typename T>
+constexpr bool isOptional<std::optional<T>> = true;
 
-/// The members of one JSON object, decoded in the order in which they are asked for.
-struct Members {
-    const QJsonObject object;
-    const Place& place;
-    BridgeError& error;
-
-    template <typename T>
-    [[nodiscard]] bool required(QLatin1StringView key, T& field) const {
-        const Place here{.above = &place, .key = key};
-        const auto value = object.value(key);
-        if (value.isUndefined()) {
-            return fail(error, Kind::keyNotFound, here, u"is missing");
-        }
-        if (value.isNull()) {
-            return fail(error, Kind::valueNotFound, here, u"is null");
-        }
-        return decode(value, here, field, error);
-    }
-
-    template <typename T>
-    [[nodiscard]] bool optional(QLatin1StringView key, std::optional<T>& field) const {
-        const Place here{.above = &place, .key = key};
-        const auto value = object.value(key);
-        return value.isUndefined() || value.isNull() || decode(value, here, field.emplace(), error);
-    }
+/// What is wrong, and where below the value that was decoded, such as ".services[3].ok".
+struct Fault final {
+    Kind kind;
+    QStringView what;
+    QString path;
 };
 
-bool decode(const QJsonValue& value, const Place& place, HostMetrics& host, BridgeError& error) {
-    const Members members{value.toObject(), place, error};
-    return (value.isObject() || mismatch(error, place, u"is not an object")) &&
-           members.optional("hostname"_L1, host.hostname) && members.optional("platform"_L1, host.platform) &&
-           members.optional("cpu_load_1m"_L1, host.cpuLoad1m) && members.optional("cpu_load_5m"_L1, host.cpuLoad5m) &&
-           members.optional("cpu_load_15m"_L1, host.cpuLoad15m) &&
-           members.optional("memory_used_pct"_L1, host.memoryUsedPct) &&
-           members.optional("disk_used_pct"_L1, host.diskUsedPct) &&
-           members.optional("disk_free_gb"_L1, host.diskFreeGb);
-}
+/// Decodes values into fields, one overload a type; nothing is wrong when the outcome is nothing.
+struct Decoder final {
+    using Outcome = std::optional<Fault>;
 
-bool decode(const QJsonValue& value, const Place& place, ServiceProbe& probe, BridgeError& error) {
-    const Members members{value.toObject(), place, error};
-    return (value.isObject() || mismatch(error, place, u"is not an object")) &&
-           members.required("name"_L1, probe.name) && members.required("ok"_L1, probe.ok) &&
-           members.required("detail"_L1, probe.detail) && members.optional("category"_L1, probe.category);
-}
+    static Outcome decode(const Json& json, QString& text) { return copy(json, text, u"is not a text"); }
+    static Outcome decode(const Json& json, bool& truth) { return copy(json, truth, u"is neither true nor false"); }
 
-bool decode(const QJsonValue& value, const Place& place, DesktopMonitorPayload& payload, BridgeError& error) {
-    const Members members{value.toObject(), place, error};
-    return (value.isObject() || mismatch(error, place, u"is not an object")) &&
-           members.optional("host"_L1, payload.host) && members.required("caddy_sites_up"_L1, payload.caddySitesUp) &&
-           members.required("caddy_sites_total"_L1, payload.caddySitesTotal) &&
-           members.required("services"_L1, payload.services);
-}
-
-/// Any JSON value, while Qt's parser takes only objects and lists at the top: what it refuses is tried again as the
-/// one element of a list.
-std::optional<QJsonValue> parse(const QByteArray& json) {
-    QJsonParseError outcome;
-    const auto document = QJsonDocument::fromJson(json, &outcome);
-    if (outcome.error == QJsonParseError::NoError) {
-        return document.isObject() ? QJsonValue{document.object()} : QJsonValue{document.array()};
+    static Outcome decode(const Json& json, double& number) {
+        const auto* integer = json.as<qint64>();
+        return copy(integer != nullptr ? Json{static_cast<double>(*integer)} : json, number, u"is not a number");
     }
-    if (outcome.error != QJsonParseError::IllegalValue) {
-        return std::nullopt;
+
+    /// Takes 2.0 for 2; a number that was rounded to -2^63 would be one too many.
+    static Outcome decode(const Json& json, qint64& integer) {
+        constexpr double limit = 0x1p63;
+        const auto* number = json.as<double>();
+        const bool isWhole = number != nullptr && std::abs(*number) < limit && std::trunc(*number) == *number;
+        return copy(isWhole ? Json{static_cast<qint64>(*number)} : json, integer, u"is not a whole number of 64 bits");
     }
-    const auto list = QJsonDocument::fromJson('[' + json + ']').array();
-    return list.size() == 1 ? std::optional{list.first()} : std::nullopt;
+
+    template <typename T>
+    static Outcome decode(const Json& json, std::optional<T>& field) {
+        return decode(json, field.emplace());
+    }
+
+    template <typename T>
+    static Outcome decode(const Json& json, QList<T>& list) {
+        const auto* elements = json.as<Json::List>();
+        if (elements == nullptr) {
+            return mismatch(u"is not a list");
+        }
+        list.reserve(static_cast<qsizetype>(elements->size()));
+        for (const Json& element : *elements) {
+            if (auto fault = decode(element, list.emplaceBack())) {
+                fault->path.prepend(u'[' + QString::number(list.size() - 1) + u']');
+                return fault;
+            }
+        }
+        return {};
+    }
+
+    template <typename Record>
+    static Outcome decode(const Json& json, Record& record) {
+        if (json.as<Json::Object>() == nullptr) {
+            return mismatch(u"is not an object");
+        }
+        Outcome fault;
+        const auto decodes = [&](const auto& field) { return !(fault = decodeMember(json, record, field)); };
+        std::apply([&](const auto&... field) { (void)(decodes(field) && ...); }, fieldsOf(record));
+        return fault;
+    }
+
+private:
+    template <typename Record, typename T>
+    static Outcome decodeMember(const Json& object, Record& record, std::pair<const char*, T Record::*> field) {
+        const Json* json = object.member(field.first);
+        Outcome fault;
+        if (json != nullptr && json->as<std::nullptr_t>() == nullptr) {
+            fault = decode(*json, record.*field.second);
+        } else if (!isOptional<T>) {
+            fault = json == nullptr ? Fault{Kind::keyNotFound, u"is missing", {}}
+                                    : Fault{Kind::valueNotFound, u"is null", {}};
+        }
+        if (fault) {
+            fault->path.prepend(u'.' + QString::fromLatin1(field.first));
+        }
+        return fault;
+    }
+
+    template <typename T>
+    static Outcome copy(const Json& json, T& field, QStringView otherwise) {
+        const auto* value = json.as<T>();
+        if (value == nullptr) {
+            return mismatch(otherwise);
+        }
+        field = *value;
+        return {};
+    }
+
+    static Outcome mismatch(QStringView what) { return Fault{Kind::typeMismatch, what, {}}; }
+};
+
+std::unexpected<BridgeError> error(const Fault& fault) {
+    const QString subject = fault.path.isEmpty() ? u"The answer"_s : u"“"_s + fault.path.sliced(1) + u"” in the answer";
+    return std::unexpected{BridgeError{fault.kind, subject + u" of the bridge " + fault.what + u'.'}};
 }
 
 }
 
 std::expected<DesktopMonitorPayload, BridgeError> DesktopMonitorPayload::decode(const QByteArray& json) {
-    BridgeError error{};
-    const auto value = parse(json);
-    if (!value) {
-        fail(error, Kind::dataCorrupted, {}, u"is not JSON");
-        return std::unexpected{error};
+    const auto document = Json::parse(json);
+    if (!document) {
+        return error({Kind::dataCorrupted, u"is not JSON", {}});
     }
     DesktopMonitorPayload payload;
-    if (!::decode(*value, {}, payload, error)) {
-        return std::unexpected{error};
+    if (const auto fault = Decoder::decode(*document, payload)) {
+        return error(*fault);
     }
     return payload;
 }

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QNetworkProxy>
 
-#include <utility>
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -12,32 +12,28 @@ using Kind = BridgeError::Kind;
 constexpr int defaultPort = 80;
 constexpr auto readBufferBytes = qint64{256} * 1024;
 
-QByteArray hostField(const QUrl& url) {
-    QByteArray host = url.host(QUrl::FullyEncoded).toLatin1();
-    if (host.contains(':')) {
-        host = '[' + host + ']';
+}
+
+HttpGet::Answer HttpGet::send(const QUrl& url, std::chrono::milliseconds idleLimit, Body body,
+                              std::chrono::milliseconds totalLimit) {
+    if (!url.isValid() || url.scheme() != "http"_L1 || url.host().isEmpty()) {
+        Answer refused;
+        refused.deliver(std::unexpected{BridgeError::of(Kind::badUrl)});
+        return refused;
     }
-    return url.port() < 0 ? host : host + ':' + QByteArray::number(url.port());
+    return (new HttpGet{url, idleLimit, body, totalLimit})->m_answer;
 }
 
-}
-
-HttpGet::Answer HttpGet::send(const QUrl& url, std::chrono::milliseconds idleLimit,
-                              std::chrono::milliseconds wholeLimit) {
-    return (new HttpGet{url, idleLimit, wholeLimit, QCoreApplication::instance()})->m_answer;
-}
-
-HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, std::chrono::milliseconds wholeLimit,
-                 QObject* parent)
-    : QObject{parent}
-    , m_url{url} {
+HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, Body body, std::chrono::milliseconds totalLimit)
+    : QObject{QCoreApplication::instance()}
+    , m_url{url}
+    , m_parser{body} {
     connect(&m_socket, &QTcpSocket::connected, this, &HttpGet::sendRequest);
     connect(&m_socket, &QTcpSocket::readyRead, this, &HttpGet::readAnswer);
     connect(&m_socket, &QTcpSocket::errorOccurred, this, &HttpGet::fail, Qt::QueuedConnection);
     m_idle.setInterval(idleLimit);
-    m_whole.setInterval(wholeLimit);
-    for (QTimer* timer : {&m_idle, &m_whole}) {
-        timer->setSingleShot(true);
+    m_total.setInterval(totalLimit);
+    for (QTimer* timer : {&m_idle, &m_total}) {
         timer->setTimerType(Qt::PreciseTimer);
         connect(timer, &QTimer::timeout, this, [this] { end(std::unexpected{BridgeError::of(Kind::timedOut)}); });
         timer->start();
@@ -56,12 +52,13 @@ void HttpGet::sendRequest() {
     m_connected = true;
     m_idle.start();
     const QByteArray target = m_url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment);
-    m_socket.write("GET " + target + " HTTP/1.1\r\nHost: " + hostField(m_url) + "\r\nConnection: close\r\n\r\n");
+    const QByteArray host = m_url.authority(QUrl::FullyEncoded).section(u'@', -1).toLatin1();
+    m_socket.write("GET " + target + " HTTP/1.1\r\nHost: " + host + "\r\nConnection: close\r\n\r\n");
 }
 
 void HttpGet::readAnswer() {
     m_idle.start();
-    while (!m_ended && m_socket.bytesAvailable() > 0) {
+    while (!m_answer.await_ready() && m_socket.bytesAvailable() > 0) {
         if (const auto outcome = m_parser.take(m_socket.read(readBufferBytes))) {
             end(*outcome);
         }
@@ -70,9 +67,6 @@ void HttpGet::readAnswer() {
 
 void HttpGet::fail(QAbstractSocket::SocketError error) {
     readAnswer();
-    if (m_ended) {
-        return;
-    }
     if (error == QAbstractSocket::RemoteHostClosedError) {
         end(m_parser.finish());
     } else {
@@ -81,11 +75,9 @@ void HttpGet::fail(QAbstractSocket::SocketError error) {
 }
 
 void HttpGet::end(const std::expected<HttpResponse, BridgeError>& answer) {
-    if (std::exchange(m_ended, true)) {
+    if (m_answer.await_ready()) {
         return;
     }
-    m_idle.stop();
-    m_whole.stop();
     m_socket.disconnect(this);
     m_socket.abort();
     deleteLater();

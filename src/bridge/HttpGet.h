@@ -19,21 +19,21 @@ class HttpGet final : public QObject {
 public:
     using Answer = Deferred<std::expected<HttpResponse, BridgeError>>;
 
-    /// A peer that never falls silent, and never comes to an end either, would hold its connection for ever, and so
-    /// would each later one until no descriptor is left.
-    static constexpr std::chrono::milliseconds longestLife = std::chrono::minutes{10};
+    using Body = HttpResponseParser::Body;
 
-    /// Sends the request now. It fails when nothing moves on the connection for `idleLimit`, as soon as the answer
-    /// outgrows the parser's limits, and when it is not complete after `wholeLimit`. The answer always comes in a later
-    /// turn of the event loop.
-    [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit,
-                                     std::chrono::milliseconds wholeLimit = longestLife);
+    /// Ends a request whose peer keeps sending a little and never ends; such requests would use up all descriptors.
+    static constexpr std::chrono::milliseconds defaultTotalLimit = std::chrono::minutes{10};
+
+    /// Sends the request now. It fails at once when the URL is not one of HTTP, when nothing moves on the connection
+    /// for `idleLimit`, as soon as the answer outgrows the parser's limits, and when it is not complete after
+    /// `totalLimit`.
+    [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit, Body body = Body::kept,
+                                     std::chrono::milliseconds totalLimit = defaultTotalLimit);
 
     ~HttpGet() override;
 
 private:
-    HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, std::chrono::milliseconds wholeLimit,
-            QObject* parent);
+    HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, Body body, std::chrono::milliseconds totalLimit);
 
     void sendRequest();
     void readAnswer();
@@ -43,9 +43,8 @@ private:
     QUrl m_url;
     QTcpSocket m_socket;
     QTimer m_idle;
-    QTimer m_whole;
+    QTimer m_total;
     HttpResponseParser m_parser;
     Answer m_answer;
     bool m_connected = false;
-    bool m_ended = false;
 };

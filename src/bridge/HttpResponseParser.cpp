@@ -1,15 +1,18 @@
 #include "bridge/HttpResponseParser.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
+#include <limits>
 #include <utility>
 
 namespace {
 
 using Kind = BridgeError::Kind;
 
-HttpResponseParser::Outcome failure(Kind kind) {
+constexpr QByteArrayView httpPrefix = "HTTP/1.";
+constexpr int firstFinalStatus = 200;
+constexpr int statusWithBody = 200;
+
+std::unexpected<BridgeError> failure(Kind kind) {
     return std::unexpected{BridgeError::of(kind)};
 }
 
@@ -20,32 +23,22 @@ std::optional<qint64> number(QByteArrayView text, int base) {
     return whole ? std::optional{value} : std::nullopt;
 }
 
-bool equalsIgnoringCase(QByteArrayView a, const char* b) {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
 /// "HTTP/1.1 200 OK" gives 200; what is no status line of HTTP/1.x gives nothing.
 std::optional<int> statusOf(QByteArrayView line) {
     constexpr qsizetype versionLength = 8;
     constexpr qsizetype statusLength = 3;
     constexpr qsizetype end = versionLength + 1 + statusLength;
-    const bool framed = line.startsWith("HTTP/1.") && line.size() >= end && line[versionLength] == ' ' &&
+    const bool framed = line.startsWith(httpPrefix) && line.size() >= end && line[versionLength] == ' ' &&
                         (line.size() == end || line[end] == ' ');
     const auto status = framed ? number(line.sliced(versionLength + 1, statusLength), 10) : std::nullopt;
     return status && *status >= 100 ? std::optional{static_cast<int>(*status)} : std::nullopt;
-}
-
-bool mayBeStatusLine(QByteArrayView start) {
-    constexpr QByteArrayView prefix = "HTTP/1.";
-    const auto length = qMin(start.size(), prefix.size());
-    return start.first(length) == prefix.first(length);
 }
 
 }
 
 HttpResponseParser::Outcome HttpResponseParser::take(QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
-        if (m_state == State::sizedBody || m_state == State::bodyToTheEnd || m_state == State::chunkData) {
+        if (m_state >= State::sizedBody) {
             if (auto outcome = takeBody(bytes)) {
                 return outcome;
             }
@@ -56,10 +49,11 @@ HttpResponseParser::Outcome HttpResponseParser::take(QByteArrayView bytes) {
         bytes = bytes.sliced(part.size());
         m_line.append(newline < 0 ? part : part.chopped(1));
         m_headBytes += part.size();
-        if (m_state == State::statusLine && !mayBeStatusLine(m_line)) {
+        if (m_state == State::statusLine &&
+            !m_line.startsWith(httpPrefix.first(qMin(m_line.size(), httpPrefix.size())))) {
             return HttpResponse{};
         }
-        if (m_headBytes > mostHeadBytes) {
+        if (m_headBytes > maxHeadBytes) {
             return failure(Kind::responseTooLarge);
         }
         if (newline < 0) {
@@ -77,7 +71,7 @@ std::expected<HttpResponse, BridgeError> HttpResponseParser::finish() {
     if (m_state == State::bodyToTheEnd) {
         return std::move(m_response);
     }
-    return std::unexpected{BridgeError::of(Kind::connectionLost)};
+    return failure(Kind::connectionLost);
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeLine(QByteArrayView line) {
@@ -85,13 +79,14 @@ HttpResponseParser::Outcome HttpResponseParser::takeLine(QByteArrayView line) {
     case State::statusLine:
         return takeStatusLine(line);
     case State::headers:
-        return line.isEmpty() ? takeEndOfHeaders() : takeHeader(line);
+        return takeHeaderLine(line);
     case State::chunkSize:
         return takeChunkSize(line);
     case State::chunkEnd:
-        return takeChunkEnd(line);
+        m_state = State::chunkSize;
+        return line.isEmpty() ? Outcome{} : failure(Kind::malformedResponse);
     default:
-        return takeTrailer(line);
+        return line.isEmpty() ? Outcome{std::move(m_response)} : std::nullopt;
     }
 }
 
@@ -100,112 +95,98 @@ HttpResponseParser::Outcome HttpResponseParser::takeStatusLine(QByteArrayView li
     if (!m_response.status) {
         return HttpResponse{};
     }
-    m_chunked = false;
-    m_length.reset();
+    m_header.clear();
+    m_framing = {};
     m_state = State::headers;
     return std::nullopt;
 }
 
-HttpResponseParser::Outcome HttpResponseParser::takeHeader(QByteArrayView line) {
-    const auto colon = line.indexOf(':');
+/// A line that begins with a blank continues the header before it, and is passed over where there is none.
+HttpResponseParser::Outcome HttpResponseParser::takeHeaderLine(QByteArrayView line) {
+    if (line.startsWith(' ') || line.startsWith('\t')) {
+        if (!m_header.isEmpty()) {
+            m_header.append(' ').append(line.trimmed());
+        }
+        return std::nullopt;
+    }
+    if (!m_header.isEmpty()) {
+        endHeader();
+    }
+    m_header = line.toByteArray();
+    return line.isEmpty() ? takeEndOfHeaders() : std::nullopt;
+}
+
+void HttpResponseParser::endHeader() {
+    const auto colon = m_header.indexOf(':');
     if (colon <= 0) {
-        return failure(Kind::malformedResponse);
+        m_framing.isMalformed = true;
+        return;
     }
-    const auto name = line.first(colon);
-    const auto value = line.sliced(colon + 1).trimmed();
-    if (equalsIgnoringCase(name, "content-length")) {
-        const auto length = value.isEmpty() ? std::nullopt : number(value, 10);
-        if (!length || (m_length && *m_length != *length)) {
-            return failure(Kind::malformedResponse);
-        }
-        m_length = length;
-    } else if (equalsIgnoringCase(name, "transfer-encoding")) {
-        m_chunked = equalsIgnoringCase(value, "chunked");
-        if (!m_chunked) {
-            return failure(Kind::malformedResponse);
-        }
+    const auto name = QByteArrayView{m_header}.first(colon);
+    const auto value = QByteArrayView{m_header}.sliced(colon + 1).trimmed();
+    if (name.compare("content-length", Qt::CaseInsensitive) == 0) {
+        const auto length = number(value, 10);
+        m_framing.isMalformed |= !length || (m_framing.length && m_framing.length != length);
+        m_framing.length = length;
+    } else if (name.compare("transfer-encoding", Qt::CaseInsensitive) == 0) {
+        m_framing.isMalformed |= m_framing.isChunked || value.compare("chunked", Qt::CaseInsensitive) != 0;
+        m_framing.isChunked = true;
     }
-    return std::nullopt;
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeEndOfHeaders() {
-    constexpr int firstFinalStatus = 200;
-    constexpr std::array statusesWithoutBody{204, 304};
     const int status = m_response.status.value_or(0);
     if (status < firstFinalStatus) {
         m_state = State::statusLine;
         return std::nullopt;
     }
-    if (std::ranges::find(statusesWithoutBody, status) != statusesWithoutBody.end()) {
-        return complete();
+    if (status != statusWithBody) {
+        return std::move(m_response);
     }
-    if (m_chunked) {
+    if (m_framing.isMalformed) {
+        return failure(Kind::malformedResponse);
+    }
+    if (m_framing.isChunked) {
         m_state = State::chunkSize;
-        m_headBytes = 0;
         return std::nullopt;
     }
-    if (!m_length) {
-        m_state = State::bodyToTheEnd;
-        return std::nullopt;
-    }
-    if (*m_length > mostBodyBytes) {
+    if (m_framing.length && *m_framing.length > maxBodyBytes) {
         return failure(Kind::responseTooLarge);
     }
-    m_remaining = *m_length;
-    m_state = State::sizedBody;
-    return m_remaining == 0 ? complete() : std::nullopt;
+    m_state = m_framing.length ? State::sizedBody : State::bodyToTheEnd;
+    m_remaining = m_framing.length.value_or(std::numeric_limits<qint64>::max());
+    return m_remaining == 0 ? Outcome{std::move(m_response)} : std::nullopt;
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeChunkSize(QByteArrayView line) {
     const auto extension = line.indexOf(';');
     const auto digits = (extension < 0 ? line : line.first(extension)).trimmed();
-    const auto size = digits.isEmpty() ? std::nullopt : number(digits, 16);
+    const auto size = number(digits, 16);
     if (!size) {
         return failure(Kind::malformedResponse);
     }
     m_remaining = *size;
-    m_headBytes = 0;
     m_state = m_remaining == 0 ? State::trailers : State::chunkData;
     return std::nullopt;
 }
 
-HttpResponseParser::Outcome HttpResponseParser::takeChunkEnd(QByteArrayView line) {
-    m_state = State::chunkSize;
-    return line.isEmpty() ? std::nullopt : failure(Kind::malformedResponse);
-}
-
-HttpResponseParser::Outcome HttpResponseParser::takeTrailer(QByteArrayView line) {
-    return line.isEmpty() ? complete() : std::nullopt;
-}
-
 HttpResponseParser::Outcome HttpResponseParser::takeBody(QByteArrayView& bytes) {
-    if (m_state == State::bodyToTheEnd) {
-        return append(std::exchange(bytes, {}));
-    }
     const auto part = bytes.first(static_cast<qsizetype>(qMin<qint64>(m_remaining, bytes.size())));
     bytes = bytes.sliced(part.size());
     m_remaining -= part.size();
-    if (auto outcome = append(part)) {
-        return outcome;
+    m_bodyBytes += part.size();
+    if (m_bodyBytes > maxBodyBytes) {
+        return failure(Kind::responseTooLarge);
+    }
+    if (m_keepsBody) {
+        m_response.body.append(part);
     }
     if (m_remaining > 0) {
         return std::nullopt;
     }
     if (m_state == State::sizedBody) {
-        return complete();
+        return std::move(m_response);
     }
     m_state = State::chunkEnd;
     return std::nullopt;
-}
-
-HttpResponseParser::Outcome HttpResponseParser::append(QByteArrayView bytes) {
-    if (m_response.body.size() + bytes.size() > mostBodyBytes) {
-        return failure(Kind::responseTooLarge);
-    }
-    m_response.body.append(bytes);
-    return std::nullopt;
-}
-
-HttpResponseParser::Outcome HttpResponseParser::complete() {
-    return std::move(m_response);
 }

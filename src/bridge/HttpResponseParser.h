@@ -10,18 +10,26 @@
 /// One answer of an HTTP/1.x server. Without a status it was not HTTP at all.
 struct HttpResponse final {
     std::optional<int> status;
-    QByteArray body;
+    QByteArray body; ///< of a 200 only
 };
 
 /// Puts an HTTP/1.x response to a GET together from the bytes of a connection, as they come. Knows bodies of a stated
-/// length, chunked ones, and those that end with the connection; passes over interim responses (1xx).
+/// length, chunked ones, and those that end with the connection; passes over interim responses (1xx). A final status
+/// other than 200 is the whole answer: neither its body nor how that is framed matters.
 class HttpResponseParser final {
 public:
-    static constexpr auto mostBodyBytes = qsizetype{8} * 1024 * 1024;
-    static constexpr auto mostHeadBytes = qsizetype{64} * 1024;
+    static constexpr auto maxBodyBytes = qsizetype{8} * 1024 * 1024;
+    /// Of everything but the body: status line, headers, the lines between chunks, trailers, interim responses.
+    static constexpr auto maxHeadBytes = qsizetype{64} * 1024;
+
+    enum class Body { kept, discarded };
 
     /// Nothing while more is to come; else the response, or why there will be none.
     using Outcome = std::optional<std::expected<HttpResponse, BridgeError>>;
+
+    /// A body that is discarded has the same limits, but takes no memory.
+    explicit HttpResponseParser(Body body = Body::kept)
+        : m_keepsBody{body == Body::kept} {}
 
     /// Takes the next bytes. Not to be called again after an outcome.
     [[nodiscard]] Outcome take(QByteArrayView bytes);
@@ -30,24 +38,30 @@ public:
     [[nodiscard]] std::expected<HttpResponse, BridgeError> finish();
 
 private:
-    enum class State { statusLine, headers, sizedBody, bodyToTheEnd, chunkSize, chunkData, chunkEnd, trailers };
+    enum class State { statusLine, headers, chunkSize, chunkEnd, trailers, sizedBody, bodyToTheEnd, chunkData };
+
+    /// What the headers say of the body.
+    struct Framing final {
+        bool isMalformed = false;
+        bool isChunked = false;
+        std::optional<qint64> length;
+    };
 
     Outcome takeLine(QByteArrayView line);
     Outcome takeStatusLine(QByteArrayView line);
-    Outcome takeHeader(QByteArrayView line);
+    Outcome takeHeaderLine(QByteArrayView line);
+    void endHeader();
     Outcome takeEndOfHeaders();
     Outcome takeChunkSize(QByteArrayView line);
-    Outcome takeChunkEnd(QByteArrayView line);
-    Outcome takeTrailer(QByteArrayView line);
     Outcome takeBody(QByteArrayView& bytes);
-    Outcome append(QByteArrayView bytes);
-    Outcome complete();
 
+    const bool m_keepsBody;
     State m_state = State::statusLine;
-    QByteArray m_line;
+    QByteArray m_line;   ///< what has come of it
+    QByteArray m_header; ///< the last one, which the next line may continue
     qsizetype m_headBytes = 0;
+    qsizetype m_bodyBytes = 0;
     HttpResponse m_response;
-    bool m_chunked = false;
-    std::optional<qint64> m_length;
-    qint64 m_remaining = 0;
+    Framing m_framing;
+    qint64 m_remaining = 0; ///< of the body or chunk
 };

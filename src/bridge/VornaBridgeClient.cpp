@@ -20,18 +20,11 @@ QUrl appending(const QUrl& base, QLatin1StringView path) {
     return url;
 }
 
-bool isUsable(const QUrl& url) {
-    return url.isValid() && url.scheme() == "http"_L1 && !url.host().isEmpty();
-}
-
 }
 
 QCoro::Task<std::expected<bool, BridgeError>> VornaBridgeClient::health() const {
-    const QUrl url = appending(baseURL, "health"_L1);
-    if (!isUsable(url)) {
-        co_return std::unexpected{BridgeError::of(BridgeError::Kind::badUrl)};
-    }
-    const auto answer = co_await HttpGet::send(url, healthIdleLimit);
+    const auto answer =
+        co_await HttpGet::send(appending(baseURL, "health"_L1), healthIdleLimit, HttpGet::Body::discarded);
     if (!answer) {
         co_return std::unexpected{answer.error()};
     }
@@ -41,9 +34,6 @@ QCoro::Task<std::expected<bool, BridgeError>> VornaBridgeClient::health() const 
 QCoro::Task<std::expected<DesktopMonitorPayload, BridgeError>> VornaBridgeClient::desktopMonitor() const {
     QUrl url = appending(baseURL, "monitor/desktop"_L1);
     url.setQuery(u"probe_sites=true"_s);
-    if (!isUsable(url)) {
-        co_return std::unexpected{BridgeError::of(BridgeError::Kind::badUrl)};
-    }
     const auto answer = co_await HttpGet::send(url, monitorIdleLimit);
     if (!answer) {
         co_return std::unexpected{answer.error()};

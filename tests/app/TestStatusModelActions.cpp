@@ -281,6 +281,13 @@ void TestStatusModelActions::heartbeatSetsTheAccountLine_data() {
     QTest::newRow("blanks matter") << uR"({"remote":{"state":"signed_in "}})"_s << neither;
     QTest::newRow("both states no text") << uR"({"remote":{"state":true},"local":{"state":[]}})"_s << neither;
     QTest::newRow("nothing in it") << u"{}"_s << neither;
+    QTest::newRow("a byte order mark matters")
+        << uR"({"remote":{"state":"%1signed_in"}})"_s.arg(QChar{0xfeff}) << neither;
+    QTest::newRow("a byte order mark in a key")
+        << uR"({"%1remote":{"state":"installed"}})"_s.arg(QChar{0xfeff}) << neither;
+    QTest::newRow("a null character matters") << uR"({"remote":{"state":"signed_in\u0000"}})"_s << neither;
+    QTest::newRow("escapes") << uR"({"remote":{"state":"\u0073igned\u005fin"}})"_s << signedIn;
+    QTest::newRow("last of two") << uR"({"remote":3,"remote":{"state":"x","state":"installed"}})"_s << installed;
     QTest::newRow("more in it") << uR"( {"v":2,"remote":{"who":"a@b","state":"signed_in"},"x":[]} )"_s << signedIn;
 }
 
@@ -300,6 +307,10 @@ void TestStatusModelActions::heartbeatThatFailsChangesNothing_data() {
     QTest::newRow("cut off") << uR"({"remote":{"state":"signed_in"})"_s << 0;
     QTest::newRow("something behind it") << uR"({"remote":{"state":"signed_in"}} done)"_s << 0;
     QTest::newRow("a list") << uR"([{"remote":{"state":"signed_in"}}])"_s << 0;
+    QTest::newRow("an escape that there is not") << uR"({"remote":{"state":"\signed_in"}})"_s << 0;
+    QTest::newRow("a line feed in a text") << u"{\"remote\":{\"state\":\"signed_in\"},\"x\":\"a\nb\"}"_s << 0;
+    QTest::newRow("half a surrogate pair") << uR"({"remote":{"state":"signed_in"},"x":"\ud800"})"_s << 0;
+    QTest::newRow("a number of no kind") << uR"({"remote":{"state":"signed_in"},"x":.5})"_s << 0;
     QTest::newRow("a text") << uR"("signed_in")"_s << 0;
     QTest::newRow("failed") << uR"({"remote":{"state":"signed_in"}})"_s << 1;
     QTest::newRow("missing tool") << QString() << 127;

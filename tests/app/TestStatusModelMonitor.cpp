@@ -150,9 +150,12 @@ void TestStatusModelMonitor::caddyProbeIsFound_data() {
     QTest::newRow("both words, one inside another")
         << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green
         << u"a"_s;
-    QTest::newRow("other case") << QByteArrayList{probe("Caddy.Process")} << Band::amber << u"no caddy probe"_s;
-    QTest::newRow("one word only") << QByteArrayList{probe("caddy.admin"), probe("process")} << Band::amber
-                                   << u"no caddy probe"_s;
+    for (const char* name : {"Caddy.Process", "Caddy.process", "caddy.Process", "CADDY.PROCESS", "caddy.admin", "caddy",
+                             "process", "cad.process", "caddy.proc"}) {
+        QTest::newRow(name) << QByteArrayList{probe(name)} << Band::amber << u"no caddy probe"_s;
+    }
+    QTest::newRow("the words in two probes")
+        << QByteArrayList{probe("caddy"), probe("process")} << Band::amber << u"no caddy probe"_s;
     QTest::newRow("process before caddy")
         << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
 }

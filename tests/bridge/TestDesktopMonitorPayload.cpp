@@ -6,9 +6,6 @@
 
 using namespace Qt::StringLiterals;
 using Kind = BridgeError::Kind;
-using HostMetrics = DesktopMonitorPayload::HostMetrics;
-
-Q_DECLARE_METATYPE(HostMetrics)
 
 namespace {
 
@@ -42,8 +39,12 @@ private slots:
     void nullsOfOptionalKeysAreAbsent();
     void unknownKeysAreIgnored();
     void orderOfServicesIsKept();
-    void whatIsNearlyJsonIsTakenToo_data();
-    void whatIsNearlyJsonIsTakenToo();
+    void lastOfRepeatedKeysCounts();
+    void textsAreTakenWhole_data();
+    void textsAreTakenWhole();
+    void whatIsNotJsonIsRefused_data();
+    void whatIsNotJsonIsRefused();
+    void nestingHasALimit();
     void wholeNumbersKeep64Bits_data();
     void wholeNumbersKeep64Bits();
     void failuresNameTheirKey_data();
@@ -77,23 +78,27 @@ void TestDesktopMonitorPayload::emptyHostIsNotAnAbsentHost() {
 }
 
 void TestDesktopMonitorPayload::nullsOfOptionalKeysAreAbsent() {
-    QVERIFY(!DesktopMonitorPayload::decode(withHost("null"))->host);
-    QVERIFY(!DesktopMonitorPayload::decode(withHost(R"({"hostname":null,"cpu_load_1m":null})"))->host->hostname);
-    const auto payload =
+    QVERIFY(DesktopMonitorPayload::decode(withHost("null")) == DesktopMonitorPayload{});
+    const auto host = DesktopMonitorPayload::decode(
+        withHost(R"({"hostname":null,"platform":null,"cpu_load_1m":null,"cpu_load_5m":null,"cpu_load_15m":null,
+                     "memory_used_pct":null,"disk_used_pct":null,"disk_free_gb":null})"));
+    QVERIFY(host && host->host == DesktopMonitorPayload::HostMetrics{});
+    const auto service =
         DesktopMonitorPayload::decode(withService(R"({"name":"c","ok":true,"detail":"d","category":null})"));
-    QVERIFY(payload && !payload->services.at(1).category);
+    QVERIFY(service && service->services.at(1) == (DesktopMonitorPayload::ServiceProbe{u"c"_s, true, u"d"_s, {}}));
 }
 
 void TestDesktopMonitorPayload::unknownKeysAreIgnored() {
     const auto payload = DesktopMonitorPayload::decode(
         R"({"version":7,"Host":3,"caddy_sites_up":0,"caddy_sites_total":0,
             "services":[{"name":"a","ok":true,"detail":"b","port":1}],"host":{"x":[]}})");
-    QCOMPARE(payload->services.size(), 1);
+    QVERIFY(payload && payload->services.size() == 1 && payload->host);
 }
 
 void TestDesktopMonitorPayload::orderOfServicesIsKept() {
     const auto payload = DesktopMonitorPayload::decode(withService(
         R"({"name":"z","ok":true,"detail":""},{"name":"b","ok":true,"detail":""},{"name":"z","ok":false,"detail":""})"));
+    QVERIFY(payload);
     QStringList names;
     for (const auto& service : payload->services) {
         names.append(service.name);
@@ -101,29 +106,95 @@ void TestDesktopMonitorPayload::orderOfServicesIsKept() {
     QCOMPARE(names, (QStringList{u"a"_s, u"z"_s, u"b"_s, u"z"_s}));
 }
 
-void TestDesktopMonitorPayload::whatIsNearlyJsonIsTakenToo_data() {
-    QTest::addColumn<QByteArray>("host");
-    QTest::addColumn<HostMetrics>("expected");
-    const auto text = [](const char* name, const QByteArray& json, const QString& hostname) {
-        HostMetrics host;
-        host.hostname = hostname;
-        QTest::newRow(name) << QByteArray{R"({"hostname":")" + json + R"("})"} << host;
-    };
-    text("control characters as they are", {"a\n\t\x01\0b", 6}, QString::fromLatin1("a\n\t\x01\0b", 6));
-    text("escapes that there are not", R"(\q\'\0\x41)", u"q'0x41"_s);
-    text("half a surrogate pair", R"(a\ud800)", u"a"_s + QChar{0xd800});
-    HostMetrics figures;
-    figures.cpuLoad1m = 0.5;
-    figures.diskUsedPct = 1.0;
-    QTest::newRow("figures with nothing before or behind the point")
-        << QByteArray{R"({"cpu_load_1m":.5,"disk_used_pct":1.})"} << figures;
+void TestDesktopMonitorPayload::lastOfRepeatedKeysCounts() {
+    const auto payload = DesktopMonitorPayload::decode(
+        R"({"host":3,"caddy_sites_up":7,"caddy_sites_total":1,"services":[],"caddy_sites_up":2,"host":{}})");
+    QVERIFY(payload && payload->host && payload->caddySitesUp == 2);
 }
 
-void TestDesktopMonitorPayload::whatIsNearlyJsonIsTakenToo() {
-    QFETCH(const QByteArray, host);
-    QFETCH(const HostMetrics, expected);
-    const auto payload = DesktopMonitorPayload::decode(withHost(host));
-    QVERIFY(payload && payload->host == expected);
+void TestDesktopMonitorPayload::textsAreTakenWhole_data() {
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("text");
+    const QString mark = QChar{QChar::ByteOrderMark};
+    QTest::newRow("byte order mark in front") << QByteArray{"\xEF\xBB\xBF"
+                                                            "a"}
+                                              << QString{mark + u"a"};
+    QTest::newRow("byte order mark alone, twice") << QByteArray{"\xEF\xBB\xBF\xEF\xBB\xBF"} << QString{mark + mark};
+    QTest::newRow("byte order mark escaped") << QByteArray{R"(\ufeffa)"} << QString{mark + u"a"};
+    QTest::newRow("null character") << QByteArray{R"(a\u0000b)"} << u"a\0b"_s;
+    QTest::newRow("every escape") << QByteArray{R"(\"\\\/\b\f\n\r\t\u00fC)"} << u"\"\\/\b\f\n\r\tü"_s;
+    QTest::newRow("surrogate pair") << QByteArray{R"(\ud83e\udded)"} << u"🧭"_s;
+    QTest::newRow("four bytes") << QByteArray{"🧭"} << u"🧭"_s;
+    QTest::newRow("no character") << QByteArray{"\xEF\xBF\xBF"} << u"\uffff"_s;
+}
+
+void TestDesktopMonitorPayload::textsAreTakenWhole() {
+    QFETCH(const QByteArray, json);
+    QFETCH(const QString, text);
+    const auto payload = DesktopMonitorPayload::decode(withHost(R"({"hostname":")" + json + R"("})"));
+    QVERIFY(payload);
+    QCOMPARE(payload->host->hostname, text);
+}
+
+void TestDesktopMonitorPayload::whatIsNotJsonIsRefused_data() {
+    QTest::addColumn<QByteArray>("json");
+    QTest::newRow("nothing") << QByteArray{};
+    QTest::newRow("not closed") << QByteArray{"{"};
+    QTest::newRow("two values") << QByteArray{"1,2"};
+    QTest::newRow("something behind the end") << document({}) + "x";
+    QTest::newRow("a null character behind the end") << document({}) + '\0' + "x";
+    QTest::newRow("a byte order mark behind the beginning") << QByteArray{" \xEF\xBB\xBF"} + document({});
+    QTest::newRow("comment") << document({}) + "// comment";
+    QTest::newRow("comma behind the last") << document(R"("x":[1,])");
+    QTest::newRow("key without quotes") << document("x:1");
+    QTest::newRow("quotes of another kind") << document("\"x\":'a'");
+    const QByteArrayList values{".5", "1.", "01", "+1", "0x1", "1e", "1e999", "-", "NaN", "Infinity", "True", "nul"};
+    for (const auto& value : values) {
+        QTest::newRow(value.constData()) << document(R"("x":)" + value);
+    }
+    const QByteArrayList texts{"a\nb",
+                               "a\tb",
+                               "\x01",
+                               "\x1f",
+                               QByteArray(1, '\0'),
+                               R"(\q)",
+                               R"(\')",
+                               R"(\0)",
+                               R"(\x41)",
+                               R"(\u12g4)",
+                               R"(\u+123)",
+                               R"(a\ud800)",
+                               R"(\ud800\u0041)",
+                               R"(\udded\ud83e)",
+                               R"(\udc00)",
+                               "\xff",
+                               "\x80",
+                               "\xc0\x80",
+                               "\xc3",
+                               "\xed\xa0\x80",
+                               "\xf4\x90\x80\x80"};
+    for (const auto& text : texts) {
+        QTest::addRow("text %s", text.toPercentEncoding().constData()) << document(R"("x":")" + text + '"');
+        QTest::addRow("key %s", text.toPercentEncoding().constData()) << document('"' + text + R"(":1)");
+    }
+}
+
+void TestDesktopMonitorPayload::whatIsNotJsonIsRefused() {
+    QFETCH(const QByteArray, json);
+    const auto payload = DesktopMonitorPayload::decode(json);
+    QVERIFY(!payload);
+    QCOMPARE(payload.error(), (BridgeError{Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s}));
+}
+
+void TestDesktopMonitorPayload::nestingHasALimit() {
+    const auto nested = [](qsizetype depth) {
+        return document(R"("x":)" + QByteArray(depth, '[') + QByteArray(depth, ']'));
+    };
+    QVERIFY(DesktopMonitorPayload::decode(nested(511)));
+    for (const auto& tooDeep : {nested(512), QByteArray(4'000'000, '['), QByteArray{R"({"":)"}.repeated(1'000'000)}) {
+        const auto payload = DesktopMonitorPayload::decode(tooDeep);
+        QVERIFY(!payload && payload.error().kind == Kind::dataCorrupted);
+    }
 }
 
 void TestDesktopMonitorPayload::wholeNumbersKeep64Bits_data() {
@@ -133,6 +204,8 @@ void TestDesktopMonitorPayload::wholeNumbersKeep64Bits_data() {
     QTest::newRow("smallest") << QByteArray("-9223372036854775808") << std::numeric_limits<qint64>::min();
     QTest::newRow("past a double's integers") << QByteArray("9007199254740993") << qint64{9007199254740993};
     QTest::newRow("whole in decimals") << QByteArray("2.0") << qint64{2};
+    QTest::newRow("with an exponent") << QByteArray("-1.5e1") << qint64{-15};
+    QTest::newRow("minus nothing") << QByteArray("-0") << qint64{0};
     QTest::newRow("one") << QByteArray("1") << qint64{1};
 }
 
@@ -148,62 +221,56 @@ void TestDesktopMonitorPayload::failuresNameTheirKey_data() {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("text");
-    const auto row = [](const char* name, const QByteArray& json, Kind kind, const QString& what) {
-        QTest::newRow(name) << json << static_cast<int>(kind) << what;
+    const auto row = [](const char* name, const QByteArray& json, Kind kind, QString what) {
+        what.replace(u"” "_s, u"” in the answer of the bridge "_s)
+            .replace(u"The answer "_s, u"The answer of the bridge "_s);
+        QTest::newRow(name) << json << static_cast<int>(kind) << QString{what + u'.'};
     };
 
-    row("empty", "", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
-    row("not JSON", "{", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
-    row("two values", "1,2", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
-    row("rest behind the end", document({}) + "x", Kind::dataCorrupted, u"The answer of the bridge is not JSON."_s);
-    row("number too large for any", withSitesUp("1e999"), Kind::dataCorrupted,
-        u"The answer of the bridge is not JSON."_s);
-    row("list at the top", "[]", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
-    row("number at the top", "3", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
-    row("null at the top", " null ", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
-    row("text at the top", R"("a")", Kind::typeMismatch, u"The answer of the bridge is not an object."_s);
-    row("host of a wrong type", withHost("[]"), Kind::typeMismatch,
-        u"“host” in the answer of the bridge is not an object."_s);
+    row("list at the top", "[]", Kind::typeMismatch, u"The answer is not an object"_s);
+    row("number at the top", "3", Kind::typeMismatch, u"The answer is not an object"_s);
+    row("null at the top", " null ", Kind::typeMismatch, u"The answer is not an object"_s);
+    row("text at the top", R"("a")", Kind::typeMismatch, u"The answer is not an object"_s);
+    row("host of a wrong type", withHost("[]"), Kind::typeMismatch, u"“host” is not an object"_s);
     row("host name of a wrong type", withHost(R"({"hostname":1})"), Kind::typeMismatch,
-        u"“host.hostname” in the answer of the bridge is not a text."_s);
+        u"“host.hostname” is not a text"_s);
     row("figure of a wrong type", withHost(R"({"disk_free_gb":"1"})"), Kind::typeMismatch,
-        u"“host.disk_free_gb” in the answer of the bridge is not a number."_s);
+        u"“host.disk_free_gb” is not a number"_s);
     row("figure that is a truth value", withHost(R"({"cpu_load_1m":true})"), Kind::typeMismatch,
-        u"“host.cpu_load_1m” in the answer of the bridge is not a number."_s);
-    row("missing up", R"({"caddy_sites_total":0,"services":[]})", Kind::keyNotFound,
-        u"“caddy_sites_up” in the answer of the bridge is missing."_s);
+        u"“host.cpu_load_1m” is not a number"_s);
+    row("missing up", R"({"caddy_sites_total":0,"services":[]})", Kind::keyNotFound, u"“caddy_sites_up” is missing"_s);
     row("missing total", R"({"caddy_sites_up":0,"services":[]})", Kind::keyNotFound,
-        u"“caddy_sites_total” in the answer of the bridge is missing."_s);
+        u"“caddy_sites_total” is missing"_s);
     row("missing services", R"({"caddy_sites_up":0,"caddy_sites_total":0})", Kind::keyNotFound,
-        u"“services” in the answer of the bridge is missing."_s);
-    row("null up", withSitesUp("null"), Kind::valueNotFound,
-        u"“caddy_sites_up” in the answer of the bridge is null."_s);
-    row("half a site", withSitesUp("2.5"), Kind::typeMismatch,
-        u"“caddy_sites_up” in the answer of the bridge is not a whole number of 64 bits."_s);
+        u"“services” is missing"_s);
+    row("null up", withSitesUp("null"), Kind::valueNotFound, u"“caddy_sites_up” is null"_s);
+    row("half a site", withSitesUp("2.5"), Kind::typeMismatch, u"“caddy_sites_up” is not a whole number of 64 bits"_s);
     row("up past 64 bits", withSitesUp("9223372036854775808"), Kind::typeMismatch,
-        u"“caddy_sites_up” in the answer of the bridge is not a whole number of 64 bits."_s);
+        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
+    row("up past 64 bits without a sign", withSitesUp("18446744073709551615"), Kind::typeMismatch,
+        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
+    row("up below 64 bits", withSitesUp("-9223372036854775809"), Kind::typeMismatch,
+        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
     row("up as a text", withSitesUp(R"("1")"), Kind::typeMismatch,
-        u"“caddy_sites_up” in the answer of the bridge is not a whole number of 64 bits."_s);
+        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
     row("up as a truth value", withSitesUp("true"), Kind::typeMismatch,
-        u"“caddy_sites_up” in the answer of the bridge is not a whole number of 64 bits."_s);
+        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
     row("services of a wrong type", R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":{}})", Kind::typeMismatch,
-        u"“services” in the answer of the bridge is not a list."_s);
-    row("service of a wrong type", withService("3"), Kind::typeMismatch,
-        u"“services[1]” in the answer of the bridge is not an object."_s);
+        u"“services” is not a list"_s);
+    row("service of a wrong type", withService("3"), Kind::typeMismatch, u"“services[1]” is not an object"_s);
     row("service without a name", withService(R"({"ok":true,"detail":""})"), Kind::keyNotFound,
-        u"“services[1].name” in the answer of the bridge is missing."_s);
+        u"“services[1].name” is missing"_s);
     row("ok as a number", withService(R"({"name":"c","ok":1,"detail":""})"), Kind::typeMismatch,
-        u"“services[1].ok” in the answer of the bridge is neither true nor false."_s);
+        u"“services[1].ok” is neither true nor false"_s);
     row("ok as a text", withService(R"({"name":"c","ok":"true","detail":""})"), Kind::typeMismatch,
-        u"“services[1].ok” in the answer of the bridge is neither true nor false."_s);
+        u"“services[1].ok” is neither true nor false"_s);
     row("service without a detail", withService(R"({"name":"c","ok":true})"), Kind::keyNotFound,
-        u"“services[1].detail” in the answer of the bridge is missing."_s);
+        u"“services[1].detail” is missing"_s);
     row("null detail", withService(R"({"name":"c","ok":true,"detail":null})"), Kind::valueNotFound,
-        u"“services[1].detail” in the answer of the bridge is null."_s);
+        u"“services[1].detail” is null"_s);
     row("category of a wrong type", withService(R"({"name":"c","ok":true,"detail":"","category":2})"),
-        Kind::typeMismatch, u"“services[1].category” in the answer of the bridge is not a text."_s);
-    row("the first failure counts", R"({"host":3,"services":4})", Kind::typeMismatch,
-        u"“host” in the answer of the bridge is not an object."_s);
+        Kind::typeMismatch, u"“services[1].category” is not a text"_s);
+    row("the first failure counts", R"({"host":3,"services":4})", Kind::typeMismatch, u"“host” is not an object"_s);
 }
 
 void TestDesktopMonitorPayload::failuresNameTheirKey() {

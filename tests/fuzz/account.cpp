@@ -38,9 +38,6 @@ QString lineAfter(qint32 exitCode, const QString& output) {
 }
 
 QString expectedLine(const QJsonDocument& answer) {
-    if (!answer.isObject()) {
-        return untouched;
-    }
     const auto remote = answer["remote"_L1]["state"_L1];
     const auto state = remote.isString() ? remote : answer["local"_L1]["state"_L1];
     return state == "signed_in"_L1 ? signedIn : state == "installed"_L1 ? installed : notSignedIn;
@@ -53,13 +50,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto input = Fuzz::view(data, size);
     const auto output = utf8Text({reinterpret_cast<const char*>(data), size});
     const QString line = lineAfter(0, output.value_or(QString{}));
-    const auto answer = output ? QJsonDocument::fromJson(input) : QJsonDocument{};
-    require(line == expectedLine(answer));
     require(lineAfter(0, output.value_or(QString{})) == line);
     require(lineAfter(1, output.value_or(QString{})) == untouched);
-    // Qt leaves out a byte order mark with which a text begins.
-    if (answer.isObject() && !input.contains("\xEF\xBB\xBF")) {
-        require(lineAfter(0, QString::fromUtf8(answer.toJson())) == line);
+    // Qt takes more than JSON, leaves out byte order marks and keeps half surrogate pairs; what it writes is JSON.
+    const auto answer = QJsonDocument::fromJson(input);
+    require(line == untouched || answer.isObject());
+    if (output && answer.isObject() && !input.contains("\xEF\xBB\xBF") && !input.contains("\\u")) {
+        require(line == untouched || line == expectedLine(answer));
+        require(lineAfter(0, QString::fromUtf8(answer.toJson())) == expectedLine(answer));
     }
     return 0;
 }

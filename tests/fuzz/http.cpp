@@ -10,6 +10,7 @@ using Fuzz::require;
 
 namespace {
 
+using Body = HttpResponseParser::Body;
 using Answer = std::expected<HttpResponse, BridgeError>;
 
 const QByteArray interim = "HTTP/1.1 103 Early\r\nContent-Length: 7\r\nTransfer-Encoding: chunked\r\n\r\n";
@@ -17,8 +18,8 @@ constexpr std::array errorKinds{BridgeError::Kind::connectionLost, BridgeError::
                                 BridgeError::Kind::responseTooLarge};
 
 /// What comes of the bytes in pieces of at most `longestPiece`, after which the peer closes.
-Answer parsed(QByteArrayView bytes, Choices& choices, qsizetype longestPiece) {
-    HttpResponseParser parser;
+Answer parsed(QByteArrayView bytes, Choices& choices, qsizetype longestPiece, Body keep = Body::kept) {
+    HttpResponseParser parser{keep};
     while (!bytes.isEmpty()) {
         const qsizetype wanted = 1 + choices.below(longestPiece);
         const auto piece = bytes.first(std::min(wanted, bytes.size()));
@@ -73,6 +74,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto input = Fuzz::view(data, size);
     Choices choices{input};
     const auto answer = parsedWhole(input);
+    const auto discarded = parsed(input, choices, 16, Body::discarded);
+    require(discarded ? answer && discarded->status == answer->status && discarded->body.isEmpty()
+                      : same(discarded, answer));
     require(same(parsed(input, choices, 1), answer));
     require(same(parsed(input, choices, 2 + input.size() / 4), answer));
     require(!choices.oneIn(4) || same(parsedWhole(QByteArray{interim + input}), answer));
@@ -82,11 +86,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     require(answer->body.size() <= input.size());
-    if (!answer->status) {
-        require(answer->body.isEmpty());
+    if (answer->status != 200) {
+        require(answer->body.isEmpty() && (!answer->status || (*answer->status > 200 && *answer->status <= 999)));
         return 0;
     }
-    require(*answer->status >= 200 && *answer->status <= 999);
     requireEveryFraming(*answer, choices);
     return 0;
 }
