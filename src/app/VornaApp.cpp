@@ -35,7 +35,10 @@ VornaApp::VornaApp(std::chrono::milliseconds pollInterval, QObject* parent)
     ApplicationAccessible::install();
     QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
     connect(&m_status, &StatusModel::objectWillChange, this, &VornaApp::scheduleSymbol);
-    connect(m_item.get(), &StatusItem::clicked, this, [this] { panel().toggle(m_item->anchor()); });
+    connect(m_item.get(), &StatusItem::clicked, this, [this] {
+        panel().toggle(m_item->anchor());
+        m_item->setPanelOpen(m_panel->isVisible());
+    });
     connect(m_item.get(), &StatusItem::clickedElsewhere, this, &VornaApp::dismissPanel);
     connect(m_item.get(), &StatusItem::showPanelChosen, this, &VornaApp::showPanel);
     connect(m_item.get(), &StatusItem::settingsChosen, this, &VornaApp::showSettings);
@@ -50,6 +53,7 @@ VornaApp::~VornaApp() = default;
 
 void VornaApp::showPanel() {
     panel().showAt(m_item->anchor());
+    m_item->setPanelOpen(true);
 }
 
 void VornaApp::showSettings() {
@@ -58,7 +62,7 @@ void VornaApp::showSettings() {
 
 void VornaApp::dismissPanel() {
     if (m_panel) {
-        m_panel->dismiss();
+        m_panel->hide();
     }
 }
 
@@ -85,6 +89,7 @@ PanelWindow& VornaApp::panel() {
         m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, Desktop::panelFlags(), placedBy,
                                                 Desktop::blendsWindows);
         connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
+        connect(m_panel.get(), &PanelWindow::closed, m_item.get(), [this] { m_item->setPanelOpen(false); });
         connect(m_panel.get(), &PanelWindow::left, this, Desktop::activatePreviousProgram);
     }
     return *m_panel;
@@ -95,6 +100,7 @@ SettingsWindow& VornaApp::settings() {
         m_settings = std::make_unique<SettingsWindow>(
             m_status, m_daypart, [] { return std::make_unique<PermissionCenter>(NotificationService::shared()); });
         connect(m_settings.get(), &SettingsWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
+        connect(m_settings.get(), &SettingsWindow::closed, this, Desktop::activatePreviousProgram);
     }
     return *m_settings;
 }

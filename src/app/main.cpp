@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 #include "app/VornaApp.h"
+#include "platform/Desktop.h"
 #include "platform/SingleInstance.h"
 
 #include <QApplication>
@@ -72,6 +73,7 @@ int main(int argc, char** argv) {
     if (answerInTerminal(wordsOf(argc, argv))) {
         return EXIT_SUCCESS;
     }
+    Desktop::prepareLaunch();
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
     QApplication application{argc, argv};
     qInstallMessageHandler(usualHandler);

@@ -17,6 +17,10 @@ public:
     /// The symbol to show, and what it means, for those who hear or hover it. Does nothing when both are unchanged.
     virtual void setSymbol(const QString& symbolName, const QString& meaning) = 0;
 
+    /// Whether the panel is open: the item then looks pressed, and reports `clickedElsewhere()`, where the desktop lets
+    /// it do either.
+    virtual void setPanelOpen(bool isOpen) { (void)isOpen; }
+
     /// Where the item is, in points on the virtual desktop; where the desktop does not tell, the pointer's position
     /// with an empty size.
     [[nodiscard]] virtual QRect anchor() const = 0;

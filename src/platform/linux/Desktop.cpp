@@ -22,6 +22,8 @@ bool isWaylandSession() {
 
 namespace Desktop {
 
+void prepareLaunch() {}
+
 // Here it is a window that has an entry in the task bar, not a process: the panel's flags keep it out of there, and
 // the settings window belongs there while it is open.
 void becomeAccessory() {}
@@ -29,6 +31,8 @@ void becomeAccessory() {}
 void openUrl(const QUrl& url) {
     QDesktopServices::openUrl(url);
 }
+
+void prepareWindow(QWindow& /*window*/) {}
 
 void bringToFront(QWindow& window) {
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);

@@ -1,5 +1,6 @@
 #include "platform/Desktop.h"
 
+#include "platform/macos/Action.h"
 #include "platform/macos/NativeString.h"
 #include "platform/macos/NativeWindow.h"
 
@@ -25,16 +26,49 @@ void rememberProgramInFront() {
     }
 }
 
-/// Onto the space that is in front, another program's full screen as well, where it would else switch to its own.
-void comeToTheUser(const QWindow& window) {
-    NativeWindow::of(window).collectionBehavior =
-        NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
-        NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
+bool hasVisibleWindow() {
+    return std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
+}
+
+// Since macOS 14 activation is a request that the system may refuse.
+void insist(const QWindow& window) {
+    NSApplication* own = [NSApplication sharedApplication];
+    if (window.isVisible() && ![own isActive]) {
+        [own activate];
+        [NativeWindow::of(window) orderFrontRegardless];
+    }
+}
+
+void hideWhenStillActive() {
+    NSApplication* own = [NSApplication sharedApplication];
+    if ([own isActive] && !hasVisibleWindow()) {
+        [own hide:nil];
+    }
+}
+
+/// While it is set, Qt does not bring the program to the front when it has launched.
+constexpr auto launchVariable = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
+
+void forgetLaunchVariable() {
+    qunsetenv(launchVariable);
 }
 
 }
 
 namespace Desktop {
+
+// Qt reads the variable when the launch ends; programs that are started later shall not have it.
+void prepareLaunch() {
+    @autoreleasepool {
+        qputenv(launchVariable, "1");
+        static VornaAction* const launched = [[VornaAction alloc]
+            initWithFunction:[] { QMetaObject::invokeMethod(qApp, forgetLaunchVariable, Qt::QueuedConnection); }];
+        [[NSNotificationCenter defaultCenter] addObserver:launched
+                                                 selector:@selector(perform:)
+                                                     name:NSApplicationDidFinishLaunchingNotification
+                                                   object:nil];
+    }
+}
 
 void becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
@@ -49,27 +83,39 @@ void openUrl(const QUrl& url) {
     }
 }
 
+// Onto the space that is in front, another program's full screen as well, where it would else switch to its own.
+void prepareWindow(QWindow& window) {
+    @autoreleasepool {
+        NativeWindow::of(window).collectionBehavior =
+            NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
+            NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
+    }
+}
+
 void bringToFront(QWindow& window) {
     @autoreleasepool {
         rememberProgramInFront();
-        comeToTheUser(window);
+        [[NSApplication sharedApplication] unhideWithoutActivation];
         [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
     }
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.raise();
     window.requestActivate();
+    QMetaObject::invokeMethod(&window, [&window] { insist(window); }, Qt::QueuedConnection);
 }
 
 void activatePreviousProgram() {
     @autoreleasepool {
         NSApplication* own = [NSApplication sharedApplication];
-        const bool isNeeded = std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
-        if (programBefore == nil || ![own isActive] || isNeeded) {
+        if (![own isActive] || hasVisibleWindow()) {
             return;
         }
-        [own yieldActivationToApplication:programBefore];
-        [programBefore activateWithOptions:0];
-        programBefore = nil;
+        if (programBefore != nil) {
+            [own yieldActivationToApplication:programBefore];
+            [programBefore activateWithOptions:0];
+            programBefore = nil;
+        }
+        QMetaObject::invokeMethod(qApp, hideWhenStillActive, Qt::QueuedConnection);
     }
 }
 
@@ -78,8 +124,9 @@ bool trustsAccessibility() {
 }
 
 Qt::WindowFlags panelFlags() {
-    // Not a popup, which cannot take the keyboard here, nor a tool, which the system hides behind Qt's back.
-    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    // Not a popup, which cannot take the keyboard here, nor a tool, which the system hides behind Qt's back. The last
+    // one keeps Qt from giving the window a full screen of its own.
+    return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint;
 }
 
 bool placesPanel() {

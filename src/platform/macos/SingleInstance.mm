@@ -1,86 +1,94 @@
 #include "platform/SingleInstance.h"
 
-#include <functional>
-#include <utility>
+#include "platform/macos/Action.h"
+
+#include <chrono>
+#include <semaphore>
 
 #import <AppKit/AppKit.h>
 #import <CoreServices/CoreServices.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto patience = 1s;
 
 /// Hears that the companion was opened again while it runs: from the Finder, from Spotlight, by `open -a`.
-@interface VornaReopenListener : NSObject {
-    std::function<void()> m_reopened;
-}
-- (instancetype)initWithFunction:(std::function<void()>)reopened;
-- (void)applicationWillFinishLaunching:(NSNotification*)notification;
-- (void)listen;
-- (void)handleReopen:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply;
-- (void)stop;
-@end
+class OpenedOnce final : public SingleInstance {
+public:
+    OpenedOnce();
+    ~OpenedOnce() override;
 
-@implementation VornaReopenListener
+private:
+    void listen();
 
-- (instancetype)initWithFunction:(std::function<void()>)reopened {
-    self = [super init];
-    if (self != nil) {
-        m_reopened = std::move(reopened);
-        if ([[NSRunningApplication currentApplication] isFinishedLaunching]) {
-            [self listen];
-        } else {
-            [[NSNotificationCenter defaultCenter] addObserver:self
-                                                     selector:@selector(applicationWillFinishLaunching:)
-                                                         name:NSApplicationWillFinishLaunchingNotification
-                                                       object:nil];
-        }
+    VornaAction* m_reopened = nil;
+    VornaAction* m_launching = nil;
+};
+
+OpenedOnce::OpenedOnce()
+    : m_reopened{[[VornaAction alloc] initWithFunction:[this] { emit messageReceived(u"panel"_s); }]}
+    , m_launching{[[VornaAction alloc] initWithFunction:[this] { listen(); }]} {
+    if ([[NSRunningApplication currentApplication] isFinishedLaunching]) {
+        listen();
+    } else {
+        // Not earlier: the application installs its own handlers first.
+        [[NSNotificationCenter defaultCenter] addObserver:m_launching
+                                                 selector:@selector(perform:)
+                                                     name:NSApplicationWillFinishLaunchingNotification
+                                                   object:nil];
     }
-    return self;
 }
 
-// Not earlier: the application installs its own handlers first.
-- (void)applicationWillFinishLaunching:(NSNotification*)notification {
-    (void)notification;
-    [self listen];
+OpenedOnce::~OpenedOnce() {
+    @autoreleasepool {
+        [[NSNotificationCenter defaultCenter] removeObserver:m_launching];
+        [[NSAppleEventManager sharedAppleEventManager] removeEventHandlerForEventClass:kCoreEventClass
+                                                                            andEventID:kAEReopenApplication];
+    }
 }
 
-- (void)listen {
-    [[NSAppleEventManager sharedAppleEventManager] setEventHandler:self
-                                                       andSelector:@selector(handleReopen:withReply:)
+void OpenedOnce::listen() {
+    [[NSAppleEventManager sharedAppleEventManager] setEventHandler:m_reopened
+                                                       andSelector:@selector(perform:with:)
                                                      forEventClass:kCoreEventClass
                                                         andEventID:kAEReopenApplication];
 }
 
-- (void)handleReopen:(NSAppleEventDescriptor*)event withReply:(NSAppleEventDescriptor*)reply {
-    (void)event;
-    (void)reply;
-    m_reopened();
+/// The system opens a bundle once, but not what is started in a terminal.
+NSRunningApplication* otherInstance() {
+    NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
+    if (identifier == nil) {
+        return nil;
+    }
+    for (NSRunningApplication* each in [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+        if (![each isEqual:[NSRunningApplication currentApplication]] && [each isFinishedLaunching]) {
+            return each;
+        }
+    }
+    return nil;
 }
 
-- (void)stop {
-    [[NSNotificationCenter defaultCenter] removeObserver:self];
-    [[NSAppleEventManager sharedAppleEventManager] removeEventHandlerForEventClass:kCoreEventClass
-                                                                        andEventID:kAEReopenApplication];
+void openAgain(NSRunningApplication* instance) {
+    const auto opened = std::make_shared<std::binary_semaphore>(0);
+    [[NSWorkspace sharedWorkspace] openApplicationAtURL:instance.bundleURL
+                                          configuration:[NSWorkspaceOpenConfiguration configuration]
+                                      completionHandler:^(NSRunningApplication*, NSError*) {
+                                          opened->release();
+                                      }];
+    (void)opened->try_acquire_for(patience);
 }
-
-@end
-
-namespace {
-
-/// The system opens a bundle once per session; a second opening reaches the one that runs.
-class OpenedOnce final : public SingleInstance {
-public:
-    OpenedOnce()
-        : m_listener{[[VornaReopenListener alloc] initWithFunction:[this] { emit messageReceived(u"panel"_s); }]} {}
-    ~OpenedOnce() override { [m_listener stop]; }
-
-private:
-    VornaReopenListener* m_listener = nil;
-};
 
 }
 
 std::unique_ptr<SingleInstance> SingleInstance::claim(const QString& /*message*/) {
     @autoreleasepool {
+        if (NSRunningApplication* other = otherInstance(); other != nil) {
+            openAgain(other);
+            return nullptr;
+        }
         return std::make_unique<OpenedOnce>();
     }
 }

@@ -4,10 +4,11 @@
 vorna_library(vorna_platform
     SOURCES
         platform/SingleInstance.h
+        platform/macos/Action.mm
         platform/macos/AppInfo.mm
         platform/macos/ChildDescriptors.cpp
         platform/macos/Desktop.mm
-        platform/macos/FontDesign.cpp
+        platform/macos/FontDesign.mm
         platform/macos/NotificationCenter.mm
         platform/macos/PendingAnswers.cpp
         platform/macos/SingleInstance.mm
@@ -21,15 +22,19 @@ vorna_library(vorna_platform
         Qt6::Gui
         "-framework AppKit"
         "-framework ApplicationServices"
+        "-framework CoreText"
         "-framework Foundation"
         "-framework UserNotifications")
 
 vorna_library(vorna_tray
     SOURCES
         platform/StatusItem.h
+        platform/macos/MenuBar.cpp
         platform/macos/StatusItem.mm
     LINKS vorna_platform)
 
+# What the system calls deprecated has no successor that does the same.
 foreach(LIBRARY vorna_platform vorna_tray)
-    target_compile_options(${LIBRARY} PRIVATE $<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc>)
+    target_compile_options(${LIBRARY} PRIVATE
+        "$<$<COMPILE_LANGUAGE:OBJCXX>:-fobjc-arc;-Wno-deprecated-declarations>")
 endforeach()

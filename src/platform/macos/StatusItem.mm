@@ -1,41 +1,20 @@
 #include "platform/StatusItem.h"
 
 #include "platform/StatusItemMenu.h"
+#include "platform/macos/Action.h"
+#include "platform/macos/MenuBar.h"
 #include "platform/macos/NativeString.h"
 
 #include <QCursor>
-#include <QRectF>
+#include <QGuiApplication>
+#include <QScreen>
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
 
 #import <AppKit/AppKit.h>
-
-/// What a button or an entry of a menu does.
-@interface VornaAction : NSObject {
-    std::function<void()> m_function;
-}
-- (instancetype)initWithFunction:(std::function<void()>)function;
-- (void)perform:(id)sender;
-@end
-
-@implementation VornaAction
-
-- (instancetype)initWithFunction:(std::function<void()>)function {
-    self = [super init];
-    if (self != nil) {
-        m_function = std::move(function);
-    }
-    return self;
-}
-
-- (void)perform:(id)sender {
-    (void)sender;
-    m_function();
-}
-
-@end
 
 namespace {
 
@@ -48,19 +27,26 @@ public:
     ~MenuBarStatusItem() override;
 
     void setSymbol(const QString& symbolName, const QString& meaning) override;
+    void setPanelOpen(bool isOpen) override;
     [[nodiscard]] QRect anchor() const override;
 
 private:
     using Signal = void (StatusItem::*)();
+    using Reaction = void (MenuBarStatusItem::*)();
 
     [[nodiscard]] VornaAction* actionFor(std::function<void()> function);
     void fillButton();
     void fillMenu();
     void addEntry(const QString& text, Signal chosen);
-    void watchOtherPlaces();
+    [[nodiscard]] id watch(NSEventMask events, Reaction reaction);
     void buttonPressed();
+    void rightButtonReleased();
+    void pressedInAnotherProgram();
+    void openMenu();
     void showMenu();
-    [[nodiscard]] std::optional<NSRect> frame() const;
+    void showHighlight();
+    [[nodiscard]] std::optional<QRect> place() const;
+    [[nodiscard]] bool isPointerOnItem() const;
 
     const QString m_title;
     QString m_symbolName;
@@ -68,7 +54,13 @@ private:
     NSStatusItem* m_item = nil;
     NSMenu* m_menu = nil;
     NSMutableArray* m_actions = nil;
-    id m_monitor = nil;
+    VornaAction* m_tracking = nil;
+    id m_releases = nil;
+    id m_presses = nil;
+    bool m_isPanelOpen = false;
+    bool m_menuHasOpened = false;
+    MenuBar::Openings m_openings;
+    std::optional<QPoint> m_click;
 };
 
 MenuBarStatusItem::MenuBarStatusItem(const QString& title)
@@ -79,15 +71,15 @@ MenuBarStatusItem::MenuBarStatusItem(const QString& title)
         m_actions = [[NSMutableArray alloc] init];
         fillButton();
         fillMenu();
-        watchOtherPlaces();
+        m_releases = watch(NSEventMaskRightMouseUp, &MenuBarStatusItem::rightButtonReleased);
     }
 }
 
 MenuBarStatusItem::~MenuBarStatusItem() {
     @autoreleasepool {
-        if (m_monitor != nil) {
-            [NSEvent removeMonitor:m_monitor];
-        }
+        setPanelOpen(false);
+        [NSEvent removeMonitor:m_releases];
+        [[NSNotificationCenter defaultCenter] removeObserver:m_tracking];
         m_item.button.target = nil;
         [[NSStatusBar systemStatusBar] removeStatusItem:m_item];
     }
@@ -103,7 +95,7 @@ void MenuBarStatusItem::fillButton() {
     NSStatusBarButton* button = m_item.button;
     button.title = NativeString::from(m_title);
     button.imagePosition = NSNoImage;
-    [button setAccessibilityTitle:NativeString::from(m_title)];
+    [button setAccessibilityLabel:NativeString::from(m_title)];
     button.target = actionFor([this] { buttonPressed(); });
     button.action = @selector(perform:);
     [button sendActionOn:clicks];
@@ -114,6 +106,11 @@ void MenuBarStatusItem::fillMenu() {
     addEntry(StatusItemMenu::settings.toString(), &StatusItem::settingsChosen);
     [m_menu addItem:[NSMenuItem separatorItem]];
     addEntry(StatusItemMenu::quit.toString().arg(m_title), &StatusItem::quitChosen);
+    m_tracking = actionFor([this] { m_menuHasOpened = true; });
+    [[NSNotificationCenter defaultCenter] addObserver:m_tracking
+                                             selector:@selector(perform:)
+                                                 name:NSMenuDidBeginTrackingNotification
+                                               object:m_menu];
 }
 
 void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
@@ -124,32 +121,75 @@ void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
     [m_menu addItem:entry];
 }
 
-// A press in another program's menu extra does not take the focus away; this is how it is heard of.
-void MenuBarStatusItem::watchOtherPlaces() {
-    m_monitor = [NSEvent addGlobalMonitorForEventsMatchingMask:presses
-                                                       handler:^(NSEvent*) {
-                                                           const auto own = frame();
-                                                           if (!own || !NSPointInRect([NSEvent mouseLocation], *own)) {
-                                                               emit clickedElsewhere();
-                                                           }
-                                                       }];
+id MenuBarStatusItem::watch(NSEventMask events, Reaction reaction) {
+    return [NSEvent addGlobalMonitorForEventsMatchingMask:events
+                                                  handler:^(NSEvent*) {
+                                                      (this->*reaction)();
+                                                  }];
 }
 
 void MenuBarStatusItem::buttonPressed() {
     NSEvent* event = [[NSApplication sharedApplication] currentEvent];
     if (event != nil &&
         (event.type == NSEventTypeRightMouseDown || (event.modifierFlags & NSEventModifierFlagControl) != 0)) {
-        showMenu();
+        openMenu();
     } else {
+        m_click = QCursor::pos();
         emit clicked();
+        m_click.reset();
     }
 }
 
-// A menu that is set all the time would keep the button from ever acting.
+// Since macOS 27 a right press does not reach the button, but its release is heard of as in another program.
+void MenuBarStatusItem::rightButtonReleased() {
+    if (isPointerOnItem()) {
+        openMenu();
+    }
+}
+
+// A press in another program's menu extra does not take the focus away; this is how it is heard of.
+void MenuBarStatusItem::pressedInAnotherProgram() {
+    if (!isPointerOnItem()) {
+        emit clickedElsewhere();
+    }
+}
+
+void MenuBarStatusItem::openMenu() {
+    if (m_openings.begin(std::chrono::steady_clock::now())) {
+        m_click = QCursor::pos();
+        showMenu();
+        m_click.reset();
+        m_openings.end(std::chrono::steady_clock::now());
+    }
+}
+
+// A menu that is set all the time would keep the button from ever acting. On a second display in full screen a click
+// may open nothing.
 void MenuBarStatusItem::showMenu() {
     m_item.menu = m_menu;
+    m_menuHasOpened = false;
     [m_item.button performClick:nil];
+    if (!m_menuHasOpened) {
+        [m_item popUpStatusItemMenu:m_menu];
+    }
     m_item.menu = nil;
+}
+
+void MenuBarStatusItem::setPanelOpen(bool isOpen) {
+    m_isPanelOpen = isOpen;
+    if (isOpen && m_presses == nil) {
+        m_presses = watch(presses, &MenuBarStatusItem::pressedInAnotherProgram);
+    } else if (!isOpen && m_presses != nil) {
+        [NSEvent removeMonitor:m_presses];
+        m_presses = nil;
+    }
+    showHighlight();
+    // The button takes it back at the end of the click that has opened the panel.
+    QMetaObject::invokeMethod(this, &MenuBarStatusItem::showHighlight, Qt::QueuedConnection);
+}
+
+void MenuBarStatusItem::showHighlight() {
+    [m_item.button highlight:m_isPanelOpen];
 }
 
 void MenuBarStatusItem::setSymbol(const QString& symbolName, const QString& meaning) {
@@ -171,24 +211,27 @@ void MenuBarStatusItem::setSymbol(const QString& symbolName, const QString& mean
     }
 }
 
-std::optional<NSRect> MenuBarStatusItem::frame() const {
+// The system counts upwards from the lower edge of the primary screen, Qt downwards from its upper edge.
+std::optional<QRect> MenuBarStatusItem::place() const {
     NSStatusBarButton* button = m_item.button;
-    if (button.window == nil) {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    if (button.window == nil || primary == nullptr) {
         return std::nullopt;
     }
-    return [button.window convertRectToScreen:[button convertRect:button.bounds toView:nil]];
+    const NSRect frame = [button.window convertRectToScreen:[button convertRect:button.bounds toView:nil]];
+    const qreal top = primary->geometry().height() - NSMaxY(frame);
+    return QRectF{NSMinX(frame), top, NSWidth(frame), NSHeight(frame)}.toRect();
+}
+
+bool MenuBarStatusItem::isPointerOnItem() const {
+    const auto item = place();
+    return item && MenuBar::isOnItem(QCursor::pos(), *item, MenuBar::screens());
 }
 
 QRect MenuBarStatusItem::anchor() const {
     @autoreleasepool {
-        NSScreen* primary = [[NSScreen screens] firstObject];
-        const auto place = frame();
-        if (!place || primary == nil) {
-            return {QCursor::pos(), QSize{0, 0}};
-        }
-        // The system counts upwards from the lower edge of the primary screen, Qt downwards from its upper edge.
-        const qreal top = NSMaxY(primary.frame) - NSMaxY(*place);
-        return QRectF{NSMinX(*place), top, NSWidth(*place), NSHeight(*place)}.toRect();
+        const auto item = place();
+        return item ? MenuBar::anchor(*item, m_click, MenuBar::screens()) : QRect{QCursor::pos(), QSize{0, 0}};
     }
 }
 

@@ -122,6 +122,8 @@ void PanelWindow::showAt(const QRect& anchor) {
     renderPending();
     fit();
     m_scroller->verticalScrollBar()->setValue(0);
+    create();
+    Desktop::prepareWindow(*windowHandle());
     show();
     setFocus(Qt::OtherFocusReason);
     Desktop::bringToFront(*windowHandle());

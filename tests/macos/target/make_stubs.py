@@ -52,14 +52,19 @@ FRAMEWORKS = {
     ),
     "AppKit": (
         [
+            "_NSApplicationDidFinishLaunchingNotification",
             "_NSApplicationWillFinishLaunchingNotification",
             "_NSDeviceRGBColorSpace",
             "_NSFontWeightRegular",
+            "_NSFontDescriptorSystemDesignMonospaced",
+            "_NSFontDescriptorSystemDesignRounded",
             "_NSFontWeightSemibold",
+            "_NSMenuDidBeginTrackingNotification",
         ],
         """
-        NSApplication NSBitmapImageRep NSEvent NSGraphicsContext NSImage NSImageSymbolConfiguration NSMenu NSMenuItem
+        NSApplication NSBitmapImageRep NSEvent NSFont NSGraphicsContext NSImage NSImageSymbolConfiguration NSMenu NSMenuItem
         NSRunningApplication NSScreen NSStatusBar NSStatusItem NSWorkspace
+        NSWorkspaceOpenConfiguration
         """.split(),
     ),
     "UserNotifications": (
@@ -67,6 +72,7 @@ FRAMEWORKS = {
         ["UNMutableNotificationContent", "UNNotificationRequest", "UNNotificationSound", "UNUserNotificationCenter"],
     ),
     "ApplicationServices": (["_AXIsProcessTrusted"], []),
+    "CoreText": (["_CTFontDescriptorCopyAttribute", "_kCTFontURLAttribute"], []),
 }
 
 

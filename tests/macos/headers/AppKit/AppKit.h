@@ -1,5 +1,5 @@
-// GNUstep's AppKit, and what it lacks of what the companion uses, declared after the public documentation of AppKit.
-// Each declaration says which one it stands for.
+// GNUstep's AppKit, and what it lacks of what the companion uses: with the types that a compiler needs. That names and
+// values are the system's own is compared with the whole SDK by test_sdk.
 #pragma once
 
 #include_next <AppKit/AppKit.h>
@@ -8,73 +8,79 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-// NSEvent.EventType, under the names without a class in front
-static constexpr NSEventType NSEventTypeLeftMouseDown = NSLeftMouseDown;   // .leftMouseDown
-static constexpr NSEventType NSEventTypeRightMouseDown = NSRightMouseDown; // .rightMouseDown
+static constexpr NSEventType NSEventTypeLeftMouseDown = NSLeftMouseDown;
+static constexpr NSEventType NSEventTypeRightMouseDown = NSRightMouseDown;
 
-// NSEvent.EventTypeMask, unsigned long long
 typedef unsigned long long NSEventMask;
-static constexpr NSEventMask NSEventMaskLeftMouseDown = 1ULL << 1;   // .leftMouseDown
-static constexpr NSEventMask NSEventMaskRightMouseDown = 1ULL << 3;  // .rightMouseDown
-static constexpr NSEventMask NSEventMaskOtherMouseDown = 1ULL << 25; // .otherMouseDown
+static constexpr NSEventMask NSEventMaskLeftMouseDown = 1ULL << 1;
+static constexpr NSEventMask NSEventMaskRightMouseDown = 1ULL << 3;
+static constexpr NSEventMask NSEventMaskRightMouseUp = 1ULL << 4;
+static constexpr NSEventMask NSEventMaskOtherMouseDown = 1ULL << 25;
 
-// NSEvent.ModifierFlags
-static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18; // .control
+static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18;
 
 @interface NSEvent (Declared)
-// addGlobalMonitorForEvents(matching:handler:)
 + (nullable id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent* event))block;
-+ (void)removeMonitor:(id)eventMonitor; // removeMonitor(_:)
++ (void)removeMonitor:(id)eventMonitor;
 @end
 
 @interface NSApplication (Declared)
-- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy; // setActivationPolicy(_:)
-- (void)yieldActivationToApplication:(NSRunningApplication*)application;     // yieldActivation(to:)
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)activate;
+- (void)yieldActivationToApplication:(NSRunningApplication*)application;
 @end
 
-// NSStatusItem.variableLength
+@interface NSWorkspaceOpenConfiguration : NSObject
++ (instancetype)configuration;
+@end
+
+@interface NSWorkspace (Declared)
+- (void)openApplicationAtURL:(NSURL*)applicationURL
+               configuration:(NSWorkspaceOpenConfiguration*)configuration
+           completionHandler:(nullable void (^)(NSRunningApplication* _Nullable app, NSError* _Nullable error))handler;
+@end
+
 #undef NSVariableStatusItemLength
 static constexpr CGFloat NSVariableStatusItemLength = -1.0;
 
 @interface NSStatusItem (Declared)
-@property(nullable, readonly, strong) NSStatusBarButton* button; // NSStatusItem.button
+@property(nullable, readonly, strong) NSStatusBarButton* button;
 @end
 
 @interface NSView (Declared)
-- (void)setAccessibilityTitle:
-    (nullable NSString*)accessibilityTitle;                    // NSAccessibilityProtocol.setAccessibilityTitle(_:)
-- (void)setAccessibilityValue:(nullable id)accessibilityValue; // NSAccessibilityProtocol.setAccessibilityValue(_:)
+- (void)setAccessibilityLabel:(nullable NSString*)accessibilityLabel;
+- (void)setAccessibilityValue:(nullable id)accessibilityValue;
 @end
 
-// NSCompositingOperation.sourceOver
 static constexpr NSCompositingOperation NSCompositingOperationSourceOver = NSCompositeSourceOver;
 
-// NSImage.SymbolConfiguration
 @interface NSImageSymbolConfiguration : NSObject <NSCopying>
-// init(pointSize:weight:)
 + (instancetype)configurationWithPointSize:(CGFloat)pointSize weight:(NSFontWeight)weight;
 @end
 
 @interface NSImage (Declared)
-// init(systemSymbolName:accessibilityDescription:)
 + (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
                           accessibilityDescription:(nullable NSString*)description;
-// withSymbolConfiguration(_:)
 - (nullable NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration;
-- (BOOL)isTemplate;             // NSImage.isTemplate
-- (void)setTemplate:(BOOL)flag; // the same, written
+- (void)setTemplate:(BOOL)flag;
 @end
 
-@class NSAppleEventDescriptor; // NSAppleEventDescriptor
+typedef NSString* NSFontDescriptorSystemDesign;
+extern NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignRounded;
+extern NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignMonospaced;
+
+@interface NSFontDescriptor (Declared)
+- (nullable NSFontDescriptor*)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design;
+@end
+
+@class NSAppleEventDescriptor;
 
 @interface NSAppleEventManager (Declared)
-+ (NSAppleEventManager*)sharedAppleEventManager; // NSAppleEventManager.shared()
-// setEventHandler(_:andSelector:forEventClass:andEventID:)
++ (NSAppleEventManager*)sharedAppleEventManager;
 - (void)setEventHandler:(id)handler
             andSelector:(SEL)handleEventSelector
           forEventClass:(AEEventClass)eventClass
              andEventID:(AEEventID)eventID;
-// removeEventHandler(forEventClass:andEventID:)
 - (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID;
 @end
 

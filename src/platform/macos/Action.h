@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+#import <Foundation/Foundation.h>
+
+/// A function where the system wants an object and a selector: a button's target, an observer, a handler of an event.
+@interface VornaAction : NSObject {
+    std::function<void()> m_function;
+}
+- (instancetype)initWithFunction:(std::function<void()>)function;
+- (void)perform:(id)sender;
+- (void)perform:(id)event with:(id)reply;
+@end

@@ -1,0 +1,26 @@
+#include "platform/macos/Action.h"
+
+#include <utility>
+
+@implementation VornaAction
+
+- (instancetype)initWithFunction:(std::function<void()>)function {
+    self = [super init];
+    if (self != nil) {
+        m_function = std::move(function);
+    }
+    return self;
+}
+
+- (void)perform:(id)sender {
+    (void)sender;
+    m_function();
+}
+
+- (void)perform:(id)event with:(id)reply {
+    (void)event;
+    (void)reply;
+    m_function();
+}
+
+@end
