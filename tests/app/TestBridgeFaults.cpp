@@ -220,8 +220,7 @@ void TestBridgeFaults::faultIsShownAndGotOver_data() {
     const auto monitor = [](const Script& script) { return Fault{.monitor = script}; };
     const auto json = [](const QByteArray& body) { return Fault{.monitor = ScriptedPeer::plain(200, body)}; };
     const QByteArray answer = good().pieces.first();
-    const QByteArray manyFields = QByteArray{"X: y\r\n"}.repeated(1000);
-    const QByteArray manyInterims = QByteArray{"HTTP/1.1 100 Continue\r\n\r\n"}.repeated(1000);
+    const Script endless{{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece};
 
     row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
     row("stall, health", health({{}, End::stall}), Outcome::unreachable, late);
@@ -235,64 +234,28 @@ void TestBridgeFaults::faultIsShownAndGotOver_data() {
     row("closed, health", health({}), Outcome::unreachable, lost);
     row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
     row("half-closed, health", health({{sizedHead(100)}, End::halfClose}), Outcome::unreachable, lost);
-    row("half-closed, monitor", monitor({{answer.chopped(1)}, End::halfClose}), Outcome::onlineWithoutData);
     row("half-closed behind all of it", monitor({{head({}) + snapshot()}, End::halfClose}), Outcome::snapshot);
-
     row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
-    row("status 404, health", health(ScriptedPeer::plain(404)), Outcome::offline);
-    row("status 204, health", health({{"HTTP/1.1 204 No Content\r\n\r\n"}, End::stall}), Outcome::offline);
+    row("status 204 with odd headers, health",
+        health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline);
     row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
-    row("redirect loop, health", health({{"HTTP/1.1 302 Found\r\nLocation: /health\r\nContent-Length: 0\r\n\r\n"}}),
+    row("redirect loop", health({{"HTTP/1.1 302 Found\r\nLocation: /health\r\nContent-Length: 0\r\n\r\n"}}),
         Outcome::offline);
-    row("redirect loop, monitor",
-        monitor({{"HTTP/1.1 307 Again\r\nLocation: /monitor/desktop\r\nContent-Length: 0\r\n\r\n"}}),
-        Outcome::onlineWithoutData);
-
     row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
-    row("garbage: not HTTP, monitor", monitor({{QByteArray(100, '\0')}, End::stall}), Outcome::onlineWithoutData);
-    row("garbage: headers, health", health({{"HTTP/1.1 200 OK\r\nnonsense\r\n\r\n"}}), Outcome::unreachable, garbled);
-    row("garbage: nothing", json({}), Outcome::onlineWithoutData);
-    row("garbage: not JSON", json("<html>Bad gateway</html>"), Outcome::onlineWithoutData);
+    row("garbage: headers, health", health({{head("nonsense\r\n")}}), Outcome::unreachable, garbled);
     row("garbage: half of the JSON", json(snapshot().chopped(40)), Outcome::onlineWithoutData);
-    row("garbage: a list", json("[" + snapshot() + "]"), Outcome::onlineWithoutData);
     row("garbage: wrong types", json(snapshot(R"(,"host":{"cpu_load_1m":"high"})")), Outcome::onlineWithoutData);
-    row("garbage: not UTF-8", json(snapshot(",\"x\":\"\xff\xfe\"")), Outcome::onlineWithoutData);
+    row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData);
     row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
         Outcome::onlineWithoutData);
-
-    row("giant: endless body, health", health({{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
-        Outcome::unreachable, tooMuch);
-    row("giant: endless body, monitor", monitor({{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
-        Outcome::onlineWithoutData);
+    row("giant: endless body, health", health(endless), Outcome::unreachable, tooMuch);
+    row("giant: endless body, monitor", monitor(endless), Outcome::onlineWithoutData);
     row("giant: endless header", health({{"HTTP/1.1 200 OK\r\nX: ", QByteArray(10'000, 'x')}, End::repeatLastPiece}),
         Outcome::unreachable, tooMuch);
-    row("giant: endless headers", health({{"HTTP/1.1 200 OK\r\n", manyFields}, End::repeatLastPiece}),
-        Outcome::unreachable, tooMuch);
-    row("giant: endless interim answers", health({{manyInterims}, End::repeatLastPiece}), Outcome::unreachable,
-        tooMuch);
     row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
         Outcome::snapshot);
     row("giant: one byte more", json(snapshot(QByteArray(largestBody + 1 - snapshot().size(), ' '))),
         Outcome::onlineWithoutData);
-    row("length: more than comes", monitor({{sizedHead(snapshot().size() + 1) + snapshot()}}),
-        Outcome::onlineWithoutData);
-    row("length: less than comes", monitor({{sizedHead(snapshot().size() - 1) + snapshot()}}),
-        Outcome::onlineWithoutData);
-    row("length: two that differ", health({{head("Content-Length: 0\r\nContent-Length: 1\r\n")}}), Outcome::unreachable,
-        garbled);
-
-    const QByteArray chunkedHead = head("Transfer-Encoding: chunked\r\n");
-    const QByteArray chunk = QByteArray::number(snapshot().size(), 16) + ";name=value\r\n" + snapshot() + "\r\n";
-    row("chunks: with all that is allowed", monitor({{chunkedHead + chunk + "000\r\nTrailer: x\r\n\r\n"}, End::stall}),
-        Outcome::snapshot);
-    row("chunks: without an end", monitor({{chunkedHead + chunk}}), Outcome::onlineWithoutData);
-    row("chunks: a size past 64 bits", monitor({{chunkedHead + "fffffffffffffffff\r\n"}, End::stall}),
-        Outcome::onlineWithoutData);
-    row("chunks: a size past the limit",
-        monitor({{chunkedHead + "7fffffffffffffff\r\n", QByteArray(256 * 1024, ' ')}, End::repeatLastPiece}),
-        Outcome::onlineWithoutData);
-    row("chunks: endless trailers", health({{chunkedHead + "0\r\n", manyFields}, End::repeatLastPiece}),
-        Outcome::unreachable, tooMuch);
 }
 
 void TestBridgeFaults::faultIsShownAndGotOver() {

@@ -219,68 +219,52 @@ void TestDesktopMonitorPayload::wholeNumbersKeep64Bits() {
 
 void TestDesktopMonitorPayload::failuresNameTheirKey_data() {
     QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char* name, const QByteArray& json, Kind kind, QString what) {
-        what.replace(u"” "_s, u"” in the answer of the bridge "_s)
-            .replace(u"The answer "_s, u"The answer of the bridge "_s);
-        QTest::newRow(name) << json << static_cast<int>(kind) << QString{what + u'.'};
+    QTest::addColumn<BridgeError>("error");
+    const auto row = [](const QByteArray& json, Kind kind, const QString& path, const QString& what) {
+        const QString subject = path.isEmpty() ? u"The answer"_s : u"“%1” in the answer"_s.arg(path);
+        QTest::newRow(json.constData()) << json << BridgeError{kind, subject + u" of the bridge " + what + u'.'};
     };
-
-    row("list at the top", "[]", Kind::typeMismatch, u"The answer is not an object"_s);
-    row("number at the top", "3", Kind::typeMismatch, u"The answer is not an object"_s);
-    row("null at the top", " null ", Kind::typeMismatch, u"The answer is not an object"_s);
-    row("text at the top", R"("a")", Kind::typeMismatch, u"The answer is not an object"_s);
-    row("host of a wrong type", withHost("[]"), Kind::typeMismatch, u"“host” is not an object"_s);
-    row("host name of a wrong type", withHost(R"({"hostname":1})"), Kind::typeMismatch,
-        u"“host.hostname” is not a text"_s);
-    row("figure of a wrong type", withHost(R"({"disk_free_gb":"1"})"), Kind::typeMismatch,
-        u"“host.disk_free_gb” is not a number"_s);
-    row("figure that is a truth value", withHost(R"({"cpu_load_1m":true})"), Kind::typeMismatch,
-        u"“host.cpu_load_1m” is not a number"_s);
-    row("missing up", R"({"caddy_sites_total":0,"services":[]})", Kind::keyNotFound, u"“caddy_sites_up” is missing"_s);
-    row("missing total", R"({"caddy_sites_up":0,"services":[]})", Kind::keyNotFound,
-        u"“caddy_sites_total” is missing"_s);
-    row("missing services", R"({"caddy_sites_up":0,"caddy_sites_total":0})", Kind::keyNotFound,
-        u"“services” is missing"_s);
-    row("null up", withSitesUp("null"), Kind::valueNotFound, u"“caddy_sites_up” is null"_s);
-    row("half a site", withSitesUp("2.5"), Kind::typeMismatch, u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("up past 64 bits", withSitesUp("9223372036854775808"), Kind::typeMismatch,
-        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("up past 64 bits without a sign", withSitesUp("18446744073709551615"), Kind::typeMismatch,
-        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("up below 64 bits", withSitesUp("-9223372036854775809"), Kind::typeMismatch,
-        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("up as a text", withSitesUp(R"("1")"), Kind::typeMismatch,
-        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("up as a truth value", withSitesUp("true"), Kind::typeMismatch,
-        u"“caddy_sites_up” is not a whole number of 64 bits"_s);
-    row("services of a wrong type", R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":{}})", Kind::typeMismatch,
-        u"“services” is not a list"_s);
-    row("service of a wrong type", withService("3"), Kind::typeMismatch, u"“services[1]” is not an object"_s);
-    row("service without a name", withService(R"({"ok":true,"detail":""})"), Kind::keyNotFound,
-        u"“services[1].name” is missing"_s);
-    row("ok as a number", withService(R"({"name":"c","ok":1,"detail":""})"), Kind::typeMismatch,
-        u"“services[1].ok” is neither true nor false"_s);
-    row("ok as a text", withService(R"({"name":"c","ok":"true","detail":""})"), Kind::typeMismatch,
-        u"“services[1].ok” is neither true nor false"_s);
-    row("service without a detail", withService(R"({"name":"c","ok":true})"), Kind::keyNotFound,
-        u"“services[1].detail” is missing"_s);
-    row("null detail", withService(R"({"name":"c","ok":true,"detail":null})"), Kind::valueNotFound,
-        u"“services[1].detail” is null"_s);
-    row("category of a wrong type", withService(R"({"name":"c","ok":true,"detail":"","category":2})"),
-        Kind::typeMismatch, u"“services[1].category” is not a text"_s);
-    row("the first failure counts", R"({"host":3,"services":4})", Kind::typeMismatch, u"“host” is not an object"_s);
+    const QString notWhole = u"is not a whole number of 64 bits"_s;
+    row("[]", Kind::typeMismatch, u""_s, u"is not an object"_s);
+    row("3", Kind::typeMismatch, u""_s, u"is not an object"_s);
+    row(" null ", Kind::typeMismatch, u""_s, u"is not an object"_s);
+    row(R"("a")", Kind::typeMismatch, u""_s, u"is not an object"_s);
+    row(withHost("[]"), Kind::typeMismatch, u"host"_s, u"is not an object"_s);
+    row(withHost(R"({"hostname":1})"), Kind::typeMismatch, u"host.hostname"_s, u"is not a text"_s);
+    row(withHost(R"({"disk_free_gb":"1"})"), Kind::typeMismatch, u"host.disk_free_gb"_s, u"is not a number"_s);
+    row(withHost(R"({"cpu_load_1m":true})"), Kind::typeMismatch, u"host.cpu_load_1m"_s, u"is not a number"_s);
+    row(R"({"caddy_sites_total":0,"services":[]})", Kind::keyNotFound, u"caddy_sites_up"_s, u"is missing"_s);
+    row(R"({"caddy_sites_up":0,"services":[]})", Kind::keyNotFound, u"caddy_sites_total"_s, u"is missing"_s);
+    row(R"({"caddy_sites_up":0,"caddy_sites_total":0})", Kind::keyNotFound, u"services"_s, u"is missing"_s);
+    row(withSitesUp("null"), Kind::valueNotFound, u"caddy_sites_up"_s, u"is null"_s);
+    row(withSitesUp("2.5"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(withSitesUp("9223372036854775808"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(withSitesUp("18446744073709551615"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(withSitesUp("-9223372036854775809"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(withSitesUp(R"("1")"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(withSitesUp("true"), Kind::typeMismatch, u"caddy_sites_up"_s, notWhole);
+    row(R"({"caddy_sites_up":0,"caddy_sites_total":0,"services":{}})", Kind::typeMismatch, u"services"_s,
+        u"is not a list"_s);
+    row(withService("3"), Kind::typeMismatch, u"services[1]"_s, u"is not an object"_s);
+    row(withService(R"({"ok":true,"detail":""})"), Kind::keyNotFound, u"services[1].name"_s, u"is missing"_s);
+    row(withService(R"({"name":"c","ok":1,"detail":""})"), Kind::typeMismatch, u"services[1].ok"_s,
+        u"is neither true nor false"_s);
+    row(withService(R"({"name":"c","ok":"true","detail":""})"), Kind::typeMismatch, u"services[1].ok"_s,
+        u"is neither true nor false"_s);
+    row(withService(R"({"name":"c","ok":true})"), Kind::keyNotFound, u"services[1].detail"_s, u"is missing"_s);
+    row(withService(R"({"name":"c","ok":true,"detail":null})"), Kind::valueNotFound, u"services[1].detail"_s,
+        u"is null"_s);
+    row(withService(R"({"name":"c","ok":true,"detail":"","category":2})"), Kind::typeMismatch,
+        u"services[1].category"_s, u"is not a text"_s);
+    row(R"({"host":3,"services":4})", Kind::typeMismatch, u"host"_s, u"is not an object"_s);
 }
 
 void TestDesktopMonitorPayload::failuresNameTheirKey() {
     QFETCH(const QByteArray, json);
-    QFETCH(const int, kind);
-    QFETCH(const QString, text);
+    QFETCH(const BridgeError, error);
     const auto payload = DesktopMonitorPayload::decode(json);
     QVERIFY(!payload);
-    QCOMPARE(static_cast<int>(payload.error().kind), kind);
-    QCOMPARE(payload.error().text, text);
+    QCOMPARE(payload.error(), error);
 }
 
 QTEST_GUILESS_MAIN(TestDesktopMonitorPayload)
