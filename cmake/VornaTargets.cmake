@@ -16,7 +16,7 @@ if(VORNA_WERROR)
     target_compile_options(vorna_options INTERFACE -Werror)
 endif()
 
-set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined or thread")
+set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined")
 if(VORNA_SANITIZE)
     target_compile_definitions(vorna_options INTERFACE _GLIBCXX_ASSERTIONS)
     target_compile_options(vorna_options INTERFACE -fsanitize=${VORNA_SANITIZE} -fno-omit-frame-pointer
@@ -30,8 +30,7 @@ endif()
 set(VORNA_SANITIZER_ENVIRONMENT
     "ASAN_OPTIONS=set:detect_stack_use_after_return=1:check_initialization_order=1:fast_unwind_on_malloc=0"
     "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0"
-    "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1"
-    "TSAN_OPTIONS=set:halt_on_error=1:second_deadlock_stack=1:ignore_noninstrumented_modules=1")
+    "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1")
 
 # vorna_library(NAME SOURCES … LINKS …): one library of the house, static unless BUILD_SHARED_LIBS; LINKS are its arrows,
 # all of them.

@@ -1,12 +1,12 @@
 #include "cli/ChildProcess.h"
 
-#include "cli/Pipe.h"
 #include "platform/ChildDescriptors.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
-#include <utility>
+#include <vector>
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -15,14 +15,29 @@ extern char** environ; // NOLINT(readability-redundant-declaration): glibc decla
 
 namespace {
 
-constexpr pid_t noProcess = 0;
-
 /// What `posix_spawn` is told about the new process, freed with this object.
 class SpawnPlan final {
 public:
-    SpawnPlan() {
-        note(posix_spawn_file_actions_init(&m_actions));
-        note(posix_spawnattr_init(&m_attributes));
+    SpawnPlan(const Descriptor& output, const Descriptor& errors) {
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        sigset_t defaulted;
+        sigfillset(&defaulted);
+        sigdelset(&defaulted, SIGKILL);
+        sigdelset(&defaulted, SIGSTOP);
+        short flags = POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+        const std::array failures{
+            posix_spawn_file_actions_init(&m_actions),
+            posix_spawnattr_init(&m_attributes),
+            posix_spawn_file_actions_adddup2(&m_actions, output.number(), STDOUT_FILENO),
+            posix_spawn_file_actions_adddup2(&m_actions, errors.number(), STDERR_FILENO),
+            ChildDescriptors::inheritNothingElse(m_actions, flags),
+            posix_spawnattr_setpgroup(&m_attributes, 0),
+            posix_spawnattr_setsigmask(&m_attributes, &blocked),
+            posix_spawnattr_setsigdefault(&m_attributes, &defaulted),
+            posix_spawnattr_setflags(&m_attributes, flags),
+        };
+        m_failure = *std::ranges::max_element(failures);
     }
     SpawnPlan(const SpawnPlan&) = delete;
     SpawnPlan& operator=(const SpawnPlan&) = delete;
@@ -31,58 +46,26 @@ public:
         posix_spawn_file_actions_destroy(&m_actions);
     }
 
-    void connectStreams(const Descriptor& output, const Descriptor& errors) {
-        note(posix_spawn_file_actions_adddup2(&m_actions, output.number(), STDOUT_FILENO));
-        note(posix_spawn_file_actions_adddup2(&m_actions, errors.number(), STDERR_FILENO));
-        note(ChildDescriptors::inheritNothingElse(m_actions, m_flags));
-    }
-
-    void resetSignals() {
-        sigset_t blocked;
-        sigemptyset(&blocked);
-        sigset_t defaulted;
-        sigfillset(&defaulted);
-        sigdelset(&defaulted, SIGKILL);
-        sigdelset(&defaulted, SIGSTOP);
-        note(posix_spawnattr_setsigmask(&m_attributes, &blocked));
-        note(posix_spawnattr_setsigdefault(&m_attributes, &defaulted));
-        m_flags = static_cast<short>(m_flags | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-
-    std::expected<pid_t, int> start(const std::string& executable, std::vector<char*> argumentVector) {
-        note(posix_spawnattr_setflags(&m_attributes, m_flags));
-        pid_t process = noProcess;
-        if (m_error == 0) {
-            note(posix_spawn(&process, executable.c_str(), &m_actions, &m_attributes, argumentVector.data(), environ));
-        }
-        if (m_error != 0) {
-            return std::unexpected{m_error};
-        }
-        return process;
+    /// Answers the `errno`, or 0.
+    [[nodiscard]] int start(pid_t& process, std::vector<std::string> words) const {
+        std::vector<char*> pointers;
+        std::ranges::transform(words, std::back_inserter(pointers), [](std::string& word) { return word.data(); });
+        pointers.push_back(nullptr);
+        return m_failure != 0
+                   ? m_failure
+                   : posix_spawn(&process, pointers.front(), &m_actions, &m_attributes, pointers.data(), environ);
     }
 
 private:
-    void note(int error) { m_error = m_error == 0 ? error : m_error; }
-
     posix_spawn_file_actions_t m_actions{};
     posix_spawnattr_t m_attributes{};
-    short m_flags = 0;
-    int m_error = 0;
+    int m_failure = 0;
 };
-
-std::vector<char*> argumentVector(const std::string& executable, const std::vector<std::string>& arguments) {
-    std::vector<char*> pointers{const_cast<char*>(executable.c_str())};
-    std::ranges::transform(arguments, std::back_inserter(pointers),
-                           [](const std::string& argument) { return const_cast<char*>(argument.c_str()); });
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 /// A program that was started with SIGCHLD ignored, and passes that on to us, would cost us every exit status.
 void keepExitStatuses() {
     struct sigaction action{};
-    if (sigaction(SIGCHLD, nullptr, &action) == 0 && (action.sa_flags & SA_SIGINFO) == 0 &&
-        action.sa_handler == SIG_IGN) {
+    if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
         action.sa_handler = SIG_DFL;
         sigaction(SIGCHLD, &action, nullptr);
     }
@@ -90,8 +73,7 @@ void keepExitStatuses() {
 
 }
 
-std::expected<ChildProcess, int> ChildProcess::launch(const std::string& executable,
-                                                      const std::vector<std::string>& arguments) {
+std::expected<ChildProcess, int> ChildProcess::launch(const std::string& executable, const QStringList& arguments) {
     if (!executable.contains('/')) {
         return std::unexpected{ENOENT};
     }
@@ -100,70 +82,35 @@ std::expected<ChildProcess, int> ChildProcess::launch(const std::string& executa
     if (!errors) {
         return std::unexpected{errors.error()};
     }
+    std::vector<std::string> words{executable};
+    std::ranges::transform(arguments, std::back_inserter(words), &QString::toStdString);
     keepExitStatuses();
-    SpawnPlan plan;
-    plan.connectStreams(output->writing, errors->writing);
-    plan.resetSignals();
-    const auto process = plan.start(executable, argumentVector(executable, arguments));
-    if (!process) {
-        return std::unexpected{process.error()};
+    pid_t process = 0;
+    if (const int failure = SpawnPlan{output->writing, errors->writing}.start(process, std::move(words))) {
+        return std::unexpected{failure};
     }
-    return ChildProcess{*process, std::move(output->reading), std::move(errors->reading)};
+    return ChildProcess{process, std::move(*output), std::move(*errors)};
 }
 
-ChildProcess::ChildProcess(pid_t process, Descriptor output, Descriptor errors)
-    : m_process{process}
-    , m_output{std::move(output)}
-    , m_errors{std::move(errors)} {}
-
-ChildProcess::ChildProcess(ChildProcess&& other) noexcept
-    : m_process{std::exchange(other.m_process, noProcess)}
-    , m_output{std::move(other.m_output)}
-    , m_errors{std::move(other.m_errors)} {}
-
-ChildProcess::~ChildProcess() {
-    m_output.close();
-    m_errors.close();
-    (void)waitForExit();
-}
-
-bool ChildProcess::isRunning() const {
-    siginfo_t change{};
-    int answer = 0;
-    do {
-        answer = waitid(P_PID, static_cast<id_t>(m_process), &change, WEXITED | WNOHANG | WNOWAIT);
-    } while (answer == -1 && errno == EINTR);
-    return answer == 0 && change.si_pid == 0;
+bool ChildProcess::isRunning() {
+    if (!m_process) {
+        return false;
+    }
+    int status = 0;
+    const pid_t answer = waitpid(*m_process, &status, WNOHANG);
+    if (answer == 0 || (answer == -1 && kill(*m_process, 0) == 0)) {
+        return true;
+    }
+    if (answer == *m_process) {
+        m_status = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
+    }
+    m_process.reset();
+    return false;
 }
 
 void ChildProcess::terminate() const {
-    kill(m_process, SIGTERM);
-}
-
-std::string ChildProcess::readOutput() {
-    std::string output;
-    readToEnd({{m_output, output}});
-    return output;
-}
-
-ChildProcess::Streams ChildProcess::readStreams() {
-    Streams streams;
-    readToEnd({{m_output, streams.output}, {m_errors, streams.errors}});
-    return streams;
-}
-
-int ChildProcess::waitForExit() {
-    const pid_t process = std::exchange(m_process, noProcess);
-    if (process == noProcess) {
-        return unknownStatus;
+    if (m_process) {
+        kill(*m_process, SIGTERM);
+        kill(*m_process, SIGCONT);
     }
-    int status = 0;
-    pid_t answer = 0;
-    do {
-        answer = waitpid(process, &status, 0);
-    } while (answer == -1 && errno == EINTR);
-    if (answer != process) {
-        return unknownStatus;
-    }
-    return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
 }

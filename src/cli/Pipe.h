@@ -2,9 +2,12 @@
 
 #include "cli/Descriptor.h"
 
+#include <QCoro/QCoroTask>
+
+#include <QString>
+
 #include <expected>
-#include <initializer_list>
-#include <string>
+#include <optional>
 
 /// A pipe of this process that no child inherits.
 struct Pipe final {
@@ -16,17 +19,7 @@ struct Pipe final {
     [[nodiscard]] static std::expected<Pipe, int> open();
 };
 
-/// What one reading takes at most: a limit for a writer without end, far beyond what anybody would read.
-inline constexpr std::size_t mostBytesRead = 16UL * 1024 * 1024;
-
-/// The reading end of a pipe, and where what comes out of it goes.
-struct Reading final {
-    Descriptor& from;
-    std::string& into;
-};
-
-/// Waits for all that is written to these pipes, for each until every writing end is closed or `mostBytesRead` have
-/// come, and closes it: who writes on finds the pipe broken. They are read side by side, so that a writer who has
-/// filled one of them does not wait while another is held open. A text that was cut ends with a whole character of
-/// UTF-8.
-void readToEnd(std::initializer_list<Reading> readings);
+/// Reads the UTF-8 text that is written to this pipe until every writing end is closed, or 16 MiB have come, and closes
+/// it; a text that is longer ends with a whole character. Nothing when it is not UTF-8. Main thread only, which it
+/// never keeps for longer than a small block takes.
+[[nodiscard]] QCoro::Task<std::optional<QString>> readText(Descriptor from);

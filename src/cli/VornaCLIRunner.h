@@ -1,10 +1,14 @@
 #pragma once
 
+#include "support/Clock.h"
+
 #include <QCoro/QCoroTask>
 
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+#include <functional>
 #include <string>
 
 /// Runs the platform's command-line tool once as a child process. No instances and no state; calls are independent and
@@ -22,14 +26,27 @@ struct Result final {
     friend bool operator==(const Result&, const Result&) = default;
 };
 
+/// What a call takes from its surroundings; a test hands in others.
+struct Surroundings final {
+    std::string which = "/usr/bin/which";
+    Clock clock = wallClock;
+    /// Calls back once from the event loop, when the time has passed.
+    std::function<void(std::chrono::milliseconds, std::function<void()>)> callLater = singleShot;
+
+    static void singleShot(std::chrono::milliseconds delay, const std::function<void()>& callback);
+};
+
+/// `HOME` where that is absolute, else what the system has on record for this user; else empty.
+[[nodiscard]] std::string homeDirectory();
+
 /// The tool's path: from the search path, else the development checkout, else the user's own install, else its bare
-/// name. Asks the program `which`, and believes it only when it exits with 0; that takes some milliseconds, so this is
-/// not for the main thread.
-[[nodiscard]] std::string resolveVornaExecutable(const std::string& which = "/usr/bin/which");
+/// name. Asks the program `which`, and believes it only when it exits with 0.
+[[nodiscard]] QCoro::Task<std::string> resolveVornaExecutable(Surroundings surroundings = {});
 
 /// Runs the tool with `arguments` and ends it (SIGTERM, once) when it outlives `timeout` seconds. Its output is read
 /// only after that, so a tool that fills its pipe waits there until the time is over; what writes on without end then
 /// is cut off after 16 MiB a stream. Never fails: see `Result`.
 [[nodiscard]] QCoro::Task<Result> run(QStringList arguments, double timeout);
+[[nodiscard]] QCoro::Task<Result> runIn(Surroundings surroundings, QStringList arguments, double timeout);
 
 }

@@ -192,9 +192,10 @@ void TestStatusModelActions::messageIsTheFirstThreeLines_data() {
         << u"partial"_s << u"boom"_s << 1 << u"partial"_s << u"Failed: partial"_s;
     QTest::newRow("status alone") << QString() << QString() << 2 << u"exit 2"_s << u"Failed: exit 2"_s;
     QTest::newRow("nothing") << QString() << QString() << 0 << u"ok"_s << u"ok"_s;
-    QTest::newRow("missing tool") << QString() << u"The command “vorna” could not be found."_s << 127
-                                  << u"The command “vorna” could not be found."_s
-                                  << u"Failed: The command “vorna” could not be found."_s;
+    QTest::newRow("missing tool") << QString()
+                                  << u"The command “vorna” could not be started: No such file or directory."_s << 127
+                                  << u"The command “vorna” could not be started: No such file or directory."_s
+                                  << u"Failed: The command “vorna” could not be started: No such file or directory."_s;
 }
 
 void TestStatusModelActions::messageIsTheFirstThreeLines() {

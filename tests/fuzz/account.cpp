@@ -48,7 +48,9 @@ QString expectedLine(const QJsonDocument& answer) {
 /// The input is what the tool prints when it is asked for the account state.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto input = Fuzz::view(data, size);
-    const auto output = utf8Text({reinterpret_cast<const char*>(data), size});
+    Utf8Text text;
+    text.append(input);
+    const auto output = text.whole();
     const QString line = lineAfter(0, output.value_or(QString{}));
     require(lineAfter(0, output.value_or(QString{})) == line);
     require(lineAfter(1, output.value_or(QString{})) == untouched);

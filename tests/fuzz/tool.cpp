@@ -44,7 +44,12 @@ Shown shown(const Result& toolResult) {
 
 /// The text of these bytes, which is none exactly when decoding them leaves marks in place of what is wrong.
 QString decoded(QByteArrayView bytes) {
-    const auto text = utf8Text({bytes.data(), static_cast<std::size_t>(bytes.size())});
+    Utf8Text atOnce;
+    atOnce.append(bytes);
+    const auto text = atOnce.whole();
+    Utf8Text inPieces;
+    std::ranges::for_each(bytes, [&](const char& byte) { inPieces.append({&byte, 1}); });
+    require(inPieces.whole() == text);
     const QByteArray guarded = 'x' + bytes.toByteArray();
     require(text.has_value() == (QString::fromUtf8(guarded).toUtf8() == guarded));
     require(!text || text->toUtf8() == bytes);
@@ -103,7 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const auto input = Fuzz::view(data, size);
     const QByteArrayView printed = QByteArrayView{input}.sliced(1);
-    const qsizetype end = printed.lastIndexOf('\0');
+    const qsizetype end = printed.isEmpty() ? -1 : printed.lastIndexOf('\0');
     const qint32 exitCode = input.front() - '0';
     const Result result{
         .exitCode = exitCode,

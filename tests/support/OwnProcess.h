@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QDir>
+#include <QFile>
 
+#include <csignal>
 #include <filesystem>
 #include <system_error>
 
@@ -35,6 +37,13 @@ namespace OwnProcess {
 [[nodiscard]] inline bool hasChild() {
     siginfo_t change{};
     return waitid(P_ALL, 0, &change, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+/// Whether this process runs; only Linux shows one that is dead and not waited for.
+[[nodiscard]] inline bool isAlive(pid_t process) {
+    QFile status{QStringLiteral("/proc/%1/stat").arg(process)};
+    const bool isZombie = status.open(QIODevice::ReadOnly) && status.readAll().contains(") Z ");
+    return !isZombie && kill(process, 0) == 0;
 }
 
 }

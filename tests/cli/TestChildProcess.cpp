@@ -1,0 +1,338 @@
+#include "cli/ChildProcess.h"
+
+#include "cli/StandInTool.h"
+#include "cli/VornaCLIRunner.h"
+#include "support/OwnProcess.h"
+
+#include <QProcess>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <string_view>
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+extern char** environ; // NOLINT(readability-redundant-declaration): glibc declares it too, the Mac does not.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int waitMs = 60'000;
+char* ownPath = nullptr;
+
+struct Outcome final {
+    int status = 0;
+    QString output;
+    QString errors;
+};
+
+bool ends(ChildProcess& child) {
+    return QTest::qWaitFor([&child] { return !child.isRunning(); }, waitMs);
+}
+
+Outcome outcomeOf(const std::string& executable, const QStringList& arguments) {
+    auto child = ChildProcess::launch(executable, arguments);
+    if (!child) {
+        return {.status = -child.error(), .output = {}, .errors = {}};
+    }
+    const auto output = QCoro::waitFor(child->readOutput());
+    const auto errors = QCoro::waitFor(child->readErrors());
+    return {ends(*child) ? child->status() : -1, output.value_or(QString{}), errors.value_or(QString{})};
+}
+
+Outcome shell(const QString& script) {
+    return outcomeOf("/bin/sh", {u"-c"_s, script});
+}
+/// What this program says of itself as the child.
+QString scene(const QString& name) {
+    return outcomeOf(ownPath, {u"--play"_s, name}).output;
+}
+
+/// The same while other descriptors stand in for our standard ones; none does where that is -1.
+Outcome shellOver(std::array<int, 3> others, const QString& script) {
+    std::array<int, 3> kept{};
+    for (int stream = 0; stream < 3; ++stream) {
+        kept[stream] = fcntl(stream, F_DUPFD_CLOEXEC, 3);
+        others[stream] < 0 ? close(stream) : dup2(others[stream], stream);
+    }
+    const Outcome outcome = shell(script);
+    for (int stream = 0; stream < 3; ++stream) {
+        dup2(kept[stream], stream);
+        close(kept[stream]);
+    }
+    return outcome;
+}
+
+}
+
+class TestChildProcess final : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QVERIFY(!OwnProcess::hasChild()); }
+
+    void saysHowItEnded() {
+        QCOMPARE(shell(u"exit 0"_s).status, 0);
+        QCOMPARE(shell(u"exit 3"_s).status, 3);
+        QCOMPARE(shell(u"exit 255"_s).status, 255);
+        QCOMPARE(shell(u"kill -KILL $$"_s).status, SIGKILL);
+        QCOMPARE(shell(u"ulimit -c 0; kill -ABRT $$"_s).status, SIGABRT);
+        const auto before = std::signal(SIGCHLD, SIG_IGN);
+        const int status = shell(u"exit 4"_s).status;
+        std::signal(SIGCHLD, before);
+        QCOMPARE(status, 4);
+    }
+
+    void endThatSomebodyElseTookIsOneWithoutStatus() {
+        auto child = ChildProcess::launch("/bin/sh", {u"-c"_s, u"exit 3"_s});
+        QVERIFY(child.has_value() && waitpid(-1, nullptr, 0) > 0);
+        QVERIFY(!child->isRunning());
+        QCOMPARE(child->status(), ChildProcess::unknownStatus);
+    }
+
+    void processThatIsNotShownToUsRunsOn() {
+        const pid_t process = shell(u"sleep 100 >/dev/null 2>&1 & echo $!"_s).output.toInt(); // as below a debugger
+        ChildProcess child{process, {}, {}};
+        QVERIFY(process > 0 && child.isRunning());
+        child.terminate();
+        QVERIFY(ends(child));
+        QCOMPARE(child.status(), ChildProcess::unknownStatus);
+    }
+
+    void requestAfterTheEndReachesNobody() { QCOMPARE(scene(u"late request"_s), u"still here\n"_s); }
+
+    void requestReachesAStoppedChildAndNobodyElse() {
+        const auto script = u"trap 'echo asked; exit 3' TERM; trap 'echo went on' CONT\n"
+                            "(trap 'echo wrong' TERM CONT; echo ready; sleep 1; echo left alone) &\n"
+                            "sleep 0.2; kill -STOP $$; while :; do sleep 0.1; done"_s;
+        auto child = ChildProcess::launch("/bin/sh", {u"-c"_s, script});
+        QVERIFY(child.has_value());
+        auto reading = child->readOutput();
+        QTest::qWait(500);
+        child->terminate();
+        QVERIFY(ends(*child));
+        QCOMPARE(child->status(), 3);
+        QCOMPARE(QCoro::waitFor(reading), u"ready\nasked\nleft alone\n"_s);
+    }
+
+    void keepsTheStreamsApart() {
+        const Outcome outcome = shell(u"echo error >&2; echo output; echo more >&2"_s);
+        QCOMPARE(outcome.output, u"output\n"_s);
+        QCOMPARE(outcome.errors, u"error\nmore\n"_s);
+    }
+
+    void passesArgumentsUntouched() {
+        const QStringList arguments{u"two words"_s,
+                                    u"\"double\" 'single'"_s,
+                                    u"$(echo never) `x` $HOME"_s,
+                                    QString(),
+                                    u"*"_s,
+                                    u"back\\slash"_s,
+                                    u"line\nfeed"_s,
+                                    u"日本語 🙂"_s,
+                                    u"--yes"_s};
+        const auto script = uR"(for argument in "$@"; do printf '%s\037' "$argument"; done)"_s;
+        const Outcome outcome = outcomeOf("/bin/sh", QStringList{u"-c"_s, script, u"sh"_s} + arguments);
+        QCOMPARE(outcome.output.chopped(1).split(QChar{037}), arguments);
+    }
+
+    void passesEnvironmentAndDirectory() {
+        qputenv("VORNA_TEST_TEXT", "two words; $(never) \"run\" Grüße");
+        QByteArray expected;
+        for (char** variable = environ; *variable != nullptr; ++variable) {
+            expected += QByteArray{*variable} + '\0';
+        }
+        QCOMPARE(outcomeOf("/usr/bin/env", {u"-0"_s}).output.toUtf8(), expected);
+        qunsetenv("VORNA_TEST_TEXT");
+        const StandInTool place;
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(place.home()));
+        QCOMPARE(shell(u"pwd -P"_s).output.trimmed(), QDir{place.home()}.canonicalPath());
+        QVERIFY(QDir::setCurrent(before));
+    }
+
+    void passesStandardInputAndNoOtherDescriptor() {
+        const int leaky = open("/dev/null", O_RDONLY);
+        const int input = open(ownPath, O_RDONLY | O_CLOEXEC);
+        const QString script = u"n=0; while [ $n -lt 99 ]; do [ ! -e /dev/fd/$n ] || echo $n; n=$((n + 1)); done"_s;
+        QCOMPARE(shell(script).output, u"0\n1\n2\n"_s);
+        QCOMPARE(shellOver({input, 1, 2}, u"head -c 4 | tail -c 3"_s).output, u"ELF"_s);
+        close(input);
+        close(leaky);
+    }
+
+    void worksWithoutStandardStreamsOfOurOwn() {
+        const Outcome outcome = shellOver({-1, -1, -1}, u"echo output; echo error >&2; exec true"_s);
+        QCOMPARE(outcome.output, u"output\n"_s);
+        QCOMPARE(outcome.errors, u"error\n"_s);
+    }
+
+    void passesNoSignalState() {
+        for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM, SIGUSR1, SIGUSR2}) {
+            sigset_t blocked;
+            sigset_t maskBefore;
+            sigemptyset(&blocked);
+            sigaddset(&blocked, number);
+            pthread_sigmask(SIG_BLOCK, &blocked, &maskBefore);
+            const int whenBlocked = shell(u"ulimit -c 0; kill -%1 $$"_s.arg(number)).status;
+            pthread_sigmask(SIG_SETMASK, &maskBefore, nullptr);
+            const auto before = std::signal(number, SIG_IGN);
+            const int whenIgnored = shell(u"ulimit -c 0; kill -%1 $$"_s.arg(number)).status;
+            std::signal(number, before);
+            QCOMPARE(whenBlocked, number);
+            QCOMPARE(whenIgnored, number);
+        }
+    }
+
+    void saysWhenThereAreNoDescriptors() {
+        rlimit before{};
+        QVERIFY(getrlimit(RLIMIT_NOFILE, &before) == 0);
+        const int lowestFree = open("/dev/null", O_RDONLY | O_CLOEXEC);
+        close(lowestFree);
+        const auto descriptors = OwnProcess::openDescriptors();
+        QList<int> failures;
+        for (int spare = 0; spare < 4; ++spare) {
+            rlimit scarce = before;
+            scarce.rlim_cur = static_cast<rlim_t>(lowestFree + spare);
+            QVERIFY(setrlimit(RLIMIT_NOFILE, &scarce) == 0);
+            const auto child = ChildProcess::launch("/bin/sh", {});
+            failures += child ? 0 : child.error();
+        }
+        QVERIFY(setrlimit(RLIMIT_NOFILE, &before) == 0);
+        QCOMPARE(failures, (QList<int>{EMFILE, EMFILE, EMFILE, EMFILE}));
+        QCOMPARE(OwnProcess::openDescriptors(), descriptors);
+    }
+
+    void programWithoutATerminalDoesNotStopWithItsTool() {
+        const StandInTool tool;
+        tool.write("read line; echo \"got $line\"");
+        QCOMPARE(scene(u"terminal"_s), u"15 exit 15\nended\n"_s);
+    }
+
+    void quittingLeavesTheToolRunning_data() {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("which outlives the program") << QByteArray{"exec sleep 100"};
+        QTest::newRow("which ends before") << QByteArray{"exit 0"};
+        QTest::newRow("which is being read") << QByteArray{"sleep 100 & exit 0"};
+    }
+    void quittingLeavesTheToolRunning() {
+        QFETCH(QByteArray, script);
+        const StandInTool tool;
+        tool.write("echo $$ > \"${0%/*}/../new\"; mv \"${0%/*}/../new\" \"${0%/*}/../home/started\"; " + script);
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.setWorkingDirectory(tool.home());
+        program.start(QString::fromLocal8Bit(ownPath), {u"--play"_s, u"quit"_s});
+        QVERIFY(program.waitForFinished(waitMs));
+        QFile started{tool.home() + u"/started"_s};
+        QVERIFY(started.open(QIODevice::ReadOnly));
+        const pid_t process = started.readAll().trimmed().toInt();
+        QCOMPARE(OwnProcess::isAlive(process), script.startsWith("exec"));
+        kill(-process, SIGKILL);
+        QCOMPARE(QString::fromUtf8(program.readAll()), u"quit\n"_s);
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+    }
+};
+
+namespace {
+
+void playLateRequest() {
+    setsid(); // what goes wrong here ends this group alone
+    auto child = ChildProcess::launch("/bin/sh", {u"-c"_s, u"exit 0"_s});
+    while (child->isRunning()) {
+        QThread::msleep(1);
+    }
+    child->terminate();
+    std::puts("still here");
+}
+
+QCoro::Task<> printResult() {
+    auto call = VornaCLIRunner::run({}, 0.5);
+    const auto result = co_await call;
+    std::printf("%d %s\n", result.exitCode, qPrintable(result.summary()));
+    QCoreApplication::quit();
+}
+
+void playJob() {
+    int count = 0;
+    QCoreApplication app{count, nullptr};
+    printResult();
+    QCoreApplication::exec();
+}
+
+/// A shell with job control, less everything else: starts a job in the background of a terminal and says how it went.
+void playTerminal() {
+    setsid();
+    const int keyboard = posix_openpt(O_RDWR | O_NOCTTY);
+    grantpt(keyboard);
+    unlockpt(keyboard);
+    const int terminal = open(ptsname(keyboard), O_RDWR);
+    ioctl(terminal, TIOCSCTTY, 0);
+    const pid_t job = fork();
+    if (job == 0) {
+        setpgid(0, 0);
+        dup2(terminal, STDIN_FILENO);
+        execl(ownPath, ownPath, "--play", "job", nullptr);
+    }
+    int status = 0;
+    waitpid(job, &status, WUNTRACED);
+    std::puts(WIFSTOPPED(status) ? "stopped" : "ended");
+    kill(job, SIGKILL);
+}
+
+/// A program that quits while the tool is running or being read, and stays for long enough to notice its end.
+void playQuitting() {
+    {
+        int count = 0;
+        QCoreApplication app{count, nullptr};
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &app, [] {
+            if (QFile::exists(u"started"_s)) {
+                QTimer::singleShot(300, QCoreApplication::instance(), &QCoreApplication::quit);
+            }
+        });
+        timer.start(10);
+        const auto call = VornaCLIRunner::run({}, 120);
+        QCoreApplication::exec();
+    }
+    QThread::msleep(300);
+    std::puts("quit");
+}
+
+struct Scene final {
+    std::string_view name;
+    void (*play)();
+};
+
+constexpr std::array scenes{
+    Scene{"late request", playLateRequest},
+    Scene{"job", playJob},
+    Scene{"terminal", playTerminal},
+    Scene{"quit", playQuitting},
+};
+
+}
+
+int main(int argc, char** argv) {
+    ownPath = realpath(argv[0], nullptr);
+    if (argc > 2 && std::string_view{argv[1]} == "--play") {
+        std::ranges::find(scenes, std::string_view{argv[2]}, &Scene::name)->play();
+        return 0;
+    }
+    QCoreApplication app{argc, argv};
+    TestChildProcess test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "TestChildProcess.moc"
