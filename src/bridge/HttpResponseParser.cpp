@@ -95,7 +95,6 @@ HttpResponseParser::Outcome HttpResponseParser::takeStatusLine(QByteArrayView li
     if (!m_response.status) {
         return HttpResponse{};
     }
-    m_header.clear();
     m_framing = {};
     m_state = State::headers;
     return std::nullopt;
