@@ -118,14 +118,15 @@ void TestStatusModelPolling::symbolFollowsBridgeAndBand_data() {
     QTest::addColumn<bool>("online");
     QTest::addColumn<Band>("band");
     QTest::addColumn<QString>("symbol");
+    QTest::addColumn<QString>("meaning");
     for (const auto band : {Band::green, Band::amber, Band::red, Band::unknown}) {
         QTest::addRow("offline %d", static_cast<int>(band))
-            << false << band << u"antenna.radiowaves.left.and.right.slash"_s;
+            << false << band << u"antenna.radiowaves.left.and.right.slash"_s << u"bridge offline"_s;
     }
-    QTest::newRow("green") << true << Band::green << u"checkmark.circle.fill"_s;
-    QTest::newRow("amber") << true << Band::amber << u"exclamationmark.triangle.fill"_s;
-    QTest::newRow("red") << true << Band::red << u"xmark.octagon.fill"_s;
-    QTest::newRow("unknown") << true << Band::unknown << u"circle.dashed"_s;
+    QTest::newRow("green") << true << Band::green << u"checkmark.circle.fill"_s << u"all well"_s;
+    QTest::newRow("amber") << true << Band::amber << u"exclamationmark.triangle.fill"_s << u"degraded"_s;
+    QTest::newRow("red") << true << Band::red << u"xmark.octagon.fill"_s << u"down"_s;
+    QTest::newRow("unknown") << true << Band::unknown << u"circle.dashed"_s << u"state unknown"_s;
 }
 
 void TestStatusModelPolling::symbolFollowsBridgeAndBand() {
@@ -136,6 +137,7 @@ void TestStatusModelPolling::symbolFollowsBridgeAndBand() {
     model->bridgeOnline = online;
     model->caddyBand = band;
     QCOMPARE(model->menuBarSymbol(), symbol);
+    QTEST(model->menuBarMeaning(), "meaning");
 }
 
 void TestStatusModelPolling::pollWritesInOrder_data() {

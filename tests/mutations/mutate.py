@@ -52,8 +52,8 @@ def read_table(path):
     file = None
     for line in path.read_text(encoding="utf-8").splitlines():
         parts = [part.strip().replace("\\n", "\n") for part in line.split("⇒")]
-        if line.startswith("["):
-            file = folder / line.strip("[]")
+        if heading := re.fullmatch(r"\[([\w.]+)\]", line):
+            file = folder / heading[1]
         elif len(parts) == 3 and file and parts[0]:
             yield Mistake(file, *parts)
         elif line and not line.startswith("#"):
