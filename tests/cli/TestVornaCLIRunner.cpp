@@ -34,28 +34,20 @@ private slots:
         m_tool.reset();
     }
 
-    void summaryIsTheOneLineForAPerson_data() {
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("errors");
-        QTest::addColumn<QString>("summary");
-        QTest::newRow("output, trimmed") << 0 << u"  done\n"_s << QString() << u"done"_s;
-        QTest::newRow("complaint, trimmed") << 1 << QString() << u" boom "_s << u"boom"_s;
-        QTest::newRow("status alone") << 2 << QString() << QString() << u"exit 2"_s;
-        QTest::newRow("negative status") << -3 << QString() << QString() << u"exit -3"_s;
-        QTest::newRow("nothing to say") << 0 << QString() << QString() << u"ok"_s;
-        QTest::newRow("output wins") << 1 << u"partial"_s << u"text"_s << u"partial"_s;
-        QTest::newRow("blank output does not win") << 1 << u" \n\t "_s << u"text"_s << u"text"_s;
-        QTest::newRow("both blank") << 7 << u"\r\n"_s << u" \u00a0"_s << u"exit 7"_s;
-        QTest::newRow("lines are kept") << 0 << u"\n one\n\n two \n"_s << QString() << u"one\n\n two"_s;
-        QTest::newRow("all of Unicode's blanks")
-            << 0 << u"\u3000\u2028\u0085\u2003done\u2029\u202f\v"_s << QString() << u"done"_s;
-    }
     void summaryIsTheOneLineForAPerson() {
-        QFETCH(int, exitCode);
-        QFETCH(QString, output);
-        QFETCH(QString, errors);
-        QTEST((Result{.exitCode = exitCode, .stdOut = output, .stdErr = errors}.summary()), "summary");
+        const auto summary = [](int exitCode, const QString& output, const QString& errors) {
+            return Result{.exitCode = exitCode, .stdOut = output, .stdErr = errors}.summary();
+        };
+        QCOMPARE(summary(0, u"  done\n"_s, {}), u"done"_s);
+        QCOMPARE(summary(1, {}, u" boom "_s), u"boom"_s);
+        QCOMPARE(summary(2, {}, {}), u"exit 2"_s);
+        QCOMPARE(summary(-3, {}, {}), u"exit -3"_s);
+        QCOMPARE(summary(0, {}, {}), u"ok"_s);
+        QCOMPARE(summary(1, u"partial"_s, u"text"_s), u"partial"_s);
+        QCOMPARE(summary(1, u" \n\t "_s, u"text"_s), u"text"_s);
+        QCOMPARE(summary(7, u"\r\n"_s, u" \u00a0"_s), u"exit 7"_s);
+        QCOMPARE(summary(0, u"\n one\n\n two \n"_s, {}), u"one\n\n two"_s);
+        QCOMPARE(summary(0, u"\u3000\u2028\u0085\u2003done\u2029\u202f\v"_s, {}), u"done"_s);
     }
 
     void triesThePlacesInOrder() {
