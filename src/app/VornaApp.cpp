@@ -90,7 +90,7 @@ PanelWindow& VornaApp::panel() {
                                                 Desktop::blendsWindows);
         connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
         connect(m_panel.get(), &PanelWindow::closed, m_item.get(), [this] { m_item->setPanelOpen(false); });
-        connect(m_panel.get(), &PanelWindow::left, this, Desktop::activatePreviousProgram);
+        connect(m_panel.get(), &PanelWindow::dismissedByUser, this, Desktop::activatePreviousProgram);
     }
     return *m_panel;
 }

@@ -4,7 +4,6 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
-#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -35,8 +34,14 @@ public:
     bool end() override { return m_painter.end(); }
     void updateState(const QPaintEngineState& /*state*/) override {}
 
-    void drawPath(const QPainterPath& path) override { prepared().drawPath(path); }
+    void drawPath(const QPainterPath& path) override {
+        addShape(path);
+        prepared().drawPath(path);
+    }
     void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
+        QPainterPath path;
+        path.addPolygon(QPolygonF{QList<QPointF>{points, points + count}});
+        addShape(path);
         if (mode == PolylineMode) {
             prepared().drawPolyline(points, count);
         } else {
@@ -44,21 +49,98 @@ public:
         }
     }
     void drawPixmap(const QRectF& place, const QPixmap& pixmap, const QRectF& source) override {
+        addImage(place, pixmap.toImage());
         prepared().drawPixmap(place, pixmap, source);
-        m_record.m_symbols += inView(place);
     }
     void drawImage(const QRectF& place, const QImage& image, const QRectF& source,
                    Qt::ImageConversionFlags flags) override {
+        addImage(place, image);
         prepared().drawImage(place, image, source, flags);
-        m_record.m_symbols += inView(place);
     }
     void drawTextItem(const QPointF& position, const QTextItem& item) override {
         const QRectF place{position.x(), position.y() - item.ascent(), item.width(), item.ascent() + item.descent()};
         m_record.addText(item.text(), inView(place), state->pen().color(), state->opacity(), item.font());
+        addText(position, item, inView(place));
         prepared().drawTextItem(position, item);
     }
 
 private:
+    using Item = PaintRecord::Item;
+
+    [[nodiscard]] QColor seen(QColor colour) const {
+        colour.setAlphaF(colour.alphaF() * static_cast<float>(state->opacity()));
+        return colour;
+    }
+
+    void addShape(const QPainterPath& path) {
+        const QPainterPath mapped = state->transform().map(path);
+        if (inView(path.boundingRect()).isEmpty()) {
+            return;
+        }
+        const bool isCut = state->compositionMode() == QPainter::CompositionMode_DestinationOut;
+        if (state->brush().style() != Qt::NoBrush) {
+            const auto [place, corners] = shapeOf(mapped);
+            m_record.m_items +=
+                {isCut ? Item::Kind::cut : Item::Kind::fill, place, seen(state->brush().color()), corners};
+        }
+        if (state->pen().style() != Qt::NoPen) {
+            const qreal width = state->pen().widthF();
+            const auto [place, corners] = shapeOf(mapped);
+            m_record.m_items += {Item::Kind::outline, place.adjusted(-width / 2, -width / 2, width / 2, width / 2),
+                                 seen(state->pen().color()), corners + QStringLiteral(" width %1").arg(width)};
+        }
+    }
+
+    void addImage(const QRectF& place, const QImage& image) {
+        m_record.m_symbols += inView(place);
+        m_record.m_items +=
+            {Item::Kind::symbol, state->transform().mapRect(place), seen(Qt::black), {}, {}, {}, 1, image};
+    }
+
+    /// What is set in one line and one style is one text, however many pieces it is drawn in.
+    void addText(const QPointF& position, const QTextItem& item, const QRectF& inView) {
+        if (inView.isEmpty()) {
+            return;
+        }
+        const QPointF start = state->transform().map(position);
+        const qreal scale = state->transform().m11();
+        const QRectF place{start, QSizeF{item.width() * scale, 0}};
+        const QColor colour = seen(state->pen().color());
+        constexpr qreal gap = 1;
+        if (!m_record.m_items.isEmpty()) {
+            Item& last = m_record.m_items.last();
+            if (last.kind == Item::Kind::text && last.font == item.font() && last.colour == colour &&
+                last.place.y() == start.y() && std::abs(last.place.right() - start.x()) < gap) {
+                last.string += item.text();
+                last.place.setRight(place.right());
+                return;
+            }
+        }
+        m_record.m_items += {Item::Kind::text, place, colour, {}, item.text(), item.font(), scale};
+    }
+
+    /// The bounds of the path's first figure, and how far from a corner its upper edge begins to be straight.
+    static std::pair<QRectF, QString> shapeOf(const QPainterPath& path) {
+        QPainterPath figure;
+        bool hasLines = false;
+        bool hasCurves = false;
+        for (int i = 0; i < path.elementCount() && (i == 0 || !path.elementAt(i).isMoveTo()); ++i) {
+            hasLines |= path.elementAt(i).isLineTo();
+            hasCurves |= path.elementAt(i).isCurveTo();
+            i == 0 ? figure.moveTo(path.elementAt(i)) : figure.lineTo(path.elementAt(i));
+        }
+        const QRectF bounds = figure.boundingRect();
+        if (!hasCurves) {
+            return {bounds, QStringLiteral("square")};
+        }
+        if (!hasLines) {
+            return {bounds, QStringLiteral("round")};
+        }
+        const QPointF first = path.elementAt(0);
+        return {bounds,
+                QStringLiteral("corner %1").arg(std::min(first.x() - bounds.left(), bounds.right() - first.x()))};
+    }
+
     QPainter& prepared() {
         m_painter.setTransform({});
         m_painter.setClipping(false);
@@ -95,11 +177,11 @@ private:
     QPainter m_painter;
 };
 
-PaintRecord::PaintRecord(QWidget& widget)
+PaintRecord::PaintRecord(QWidget& widget, QWidget::RenderFlags flags)
     : m_picture{widget.size(), QImage::Format_ARGB32_Premultiplied}
     , m_engine{std::make_unique<Engine>(*this)} {
     m_picture.fill(Qt::transparent);
-    widget.render(this);
+    widget.render(this, {}, {}, flags);
 }
 
 PaintRecord::~PaintRecord() = default;

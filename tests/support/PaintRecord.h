@@ -7,10 +7,9 @@
 #include <QPaintDevice>
 #include <QRectF>
 #include <QString>
+#include <QWidget>
 
 #include <memory>
-
-class QWidget;
 
 /// What a widget really paints: it is rendered once onto this device, which writes down every text with its colours
 /// and draws the picture that a screen would show. Coordinates are the widget's.
@@ -25,7 +24,25 @@ public:
         QFont font;
     };
 
-    explicit PaintRecord(QWidget& widget);
+    /// A text, a symbol, or a shape that is filled, outlined or cut out of what is below.
+    struct Item final {
+        enum class Kind { fill, outline, cut, text, symbol };
+
+        Kind kind;
+        QRectF place;     ///< of a text: its start on the baseline
+        QColor colour;    ///< the painter's opacity included
+        QString shape;    ///< of a fill, an outline and a cut: what its corners are like, and its line's width
+        QString string{}; ///< of a text
+        QFont font{};     ///< of a text
+        qreal scale = 1;  ///< of a text: what its letters are drawn at, of their font's size
+        QImage image{};   ///< of a symbol
+    };
+
+    /// Everything that can be seen, in the order in which it was painted.
+    [[nodiscard]] const QList<Item>& items() const { return m_items; }
+
+    explicit PaintRecord(QWidget& widget,
+                         QWidget::RenderFlags flags = QWidget::DrawWindowBackground | QWidget::DrawChildren);
     ~PaintRecord() override;
 
     /// In the order in which they were painted.
@@ -50,5 +67,6 @@ private:
     QImage m_picture;
     QList<Text> m_texts;
     QList<QRectF> m_symbols;
+    QList<Item> m_items;
     std::unique_ptr<Engine> m_engine;
 };

@@ -27,7 +27,7 @@ namespace {
 constexpr auto sameClick = 250ms;
 
 /// Where the focus follows the pointer, it goes astray on the way from the icon to a panel that is not next to it.
-constexpr auto patience = 1500ms;
+constexpr auto focusGrace = 1500ms;
 
 struct ScrollKey {
     Qt::Key key;
@@ -93,9 +93,9 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
     setWindowTitle(u"vorna"_s);
     setFocusPolicy(Qt::ClickFocus);
     setFixedWidth(PanelMetrics::width);
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(patience);
-    connect(&m_patience, &QTimer::timeout, this, &QWidget::hide);
+    m_focusGrace.setSingleShot(true);
+    m_focusGrace.setInterval(focusGrace);
+    connect(&m_focusGrace, &QTimer::timeout, this, &QWidget::hide);
     m_content->installEventFilter(this);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::valueChanged, this, &PanelWindow::showScrollPosition);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::rangeChanged, this, &PanelWindow::showScrollPosition);
@@ -105,18 +105,18 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
 
 void PanelWindow::toggle(const QRect& anchor) {
     if (isVisible()) {
-        leave();
+        dismissForUser();
         return;
     }
-    const auto taken = std::exchange(m_taken, std::nullopt);
-    if (!taken || m_clock() - *taken >= sameClick) {
+    const auto closed = std::exchange(m_closedByOthersAt, std::nullopt);
+    if (!closed || m_clock() - *closed >= sameClick) {
         showAt(anchor);
     }
 }
 
 void PanelWindow::showAt(const QRect& anchor) {
     m_anchor = anchor;
-    m_taken.reset();
+    m_closedByOthersAt.reset();
     m_pointerHasCome = false;
     m_frame->setCorners(m_isComposited() ? PanelFrame::Corners::round : PanelFrame::Corners::square);
     renderPending();
@@ -135,9 +135,9 @@ void PanelWindow::dismiss() {
     m_isDismissing = false;
 }
 
-void PanelWindow::leave() {
+void PanelWindow::dismissForUser() {
     dismiss();
-    emit left();
+    emit dismissedByUser();
 }
 
 void PanelWindow::render() {
@@ -202,14 +202,14 @@ bool PanelWindow::event(QEvent* event) {
     if (event->type() == QEvent::WindowDeactivate && isVisible()) {
         focusLost();
     } else if (event->type() == QEvent::WindowActivate) {
-        m_patience.stop();
+        m_focusGrace.stop();
     }
     return result;
 }
 
 void PanelWindow::focusLost() {
     if (m_placedBy == PlacedBy::desktop && !m_pointerHasCome) {
-        m_patience.start();
+        m_focusGrace.start();
     } else {
         hide();
     }
@@ -228,9 +228,9 @@ bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PanelWindow::hideEvent(QHideEvent* event) {
-    m_patience.stop();
+    m_focusGrace.stop();
     if (!m_isDismissing) {
-        m_taken = m_clock();
+        m_closedByOthersAt = m_clock();
     }
     View::hideEvent(event);
     emit closed();
@@ -238,7 +238,7 @@ void PanelWindow::hideEvent(QHideEvent* event) {
 
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel)) {
-        leave();
+        dismissForUser();
         return;
     }
     const auto* found = std::ranges::find(scrollKeys, event->key(), &ScrollKey::key);

@@ -49,7 +49,7 @@ signals:
     void closed();
 
     /// It was closed on the user's word, by Escape or a second click on the icon, and not by a turn to something else.
-    void left();
+    void dismissedByUser();
 
 protected:
     void render() override;
@@ -66,7 +66,7 @@ private:
     void fit();
     void fitColumn();
     void layOut();
-    void leave();
+    void dismissForUser();
     void focusLost();
     void fitAgain();
     void showScrollPosition();
@@ -79,9 +79,9 @@ private:
     QScrollArea* m_scroller;
     PanelFrame* m_frame;
     QRect m_anchor;
-    QTimer m_patience{this};
+    QTimer m_focusGrace{this};
     int m_panelHeight = 0;
     bool m_pointerHasCome = false;
     bool m_isDismissing = false;
-    std::optional<std::chrono::steady_clock::time_point> m_taken;
+    std::optional<std::chrono::steady_clock::time_point> m_closedByOthersAt;
 };

@@ -94,7 +94,7 @@ private slots:
     void saysThatItWasLeftOnlyWhenTheUserDidNotTurnToSomethingElse() {
         Opened opened;
         QVERIFY(opened.open());
-        const QSignalSpy leavings{&opened.window, &PanelWindow::left};
+        const QSignalSpy leavings{&opened.window, &PanelWindow::dismissedByUser};
         opened.window.dismiss();
         QVERIFY(opened.open());
         opened.takeFocusAway();
