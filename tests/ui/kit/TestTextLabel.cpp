@@ -78,6 +78,29 @@ private slots:
         QVERIFY(!label.shownText().contains(QChar::LineSeparator));
     }
 
+    void noSeparatorIsLeftBeforeTheEllipsis() {
+        TextLabel label{oneLine, colours};
+        label.display(u"one · two · three"_s);
+        for (int itsWidth = label.naturalWidth() - 1; itsWidth > 20; --itsWidth) {
+            label.resize(itsWidth, label.lineHeight());
+            const QString shown = label.shownText();
+            QVERIFY2(shown.endsWith(u'…') && shown.at(shown.size() - 2).isLetter(), qPrintable(shown));
+        }
+    }
+
+    void aTextOfTheDesktopsSizeFollowsItAndAsksForItsLongestWord() {
+        TextLabel label{{.scale = 0.5, .lines = 6}, colours, nullptr, u"an Accessibility row"_s};
+        QFont font = label.font();
+        font.setPixelSize(40);
+        label.setFont(font);
+        QCOMPARE(label.shownFont().pixelSize(), 20);
+        const QFontMetricsF metrics{label.shownFont()};
+        QCOMPARE(label.minimumSizeHint().width(), qCeil(metrics.horizontalAdvance(u"Accessibility"_s)));
+        QCOMPARE(label.sizeHint().width(), qCeil(metrics.horizontalAdvance(label.wholeText())));
+        label.display(QString{500, u'w'});
+        QVERIFY(label.minimumSizeHint().width() <= qCeil(20 * metrics.averageCharWidth()));
+    }
+
     void aSecondLineOfTextIsNotShownInOneLine() {
         TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());

@@ -156,6 +156,14 @@ private slots:
                 ApprovedRecord::withoutSectionsOf(base, shown.sections()));
     }
 
+    void desktopsDirectionChangesNothing() {
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        const auto back = qScopeGuard([] { QApplication::setLayoutDirection(Qt::LeftToRight); });
+        Shown shown;
+        QVERIFY(shown.show());
+        compare(u"panel"_s, shown.sections());
+    }
+
     void focusedButtons() {
         Shown shown;
         QVERIFY(shown.show());
