@@ -17,6 +17,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 
 import desktop  # noqa: E402
+import session_bus  # noqa: E402
 
 RELEASE = ROOT / "build" / "release"
 PROGRAMS = {"companion": [RELEASE / "vorna-companion"], "floor": [RELEASE / "benchmarks" / "floor"]}
@@ -53,7 +54,7 @@ class ItemWatch:
     """Hears of items in the tray at the moment in which they register."""
 
     def __init__(self, desk):
-        command = ["gdbus", "monitor", "--session", "--dest", desktop.STATUS_NOTIFIER_WATCHER]
+        command = ["gdbus", "monitor", "--session", "--dest", session_bus.WATCHER]
         self._process = subprocess.Popen(command, env=desk.env, stdout=subprocess.PIPE, text=True)
         self._process.stdout.readline()
 

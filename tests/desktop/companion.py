@@ -1,25 +1,28 @@
-"""A desktop with the companion on it, and with stand-ins for all that it talks to: bridge, tool, opener."""
+"""The companion on a desktop, and stand-ins for all that it talks to: bridge, tool, opener."""
 
+import contextlib
 import http.server
 import json
 import os
 import pathlib
 import re
-import shutil
 import socket
-import subprocess
 import threading
 import time
 import unittest
 
 import desktop
+from contents import BUTTON, CHOICE, LABEL, SEEN, TAB, USABLE, plain
 from screen_reader import ScreenReader
 
 BRIDGE_PORT = 43105
 PANEL = "vorna"
 SETTINGS = "vorna Settings"
-PROGRAMS = ("Xvfb", "dbus-daemon", "gdbus", "xfwm4", "xfce4-panel", "dunst", "dunstctl", "busctl", "xdotool", "xprop",
-            "xwininfo", "import")
+COMPANION = os.environ.get("VORNA_COMPANION", "vorna-companion")
+PICTURES = os.environ.get("VORNA_PICTURES")
+PROGRAMS = ("Xvfb", "dbus-daemon", "xfwm4", "xfce4-panel", "trayer", "dunst", "import")
+PANEL_WIDTH = 340
+POLL_SECONDS = 5.0
 SNAPSHOT = {
     "host": {"hostname": "workstation", "cpu_load_1m": 1.734, "memory_used_pct": 63.6, "disk_used_pct": 71.2,
              "disk_free_gb": 138.0},
@@ -37,11 +40,7 @@ NOON = 12
 
 def skip_unless_possible(programs=PROGRAMS):
     """Skips the module where a program is missing or a bridge of the user's own holds the port."""
-    missing = [program for program in programs if shutil.which(program) is None]
-    if missing:
-        raise unittest.SkipTest("not installed: " + ", ".join(missing))
-    if subprocess.run(["/usr/bin/python3", "-c", "import pyatspi"], capture_output=True).returncode != 0:
-        raise unittest.SkipTest("not installed: pyatspi")
+    desktop.require(*programs)
     with socket.socket() as client:
         if client.connect_ex(("127.0.0.1", BRIDGE_PORT)) == 0:
             raise unittest.SkipTest(f"a bridge runs on port {BRIDGE_PORT} already")
@@ -63,7 +62,8 @@ class Bridge:
                 self.send_response(200)
                 self.send_header("Content-Length", str(len(body)))
                 self.end_headers()
-                self.wfile.write(body)
+                with contextlib.suppress(ConnectionError):
+                    self.wfile.write(body)
 
             def log_message(self, *_):
                 pass
@@ -105,20 +105,103 @@ class StandIn:
         self._log.unlink(missing_ok=True)
 
 
-class CompanionTest(unittest.TestCase):
+class DesktopTest(unittest.TestCase):
+    """What stories have in common, whatever desktop is in `self.desk`."""
+
+    def wait_for(self, condition, what, **options):
+        return self.desk.wait_for(condition, what, **options)
+
+    def wait_for_equal(self, read, expected, what):
+        """Waits until `read()` gives what is expected, and says what it gave instead where it does not come."""
+        try:
+            self.wait_for(lambda: read() == expected, what)
+        except desktop.Failure:
+            self.assertEqual(read(), expected, what)
+
+    def start_bridge(self, changes={}):
+        bridge = Bridge(changes)
+        self.addCleanup(bridge.stop)
+        return bridge
+
+    def start_companion(self, *words, env=None, command=()):
+        """The companion, by another command if there is one, and `self.reader` where there is an accessibility bus."""
+        self.companion = self.desk.start([*command, COMPANION, *words], env)
+        self.addCleanup(self.desk.stop, self.companion)
+        if "QT_LINUX_ACCESSIBILITY_ALWAYS_ON" in self.desk.env:
+            self.reader = ScreenReader(self.desk, self.companion.pid)
+
+    def start_again(self, *words, env=None):
+        """A second start, which ends well."""
+        second = self.desk.start([COMPANION, *words], env)
+        self.assertEqual(second.wait(timeout=30), 0, self.desk.output(second))
+
+    def item(self):
+        return self.wait_for(self.desk.status_notifier_items, "the item in the tray")[0]
+
+    def embedded_item(self):
+        """The middle of the item in a tray of embedded windows, once it is drawn there."""
+        def places():
+            return [place for window, place in self.desk.windows(self.companion.pid).items()
+                    if self.desk.is_embedded(window) and len(self.desk.colours(*place)) > 1]
+
+        x, y, width, height = self.wait_for(places, "the item in the tray")[0]
+        return x + width // 2, y + height // 2
+
+    def open_panel(self):
+        """Opens the panel by the item, and waits for what it says first."""
+        self.desk.activate_item(self.item())
+        self.reader.wait_for_window(PANEL)
+
+    def wait_for_daypart(self, title):
+        self.wait_for(lambda: self.reader.texts(PANEL)[1:2][0].endswith(" · " + title), f"the panel to say {title}")
+
+    def panels(self, hidden=False):
+        """The places of the panel's windows; there is one at most."""
+        return [place for place in self.desk.windows(self.companion.pid, hidden).values() if place[2] == PANEL_WIDTH]
+
+    def wait_for_panel(self):
+        return self.wait_for(self.panels, "the panel")[0]
+
+    def check_within(self, place, area):
+        """One rectangle (x, y, width, height) lies within the other."""
+        x, y, width, height = place
+        left, top, wide, high = area
+        self.assertTrue(left <= x and top <= y and x + width <= left + wide and y + height <= top + high,
+                        f"{place} within {area}")
+
+    def check_alive(self):
+        self.assertIsNone(self.companion.poll(), self.desk.output(self.companion))
+
+    def wait_for_exit(self):
+        return self.companion.wait(timeout=30)
+
+    def photograph(self, name):
+        if PICTURES:
+            os.makedirs(PICTURES, exist_ok=True)
+            self.desk.screenshot(f"{PICTURES}/{name}.png")
+
+    def wait_for_calls(self, stand_in, expected):
+        """Waits until a stand-in was called that often, and checks how."""
+        self.wait_for(lambda: len(stand_in.calls()) >= len(expected), f"{len(expected)} calls of {stand_in.path.name}")
+        self.assertEqual(stand_in.calls(), expected)
+
+    def children(self):
+        """The companion's child processes."""
+        tasks = pathlib.Path(f"/proc/{self.companion.pid}/task").glob("*/children")
+        return " ".join(task.read_text() for task in tasks).split()
+
+
+class CompanionTest(DesktopTest):
     """One desktop for the tests of a class, and for each test a companion of its own with nothing remembered.
 
     It is noon on this desktop, so the clock says day.
     """
 
     has_tray = True
-    kind_of_desktop = desktop.Desktop
 
     @classmethod
     def setUpClass(cls):
-        cls.desk = cls.kind_of_desktop()
-        cls.desk.__enter__()
-        cls.addClassCleanup(cls.desk.__exit__, None, None, None)
+        cls.desk = cls.enterClassContext(desktop.Desktop())
         cls.folder = cls.desk.root / "bin"
         cls.folder.mkdir()
         cls.desk.env["PATH"] = f"{cls.folder}:{cls.desk.env['PATH']}"
@@ -128,8 +211,7 @@ class CompanionTest(unittest.TestCase):
         cls.desk.start_accessibility()
         cls.desk.start_notifications()
         if cls.has_tray:
-            cls.desk.start_xfce_panel()
-            cls.desk.wait_for(cls.desk.status_notifier_host_is_there, "the panel's host")
+            cls.desk.start_tray()
 
     def setUp(self):
         self.tool = StandIn(self.folder, "vorna")
@@ -138,73 +220,55 @@ class CompanionTest(unittest.TestCase):
             stand_in.forget()
         self.configuration = pathlib.Path(self.desk.env["XDG_CONFIG_HOME"]) / "vorna/companion.conf"
         self.configuration.unlink(missing_ok=True)
-        self._seen = max((one["number"] for one in self.desk.notifications()), default=0)
-
-    def start_bridge(self):
-        bridge = Bridge()
-        self.addCleanup(bridge.stop)
-        return bridge
-
-    def start_companion(self, *words, env=None):
-        """The companion, and `self.reader` to read it with."""
-        self.companion = self.desk.start([os.environ["VORNA_COMPANION"], *words], env=env)
-        self.addCleanup(self.desk.stop, self.companion)
-        self.reader = ScreenReader(self.desk, self.companion.pid)
-        self.addCleanup(self.reader.close)
-
-    def start_again(self, *words):
-        """A second start; its exit status."""
-        second = self.desk.start([os.environ["VORNA_COMPANION"], *words])
-        return second.wait(timeout=10)
-
-    def item(self):
-        return self.desk.wait_for(self.desk.status_notifier_items, "the item in the tray")[0]
-
-    def open_panel(self):
-        """Opens the panel by the item, and waits for what it says first."""
-        self.desk.activate_item(self.item())
-        self.reader.wait_for_window(PANEL)
-
-    def photograph(self, name):
-        folder = pathlib.Path(os.environ["VORNA_PICTURES"])
-        folder.mkdir(parents=True, exist_ok=True)
-        self.desk.screenshot(folder / f"{name}.png")
-
-    def wait_for(self, condition, what, within=10.0):
-        return self.desk.wait_for(condition, what, within)
-
-    def wait_for_calls(self, stand_in, expected):
-        """Waits until a stand-in was called that often, and checks how."""
-        self.wait_for(lambda: len(stand_in.calls()) >= len(expected), f"{len(expected)} calls of {stand_in.path.name}")
-        self.assertEqual(stand_in.calls(), expected)
+        self._seen = max((number for number, *_ in self.desk.notifications()), default=0)
 
     def notifications(self):
         """The notifications of this test: (application, title, body)."""
-        return [(one["application"], one["title"], one["body"]) for one in self.desk.notifications()
-                if one["number"] > self._seen]
+        return [entry for number, *entry in self.desk.notifications() if number > self._seen]
 
     def wait_for_notifications(self, *expected):
         """Waits until that many notifications came, and checks them."""
         self.wait_for(lambda: len(self.notifications()) >= len(expected), f"{len(expected)} notifications")
-        self.assertEqual(self.notifications(), list(expected))
-
-    def wait_for_exit(self):
-        return self.companion.wait(timeout=10)
-
-    def children(self):
-        """The states of the companion's child processes, such as "S" or "Z"."""
-        found = []
-        for folder in pathlib.Path("/proc").glob("[0-9]*"):
-            try:
-                state, parent = (folder / "stat").read_text().rpartition(")")[2].split()[:2]
-            except OSError:
-                continue
-            if int(parent) == self.companion.pid:
-                found.append(state)
-        return found
+        self.assertEqual(self.notifications(), [["vorna", *one] for one in expected])
 
     def remembered(self):
         """What stands in the companion's configuration file, line by line without the heading."""
         if not self.configuration.exists():
             return []
         return sorted(re.findall(r"^\S+=.*$", self.configuration.read_text(errors="replace"), re.M))
+
+    # The whole of a window, as a screen reader finds it
+
+    def leaves(self, window):
+        """Everything that is not there for the sake of what it contains; the tree must hold together."""
+        tree = self.reader.tree(window)
+        self.assertEqual((tree[0].name, tree[0].depth), (window, 0))
+        for element in tree:
+            self.assertLessEqual(SEEN, element.states, element)
+        leaves = [element for element in tree if not element.children]
+        frame, *places = self.reader.places([tree[0], *leaves])
+        for leaf, place, actions in zip(leaves, places, self.reader.actions(leaves)):
+            self.assertTrue(leaf.name.strip(), leaf)
+            self.assertGreater(min(place[2:]), 0, leaf)
+            self.check_within(place, frame)
+            is_label = leaf.role == LABEL
+            self.assertEqual("focusable" in leaf.states, not is_label, leaf)
+            self.assertEqual(actions[:1] == ["press"], not is_label and USABLE <= leaf.states, leaf)
+        return leaves
+
+    def wait_for_rows(self, window, expected):
+        """Waits until a window says that, from above to below, and looks at how it does."""
+        self.wait_for_equal(lambda: [plain(text) for text in self.reader.texts(window)], [name for _, name in expected],
+                            "the texts")
+        self.assertEqual([(leaf.role, plain(leaf.name)) for leaf in self.leaves(window)], expected)
+
+    def names_with(self, window, state, roles=(CHOICE, TAB)):
+        return [one.name for one in self.reader.tree(window) if state in one.states and one.role in roles]
+
+    def unusable(self, window):
+        return [one.name for one in self.reader.tree(window) if one.role == BUTTON and not USABLE <= one.states]
+
+    def click(self, name, times=1):
+        """Clicks of the pointer on something in the panel."""
+        x, y, width, height = self.reader.place(name, PANEL)
+        self.desk.click(x + width // 2, y + height // 2, times=times)

@@ -39,6 +39,7 @@ class Watcher:
         self.host = word == "host"
         signal = "StatusNotifierHostRegistered" if self.host else "StatusNotifierHostUnregistered"
         self.bus.emit_signal(None, "/StatusNotifierWatcher", NAME, signal, None)
+        print("done", word, flush=True)
         return True
 
 

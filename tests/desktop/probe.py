@@ -1,23 +1,19 @@
-"""A process of ours that is driven over its standard input: the tray probe, with nothing but an item in the tray."""
+"""Programs of ours that are driven by lines on their standard input and answer on their standard output."""
 
 import os
 import subprocess
 import threading
 
-import desktop
-
-PROGRAM = os.environ.get("VORNA_TRAY_PROBE", "tray-probe")
+TRAY_PROBE = os.environ.get("VORNA_TRAY_PROBE", "tray-probe")
 
 
-class Probe:
-    """One running probe and the lines that it has printed."""
+class Program:
+    """A running program that says "ready" first, and the lines that it has printed."""
 
-    def __init__(self, desk, env=None, command=(PROGRAM,)):
+    def __init__(self, desk, command, env=None):
         self._desk = desk
         self.lines = []
-        self._log = open(desk.root / f"probe-{id(self)}.txt", "w+b")
-        self.process = subprocess.Popen(command, env={**desk.env, **(env or {})}, stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, stderr=self._log, text=True, bufsize=1)
+        self.process = desk.start(command, env, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, bufsize=1)
         self.pid = self.process.pid
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
@@ -27,12 +23,10 @@ class Probe:
         return self
 
     def __exit__(self, *_):
-        if self.process.poll() is None:
-            self.process.kill()
-        self.process.wait()
+        self._desk.kill(self.process)
         self._reader.join()
-        for stream in (self.process.stdin, self.process.stdout, self._log):
-            stream.close()
+        self.process.stdin.close()
+        self.process.stdout.close()
 
     def _read(self):
         for line in self.process.stdout:
@@ -44,32 +38,43 @@ class Probe:
         self.process.stdin.write(command + "\n")
         self._desk.wait_for(lambda: self.lines.count("done " + command) > before, f"an answer to {command!r}")
 
-    def expect(self, line, times=1):
-        """Waits until the probe has printed a line that often."""
-        self._desk.wait_for(lambda: self.lines.count(line) >= times, f"the probe to say {line!r}")
+    def expect(self, line, after=0):
+        """Waits until it has printed a line, later than so many lines."""
+        self._desk.wait_for(lambda: line in self.lines[after:], f"the program to say {line!r}")
+
+    def expect_beginning(self, beginning):
+        """Waits for a line that begins so."""
+        self._desk.wait_for(lambda: any(line.startswith(beginning) for line in self.lines), f"a line {beginning!r}…")
+
+    def ask(self, question):
+        """The words that follow the question in the answer to it."""
+        self.tell(question)
+        return next(line for line in reversed(self.lines) if line.startswith(question + " ")).split()[1:]
+
+    def check_alive(self):
+        """Fails when it has ended."""
+        assert self.process.poll() is None, f"ended with {self.process.returncode}: {self.complaints()}"
+
+    def complaints(self):
+        """What it has written to its error stream."""
+        return self._desk.output(self.process)
+
+    def end(self, command="quit"):
+        """Ends it the way a user does, and returns its exit status."""
+        self.process.stdin.write(command + "\n")
+        return self.process.wait(timeout=30)
+
+
+class Probe(Program):
+    """The tray probe, with nothing but an item in the tray."""
+
+    def __init__(self, desk, env=None):
+        super().__init__(desk, [TRAY_PROBE], env)
 
     def anchor(self):
         """Where the probe believes its item to be."""
-        self.tell("anchor")
-        return tuple(int(word) for word in [line for line in self.lines if line.startswith("anchor")][-1].split()[1:])
+        return tuple(map(int, self.ask("anchor")))
 
     def compositing(self):
         """Whether the probe believes that windows are blended."""
-        self.tell("compositing")
-        return [line for line in self.lines if line.startswith("compositing")][-1].endswith("on")
-
-    def check_alive(self):
-        """Fails when the probe has ended or complained."""
-        if self.process.poll() is not None:
-            raise desktop.Failure(f"the probe ended with {self.process.returncode}: {self.complaints()}")
-
-    def complaints(self):
-        """What the probe has written to its error stream."""
-        self._log.flush()
-        with open(self._log.name, errors="replace") as log:
-            return log.read()
-
-    def quit(self):
-        """Ends the probe the way a user does, and returns its exit status."""
-        self.process.stdin.write("quit\n")
-        return self.process.wait(timeout=5)
+        return self.ask("compositing") == ["on"]

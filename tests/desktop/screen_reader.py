@@ -2,22 +2,43 @@
 
     desk.start_accessibility()
     companion = desk.start(["build/dev/vorna-companion"])
-    with ScreenReader(desk, companion.pid) as reader:
-        reader.wait_for_text("offline")
-        reader.press("Refresh")
+    reader = ScreenReader(desk, companion.pid)
+    reader.wait_for_text("offline")
+    reader.press("Refresh")
 
-Run as a program it is the reader's other half, which lives in the desktop's environment: it takes requests as lines
-of JSON and answers each with one line.
+It remembers nothing, so what it says is what the process says now. Roles are told by their numbers, since their names
+differ from release to release.
 """
 
-import json
-import subprocess
-import sys
+import contextlib
+import dataclasses
 
-PYTHON = "/usr/bin/python3"
-PRESSING = ("press", "toggle")
+from gi.repository import GLib
+
+import session_bus
+
+ACCESSIBLE, ACTION, COMPONENT = (f"org.a11y.atspi.{name}" for name in ("Accessible", "Action", "Component"))
+REGISTRY, ROOT = "org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"
+STATE_CHANGES = "object:state-changed"
+ROLES = {29: "label", 37: "tab", 43: "button", 44: "choice"}
+STATES = {1: "active", 4: "checked", 8: "enabled", 11: "focusable", 12: "focused", 23: "selected", 24: "sensitive",
+          25: "showing", 30: "visible"}
+USABLE = {"enabled", "sensitive"}
+PRESSING = {"press", "toggle"}
 DESKTOP_COORDINATES = 0
 ATTEMPTS = 5  # what goes away while it is read makes the reading fail
+
+
+@dataclasses.dataclass
+class Element:
+    """One element that shows."""
+
+    address: tuple  # service and path
+    depth: int
+    name: str
+    role: str
+    states: set
+    children: list
 
 
 class ScreenReader:
@@ -26,214 +47,135 @@ class ScreenReader:
     def __init__(self, desk, pid):
         self._desk = desk
         self._pid = pid
-        self._driver = subprocess.Popen([PYTHON, "-B", __file__], env=desk.env, text=True, bufsize=1,
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        address, = desk.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus.GetAddress")
+        self._bus = session_bus.connect(address)
+        self._service = None
 
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.close()
-
-    def close(self):
-        self._driver.kill()
-        self._driver.communicate()
-
-    def _ask(self, what, window=None, **details):
-        request = {"what": what, "pid": self._pid, "window": window, **details}
-        self._driver.stdin.write(json.dumps(request) + "\n")
-        line = self._driver.stdout.readline()
-        if not line:
-            raise AssertionError("the accessibility bus is gone")
-        answer = json.loads(line)
-        if "error" in answer:
-            raise AssertionError(answer["error"])
-        return answer["value"]
+    def _ask(self, address, method, signature="()", *arguments):
+        return session_bus.call(self._bus, *address, method, signature, *arguments)[0]
 
     def is_there(self):
         """Whether the process is on the accessibility bus at all, with windows or without."""
-        return self._ask("presence")
+        if self._service is None:
+            services = {service for service, _ in self._ask((REGISTRY, ROOT), ACCESSIBLE + ".GetChildren")}
+            self._service = next((service for service in services if self._pid_of(service) == self._pid), None)
+        return self._service is not None
 
-    def windows(self):
-        """The titles of the windows that show."""
-        return self._ask("windows")
-
-    def tree(self, window=None):
-        """Everything that shows, depth first: {"depth", "role", "name", "states"}."""
-        return self._ask("tree", window)
-
-    def details(self, window=None):
-        """The tree, and of each element also {"place", "actions", "children"}; the last is a number."""
-        return self._ask("details", window)
-
-    def texts(self, window=None):
-        """The names of everything that shows and contains nothing else, in reading order."""
-        return self._ask("texts", window)
-
-    def states(self, name, window=None):
-        """The states of the first element of that name that shows, else nothing."""
-        return next((set(node["states"]) for node in self.tree(window) if node["name"] == name), None)
-
-    def is_enabled(self, name, window=None):
-        """Whether a button of that name shows and can be pressed."""
-        return any(node["role"] == "push button" and node["name"] == name and "enabled" in node["states"]
-                   for node in self.tree(window))
-
-    def focused(self, window=None):
-        """The name of the innermost element that has the keyboard focus."""
-        return self._ask("focused", window)
-
-    def place(self, name, window=None):
-        """Where the first element of that name is on the screen: x, y, width, height."""
-        return self._ask("place", window, name=name)
-
-    def press(self, name, window=None, nth=0):
-        """Presses the button, tab or choice of that name by its accessible action; fails where it has none."""
-        self._ask("press", window, name=name, nth=nth)
-
-    def wait_for_text(self, text, window=None, within=10.0):
-        """Waits until a text shows."""
-        self._desk.wait_for(lambda: text in self.texts(window), f"the text {text!r}", within)
-
-    def wait_for_window(self, window, within=10.0):
-        """Waits until a window shows that has something in it."""
-        self._desk.wait_for(lambda: self.texts(window), f"the window {window!r}", within)
-
-    def wait_for_no_window(self, window, within=10.0):
-        """Waits until no window of that title shows."""
-        self._desk.wait_for(lambda: window not in self.windows(), f"the window {window!r} to go", within)
-
-
-class Element:
-    """One element that shows, asked over the bus for no more than is needed."""
-
-    def __init__(self, node, depth, states, children):
-        self.node = node
-        self.depth = depth
-        self.states = states
-        self.children = children
-
-    @property
-    def name(self):
-        return self.node.name
-
-    def description(self):
-        return {"depth": self.depth, "role": self.node.getRoleName(), "name": self.name, "states": self.states}
-
-    def details(self):
-        return {**self.description(), "place": self.place(), "actions": self.actions(), "children": self.children}
-
-    def actions(self):
+    def _pid_of(self, service):
         try:
-            actions = self.node.queryAction()
-        except NotImplementedError:
-            return []
-        return [actions.getName(index) for index in range(actions.nActions)]
+            return self._ask((session_bus.BUS, session_bus.BUS_PATH), session_bus.BUS + ".GetConnectionUnixProcessID",
+                             "(s)", service)
+        except GLib.Error:
+            return None
 
-    def place(self):
-        extents = self.node.queryComponent().getExtents(DESKTOP_COORDINATES)
-        return [extents.x, extents.y, extents.width, extents.height]
+    def _showing(self, addresses, depth):
+        """Those of the elements that show, all asked at once."""
+        questions = ((ACCESSIBLE + ".GetState", "()"), (session_bus.PROPERTIES + ".Get", "(ss)", ACCESSIBLE, "Name"),
+                     (ACCESSIBLE + ".GetRole", "()"), (ACCESSIBLE + ".GetChildren", "()"))
+        answers = session_bus.call_all(self._bus, [(*address, *question) for address in addresses
+                                                   for question in questions])
+        for number, address in enumerate(addresses):
+            (bits, _), name, role, children = answers[4 * number : 4 * number + 4]
+            states = {name for bit, name in STATES.items() if bits >> bit & 1}
+            if "showing" in states:
+                yield Element(address, depth, name, ROLES.get(role, role), states, children)
 
-    def pressing(self):
-        """The element's actions that press it."""
-        try:
-            actions = self.node.queryAction()
-        except NotImplementedError:
-            return []
-        return [(actions, index) for index in range(actions.nActions) if actions.getName(index).lower() in PRESSING]
+    def _windows(self):
+        return list(self._showing(self._ask((self._service, ROOT), ACCESSIBLE + ".GetChildren"), 0))
 
+    def _everything(self, window=None):
+        """What shows, depth first, read level by level."""
+        found = level = [one for one in self._windows() if window in (None, one.name)]
+        while level:
+            inner = list(self._showing([child for one in level for child in one.children], level[0].depth + 1))
+            for one in level:
+                place = found.index(one) + 1
+                found[place:place] = [child for child in inner if child.address in one.children]
+            level = inner
+        return found
 
-class Driver:
-    """Answers the requests of one reader."""
-
-    def __init__(self):
-        import pyatspi
-        from gi.repository import Atspi, GLib
-
-        self._pyatspi = pyatspi
-        self._gone_meanwhile = (GLib.Error, RuntimeError)
-        self._desktop = pyatspi.Registry.getDesktop(0)
-        # What is remembered goes stale here: no event loop runs that would hear of changes.
-        self._desktop.set_cache_mask(Atspi.Cache.NONE)
-        self._program = None
-        self._answers = {
-            "presence": lambda request: self._find_program(request) is not None,
-            "windows": lambda request: [element.name for element in self._windows(request)],
-            "tree": lambda request: [element.description() for element in self._everything(request)],
-            "details": lambda request: [element.details() for element in self._everything(request)],
-            "texts": lambda request: [name for element in self._everything(request) if element.children == 0
-                                      and (name := element.name)],
-            "focused": lambda request: next((element.name for element in reversed(list(self._everything(request)))
-                                             if "focused" in element.states), None),
-            "place": lambda request: self._first(request).place(),
-        }
-
-    def answer(self, request):
-        if request["what"] == "press":
-            actions, index = self._reading(self._pressing, request)
-            return actions.doAction(index)
-        return self._reading(self._answers[request["what"]], request)
-
-    def _reading(self, read, request):
+    def _read(self, read, *arguments):
+        """What a question finds; nothing while the process is not there."""
         for attempt in range(ATTEMPTS):
             try:
-                return read(request)
-            except self._gone_meanwhile:
+                return read(*arguments) if self.is_there() else []
+            except GLib.Error:
                 if attempt == ATTEMPTS - 1:
                     raise
 
-    def _find_program(self, request):
-        if self._program is None:
-            self._program = next((program for program in self._desktop
-                                  if program is not None and program.get_process_id() == request["pid"]), None)
-        return self._program
+    def tree(self, window=None):
+        """Everything that shows, depth first."""
+        return self._read(self._everything, window)
 
-    def _windows(self, request):
-        program = self._find_program(request)
-        windows = [] if program is None else self._showing_children(program, program.childCount, 0)
-        return [window for window in windows if request["window"] in (None, window.name)]
+    def windows(self):
+        """The titles of the windows that show."""
+        return [window.name for window in self._read(self._windows)]
 
-    def _showing_children(self, node, count, depth):
-        for index in range(count):
-            child = node.getChildAtIndex(index)
-            if child is None:
-                continue
-            states = [self._pyatspi.stateToString(state) for state in child.getState().getStates()]
-            if "showing" in states:
-                yield Element(child, depth, states, child.childCount)
+    def texts(self, window=None):
+        """The names of everything that shows and contains nothing else, in reading order."""
+        return [element.name for element in self.tree(window) if not element.children and element.name]
 
-    def _everything(self, request):
-        waiting = list(self._windows(request))[::-1]
-        while waiting:
-            element = waiting.pop()
-            yield element
-            waiting += list(self._showing_children(element.node, element.children, element.depth + 1))[::-1]
+    def _named(self, name, window):
+        return [element for element in self.tree(window) if element.name == name]
 
-    def _first(self, request):
-        for element in self._everything(request):
-            if element.name == request["name"]:
-                return element
-        raise LookupError(f"nothing that shows is called {request['name']!r}")
+    def is_enabled(self, name, window=None):
+        """Whether a button of that name shows and can be pressed."""
+        return any(element.role == "button" and USABLE <= element.states for element in self._named(name, window))
 
-    def _pressing(self, request):
-        ways = [way for element in self._everything(request)
-                if "enabled" in element.states and element.name == request["name"] for way in element.pressing()]
-        if request["nth"] >= len(ways):
-            raise LookupError(f"nothing that shows can be pressed as {request['name']!r}")
-        return ways[request["nth"]]
+    def focused(self, window=None):
+        """The name of the innermost element that has the keyboard focus."""
+        return next((element.name for element in reversed(self.tree(window)) if "focused" in element.states), None)
 
+    def actions(self, elements):
+        """The names of the actions of each of some elements."""
+        interfaces = session_bus.call_all(self._bus, [(*element.address, ACCESSIBLE + ".GetInterfaces", "()")
+                                                      for element in elements])
+        return [[name.lower() for name, *_ in self._ask(element.address, ACTION + ".GetActions")]
+                if ACTION in found else [] for element, found in zip(elements, interfaces)]
 
-def main():
-    driver = Driver()
-    for line in sys.stdin:
-        try:
-            answer = {"value": driver.answer(json.loads(line))}
-        except LookupError as problem:
-            answer = {"error": str(problem.args[0])}
-        except Exception as problem:
-            answer = {"error": repr(problem)}
-        print(json.dumps(answer), flush=True)
+    def places(self, elements):
+        """Where each of some elements is on the screen: (x, y, width, height)."""
+        return session_bus.call_all(self._bus, [(*element.address, COMPONENT + ".GetExtents", "(u)", DESKTOP_COORDINATES)
+                                                for element in elements])
 
+    def place(self, name, window=None):
+        """Where the first element of that name is."""
+        return self._read(lambda: self.places(self._named(name, window)[:1])[0])
 
-if __name__ == "__main__":
-    main()
+    def press(self, name, window=None, nth=0):
+        """Presses the button, tab or choice of that name by its accessible action; fails where it has none."""
+        usable = [element for element in self._named(name, window) if USABLE <= element.states]
+        pressable = [(element.address, number) for element, actions in zip(usable, self.actions(usable))
+                     for number, action in enumerate(actions) if action in PRESSING]
+        if nth >= len(pressable):
+            raise AssertionError(f"nothing that shows can be pressed as {name!r}")
+        address, number = pressable[nth]
+        self._ask(address, ACTION + ".DoAction", "(i)", number)
+
+    @contextlib.contextmanager
+    def announcements(self, window):
+        """Yields a list of what the window announces from then on: (name, state, whether it is so)."""
+        names = {element.address[1]: element.name for element in self.tree(window)}
+        heard = []
+
+        def hear(_bus, _sender, path, _interface, _signal, news):
+            heard.append((names.get(path), news.unpack()[0], bool(news.unpack()[1])))
+
+        session_bus.call(self._bus, REGISTRY, "/org/a11y/atspi/registry", REGISTRY + ".RegisterEvent", "(sass)",
+                         STATE_CHANGES, [], "")
+        number = self._bus.signal_subscribe(self._service, "org.a11y.atspi.Event.Object", "StateChanged", None, None, 0,
+                                            hear)
+        yield heard
+        self._bus.signal_unsubscribe(number)
+
+    def wait_for_text(self, text, window=None):
+        """Waits until a text shows."""
+        self._desk.wait_for(lambda: text in self.texts(window), f"the text {text!r}")
+
+    def wait_for_window(self, window):
+        """Waits until a window shows that has something in it."""
+        self._desk.wait_for(lambda: self.texts(window), f"the window {window!r}")
+
+    def wait_for_no_window(self, window):
+        """Waits until no window of that title shows."""
+        self._desk.wait_for(lambda: window not in self.windows(), f"the window {window!r} to go")

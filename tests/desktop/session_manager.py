@@ -1,4 +1,5 @@
-"""A session manager of X: prints its address, then "joined" for each program, and logs out on a line on standard input.
+"""A session manager of X, driven over its standard input: "address" prints where it listens, "log out" ends the session.
+It prints "joined" for each program that comes, and "left" for each that goes.
 
 It logs out as the real ones do: everybody is asked to save, and told to die once all have.
 """
@@ -72,7 +73,8 @@ class SessionManager:
         self.listeners = [Pointer(listeners[index]) for index in range(count.value)]
         for listener in self.listeners:
             ICE.IceSetHostBasedAuthProc(listener, self._allow)
-        say(ICE.IceComposeNetworkIdList(count, listeners).decode())
+        self.address = ICE.IceComposeNetworkIdList(count, listeners).decode()
+        say("ready")
 
     def welcome(self, _client, _data, mask, callbacks, _reason):
         mask[0] = EVERY_CALLBACK
@@ -101,10 +103,14 @@ class SessionManager:
         self.clients.pop(client, None)
         say("left")
 
-    def log_out(self):
-        self.is_ending = True
-        for client in self.clients:
-            SM.SmsSaveYourself(Pointer(client), SAVE_LOCAL, 1, NO_INTERACTION, 0)
+    def obey(self, line):
+        if line == "address":
+            say("address " + self.address)
+        else:
+            self.is_ending = True
+            for client in self.clients:
+                SM.SmsSaveYourself(Pointer(client), SAVE_LOCAL, 1, NO_INTERACTION, 0)
+        say("done " + line)
 
     def run(self):
         while True:
@@ -112,9 +118,10 @@ class SessionManager:
             ready, _, _ = select.select([sys.stdin, *listening, *self.connections], [], [])
             for one in ready:
                 if one is sys.stdin:
-                    if not sys.stdin.readline():
+                    line = sys.stdin.readline()
+                    if not line:
                         return
-                    self.log_out()
+                    self.obey(line.rstrip("\n"))
                 elif one in listening:
                     connection = Pointer(ICE.IceAcceptConnection(listening[one], ctypes.byref(ctypes.c_int())))
                     self.connections[ICE.IceConnectionNumber(connection)] = connection

@@ -1,12 +1,6 @@
-"""The whole on a real desktop: the companion in a real tray, a bridge with real figures, and real services to see.
+"""The whole on a real desktop: the companion in a real tray, a bridge with real figures, and real services to see."""
 
-Each test goes through the same story: all is well, then Caddy stops, then the bridge stops.
-"""
-
-import json
-import os
 import pathlib
-import shutil
 import socket
 import sys
 import unittest
@@ -14,198 +8,109 @@ import unittest
 import desktop
 import psutil
 import services
+from companion import BRIDGE_PORT, PANEL, POLL_SECONDS, DesktopTest, skip_unless_possible
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
 
 from stand_in import StandInBridge  # noqa: E402
 
-BRIDGE_PORT = 43105
-PANEL_WIDTH = 340
-POLL_SECONDS = 5.0
 SITES = "http://one.localhost:{port} {\n    respond hello\n}\nhttp://two.localhost:{port} {\n    respond hello\n}\n"
-PROGRAMS = ("Xvfb", "dbus-daemon", "gdbus", "xfwm4", "xfce4-panel", "trayer", "xdotool", "xprop", "xwininfo", "import")
 FIGURES = {"LOAD": r"^\d+\.\d\d$", "MEMORY": r"^\d+%$", "DISK": r"^\d+% · \d+ GB free$"}
-OFFLINE = {"ok": False, "value": "offline"}
-
-READ_SHOWING_TEXTS = """
-import json, sys, pyatspi
-def walk(node):
-    if not node.getState().contains(pyatspi.STATE_SHOWING):
-        return
-    if node.name and node.childCount == 0:
-        found.append(node.name)
-    for child in node:
-        if child is not None:
-            walk(child)
-found = []
-for program in pyatspi.Registry.getDesktop(0):
-    if program is not None and program.get_process_id() == int(sys.argv[1]):
-        for window in program:
-            if window is not None:
-                walk(window)
-print(json.dumps(found))
-"""
 
 
 def setUpModule():
-    missing = [program for program in PROGRAMS if shutil.which(program) is None]
-    if missing:
-        raise unittest.SkipTest("not installed: " + ", ".join(missing))
+    skip_unless_possible()
     services.skip_unless_installed()
-    with socket.socket() as client:
-        if client.connect_ex(("127.0.0.1", BRIDGE_PORT)) == 0:
-            raise unittest.SkipTest(f"a bridge runs on port {BRIDGE_PORT} already")
 
 
-class PanelOnADesktop(unittest.TestCase):
+class PanelOnADesktop(DesktopTest):
     def setUp(self):
-        self.caddy = self.enter(services.Caddy(SITES))
-        self.postgres = self.enter(services.Postgres())
-        self.desk = self.enter(desktop.Desktop())
+        self.desk = self.enterContext(desktop.Desktop())
         self.desk.start_window_manager()
         self.desk.start_accessibility()
 
-    def enter(self, context):
-        context.__enter__()
-        self.addCleanup(context.__exit__, None, None, None)
-        return context
-
-    def start_companion(self):
-        self.bridge = StandInBridge(
-            port=BRIDGE_PORT,
-            caddy_process=self.caddy.process_name,
-            caddy_admin=self.caddy.admin,
-            postgres_port=self.postgres.port,
-        )
+    def start_real_services(self):
+        self.caddy = self.enterContext(services.Caddy(SITES))
+        self.postgres = self.enterContext(services.Postgres())
+        self.bridge = StandInBridge(port=BRIDGE_PORT, caddy_process=self.caddy.process_name,
+                                    caddy_admin=self.caddy.admin, postgres_port=self.postgres.port)
         self.addCleanup(self.bridge.stop)
-        self.companion = self.desk.start([os.environ["VORNA_COMPANION"]])
 
-    # What the panel says
+    def after(self, label):
+        """What follows a label in the panel, up to two texts."""
+        texts = self.reader.texts(PANEL)
+        return texts[texts.index(label) + 1 :][:2] if label in texts else []
 
-    def texts(self):
-        """Every text that shows, in reading order, as a screen reader gets it."""
-        return json.loads(self.desk.run("/usr/bin/python3", "-c", READ_SHOWING_TEXTS, self.companion.pid, timeout=20))
-
-    def row(self, label):
-        """What follows a label: its value and whether its dot says ok."""
-        texts = self.texts()
-        if label not in texts:
-            return None
-        value, state = texts[texts.index(label) + 1 :][:2]
-        return {"value": value, "ok": {"ok": True, "not ok": False}.get(state)}
+    def wait_for_row(self, label, value, state):
+        self.wait_for_equal(lambda: self.after(label), [value, state], label)
 
     def header_state(self):
         """What the dot of the header says; it follows the two texts at the top."""
-        return self.texts()[2]
+        return self.reader.texts(PANEL)[2]
 
-    def figures(self):
-        texts = self.texts()
-        return {title: texts[texts.index(title) + 1] for title in FIGURES}
-
-    def wait_for_row(self, label, expected):
-        try:
-            self.desk.wait_for(lambda: self.row(label) == expected, label, within=3 * POLL_SECONDS)
-        except desktop.Failure:
-            self.fail(f"{label} was to say {expected}; the panel says {self.texts()}")
-
-    def photograph(self, name):
-        folder = pathlib.Path(os.environ["VORNA_PICTURES"])
-        folder.mkdir(parents=True, exist_ok=True)
-        self.desk.screenshot(folder / f"{name}.png")
-
-    def panel_windows(self):
-        return [place for place in self.desk.windows(self.companion.pid).values() if place[2] == PANEL_WIDTH]
-
-    # The story
+    def check_figures(self):
+        for title, pattern in FIGURES.items():
+            self.assertRegex(self.after(title)[0], pattern)
 
     def check_story(self, click_the_item, name):
+        """All is well, then Caddy stops, then the bridge stops."""
+        self.start_real_services()
         self.start_companion()
         click_the_item()
-        self.desk.wait_for(self.panel_windows, "the panel")
+        self.check_within(self.wait_for_panel(), (0, 0, *self.desk.size))
         self.check_all_is_well()
         self.photograph(f"{name}-well")
 
         self.caddy.stop()
-        self.wait_for_row("Caddy", {"value": "not running", "ok": False})
+        self.wait_for_row("Caddy", "not running", "not ok")
         self.assertEqual(self.header_state(), "down")
-        self.assertTrue(self.row("Postgres")["ok"])
+        self.assertEqual(self.after("Postgres")[1], "ok")
         self.photograph(f"{name}-caddy-stopped")
 
-        figures = self.figures()
+        free = self.after("DISK")[0].partition(" ")[2]
         self.bridge.stop()
-        self.wait_for_row("Caddy", {"value": "bridge unreachable", "ok": False})
-        self.assertEqual(self.row("Bridge"), OFFLINE)
+        self.wait_for_row("Caddy", "bridge unreachable", "not ok")
+        self.assertEqual(self.after("Bridge"), ["offline", "not ok"])
         self.assertEqual(self.header_state(), "unknown")
         self.check_figures()
-        self.assertEqual(self.figures()["DISK"].partition(" ")[2], figures["DISK"].partition(" ")[2])
-        self.assertIn("Start bridge: vorna server start", self.texts())
+        self.assertEqual(self.after("DISK")[0].partition(" ")[2], free)
+        self.reader.wait_for_text("Start bridge: vorna server start", PANEL)
         self.photograph(f"{name}-bridge-stopped")
 
         click_the_item()
-        self.desk.wait_for(lambda: not self.panel_windows(), "the panel to close")
-        self.assertIsNone(self.companion.poll(), self.desk.output(self.companion))
+        self.wait_for(lambda: not self.panels(), "the panel to close")
+        self.check_alive()
 
     def check_all_is_well(self):
-        self.wait_for_row("Bridge", {"value": "online · :43105", "ok": True})
-        self.wait_for_row("Caddy", {"value": "running · 2/2 sites", "ok": True})
-        self.wait_for_row("Postgres", {"value": f"answers on port {self.postgres.port}", "ok": True})
+        self.wait_for_row("Bridge", "online · :43105", "ok")
+        self.wait_for_row("Caddy", "running · 2/2 sites", "ok")
+        self.wait_for_row("Postgres", f"answers on port {self.postgres.port}", "ok")
         self.assertEqual(self.header_state(), "ok")
         self.check_figures()
-        texts = self.texts()
-        for service in ("caddy.process", "caddy.admin", "postgres"):
-            self.assertIn(service, texts)
+        texts = self.reader.texts(PANEL)
+        self.assertLessEqual({"caddy.process", "caddy.admin", "postgres"}, set(texts))
         self.assertFalse([text for text in texts if text.startswith("site.")])
-        self.check_place()
-
-    def check_figures(self):
-        for title, value in self.figures().items():
-            self.assertRegex(value, FIGURES[title])
-
-    def check_place(self):
-        """One panel, inside the screen."""
-        (place,) = self.panel_windows()
-        x, y, width, height = place
-        self.assertGreaterEqual(x, 0)
-        self.assertGreaterEqual(y, 0)
-        self.assertLessEqual(x + width, self.desk.size[0])
-        self.assertLessEqual(y + height, self.desk.size[1])
 
     def test_story_in_a_status_notifier_host(self):
-        self.desk.start_xfce_panel()
-        self.desk.wait_for(self.desk.status_notifier_host_is_there, "the panel's host")
-
-        def click_the_item():
-            self.desk.activate_item(self.desk.wait_for(self.desk.status_notifier_items, "the item in the tray")[0])
-
-        self.check_story(click_the_item, "status-notifier")
+        self.desk.start_tray()
+        self.check_story(lambda: self.desk.activate_item(self.item()), "status-notifier")
 
     def test_story_in_an_xembed_tray(self):
         self.desk.start_trayer()
-
-        def embedded():
-            windows = self.desk.windows(self.companion.pid)
-            return [place for window, place in windows.items() if self.desk.parent_of(window) not in ("root", None)
-                    and place[2] < PANEL_WIDTH]
-
-        def click_the_item():
-            x, y, width, height = self.desk.wait_for(embedded, "the item in the tray")[0]
-            self.desk.click(x + width // 2, y + height // 2)
-
-        self.check_story(click_the_item, "xembed")
+        self.check_story(lambda: self.desk.click(*self.embedded_item()), "xembed")
 
     def test_nothing_is_asked_of_the_bridge_before_the_panel_was_opened(self):
-        self.desk.start_xfce_panel()
-        self.desk.wait_for(self.desk.status_notifier_host_is_there, "the panel's host")
+        self.desk.start_tray()
         with socket.create_server(("127.0.0.1", BRIDGE_PORT)) as silent:
-            self.companion = self.desk.start([os.environ["VORNA_COMPANION"]])
-            item = self.desk.wait_for(self.desk.status_notifier_items, "the item in the tray")[0]
-            self.assertIsNone(self.request_of_the_companion(silent))
+            self.start_companion()
+            item = self.item()
+            self.assertIsNone(self.request_of_the_companion(silent, POLL_SECONDS + 1))
             self.desk.activate_item(item)
-            self.assertRegex(self.request_of_the_companion(silent), rb"^GET /health HTTP/1\.1\r\n")
+            self.assertRegex(self.request_of_the_companion(silent, 6 * POLL_SECONDS), rb"^GET /health HTTP/1\.1\r\n")
 
-    def request_of_the_companion(self, listener):
-        """The first request from the companion within more than a poll's time; others may knock meanwhile."""
-        listener.settimeout(POLL_SECONDS + 1)
+    def request_of_the_companion(self, listener, within):
+        """The first request from the companion; others may knock meanwhile."""
+        listener.settimeout(within)
         while True:
             try:
                 connection, peer = listener.accept()

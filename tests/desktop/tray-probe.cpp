@@ -1,5 +1,5 @@
 // An item in the tray and nothing else, told what to show by lines on its standard input:
-// "symbol NAME MEANING…", "anchor", "compositing", "front", "quit". It prints a line for each thing that happens.
+// "symbol NAME MEANING…", "anchor", "compositing", "front", "settle", "quit". It prints a line for each thing that happens.
 
 #include "platform/Desktop.h"
 #include "platform/StatusItem.h"
@@ -7,15 +7,20 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 
+#include <chrono>
 #include <iostream>
 #include <string>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Qt closes whatever popup is open 100 ms after it has heard that one lost the keyboard.
+constexpr auto settling = std::chrono::milliseconds{150};
 
 void say(const QString& line) {
     std::cout << line.toStdString() << std::endl;
@@ -61,6 +66,10 @@ void obey(StatusItem& item, const QString& line) {
         showWindow();
     } else if (line == u"quit"_s) {
         QCoreApplication::quit();
+        return;
+    }
+    if (line == u"settle"_s) {
+        QTimer::singleShot(settling, [line] { say(u"done "_s + line); });
         return;
     }
     say(u"done "_s + line);

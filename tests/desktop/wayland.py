@@ -48,14 +48,9 @@ class WaylandDesktop(desktop.Desktop):
         self._xwayland = xwayland
         self._rules = rules
 
-    def __enter__(self):
-        super().__enter__()
-        try:
-            self._start_sway()
-        except BaseException:
-            self.__exit__(None, None, None)
-            raise
-        return self
+    def begin(self):
+        super().begin()
+        self._start_sway()
 
     def __exit__(self, *details):
         if hasattr(self, "input"):
@@ -73,10 +68,7 @@ class WaylandDesktop(desktop.Desktop):
         self.sway = self.start([*UNPRIVILEGED, "sway", "-c", settings],
                                env={"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1",
                                     "WLR_RENDERER": "pixman", "WLR_HEADLESS_OUTPUTS": str(len(self.outputs))})
-        try:
-            self.wait_for((self.root / "displays").exists, "the compositor")
-        except desktop.Failure as failure:
-            raise desktop.Failure(f"{failure}: {self.output(self.sway)}") from None
+        self.wait_for((self.root / "displays").exists, "the compositor")
         self.env["WAYLAND_DISPLAY"], *guests = (self.root / "displays").read_text().split()
         if guests:
             (self.env["DISPLAY"],) = guests

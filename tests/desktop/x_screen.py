@@ -1,0 +1,125 @@
+"""The X screen of a desktop: the windows of a process and what it holds there, colours, pointer and keyboard."""
+
+import collections
+import contextlib
+
+from Xlib import XK, X, Xatom, display, error
+from Xlib.ext import res, xtest
+
+MODIFIERS = {"ctrl": "Control_L", "shift": "Shift_L"}
+GONE = (error.BadWindow, error.BadDrawable, error.BadMatch)
+
+
+class XScreen:
+    """What a desktop has of its X server."""
+
+    _display = None
+
+    @property
+    def x(self):
+        if self._display is None:
+            self._display = display.Display(self.env["DISPLAY"])
+        return self._display
+
+    def let_go_of_x(self):
+        if self._display is not None:
+            with contextlib.suppress(error.ConnectionClosedError):
+                self._display.close()
+
+    @property
+    def _root(self):
+        return self.x.screen().root
+
+    # Windows
+
+    def _clients(self, pid):
+        """The connections of a process to the X server, each with the numbers of what it has made."""
+        owners = self.x.res_query_client_ids([{"client": 0, "mask": res.LocalClientPIDMask}]).ids
+        bases = {one.spec.client for one in owners if pid in one.value}
+        return [client for client in self.x.res_query_clients().clients
+                if any(base & ~client.resource_mask == client.resource_base for base in bases)]
+
+    def _windows(self, pid):
+        """Every window of a process that is on the screen or was."""
+        clients = self._clients(pid)
+        waiting = [self._root]
+        while waiting:
+            window = waiting.pop()
+            try:
+                waiting += reversed(window.query_tree().children)
+            except GONE:
+                continue
+            if any(window.id & ~client.resource_mask == client.resource_base for client in clients):
+                yield window
+
+    def windows(self, pid, hidden=False):
+        """The top-level and embedded windows of a process that show: {window: (x, y, width, height)} on the screen.
+
+        With `hidden`, those that do not show as well.
+        """
+        found = {}
+        for window in self._windows(pid):
+            try:
+                shows = window.get_attributes().map_state == X.IsViewable
+                if window.get_full_property(self.x.intern_atom("_NET_WM_PID"), X.AnyPropertyType) and (shows or hidden):
+                    size, place = window.get_geometry(), self._root.translate_coords(window, 0, 0)
+                    found[window] = (place.x, place.y, size.width, size.height)
+            except GONE:
+                continue
+        return found
+
+    def is_embedded(self, window):
+        """Whether a window is inside another program's."""
+        try:
+            return window.query_tree().parent != self._root
+        except GONE:
+            return False
+
+    def root_windows(self, name):
+        """The windows that a property of the root window lists, such as "_NET_CLIENT_LIST"."""
+        found = self._root.get_full_property(self.x.intern_atom(name), Xatom.WINDOW)
+        return [self.x.create_resource_object("window", number) for number in found.value] if found else []
+
+    def resources(self, pid):
+        """How many of each kind a process holds on the server, and the bytes of its pixmaps."""
+        found = collections.Counter()
+        for client in self._clients(pid):
+            for kind in self.x.res_query_client_resources(client.resource_base).types:
+                found[self.x.get_atom_name(kind.resource_type)] += kind.count
+            found["pixmap bytes"] += self.x.res_query_client_pixmap_bytes(client.resource_base).bytes
+        return found
+
+    # What is seen and done
+
+    def colours(self, x, y, width=1, height=1, window=None):
+        """The colours of a rectangle of the screen or of a window, as (red, green, blue); none where it is gone."""
+        try:
+            data = (window or self._root).get_image(x, y, width, height, X.ZPixmap, 0xffffffff).data
+        except GONE:
+            return set()
+        return {(data[at + 2], data[at + 1], data[at]) for at in range(0, len(data), 4)}
+
+    def click(self, x, y, button=1, times=1):
+        """Moves the pointer there and clicks."""
+        xtest.fake_input(self.x, X.MotionNotify, x=x, y=y)
+        for _ in range(times):
+            xtest.fake_input(self.x, X.ButtonPress, button)
+            xtest.fake_input(self.x, X.ButtonRelease, button)
+        self.x.sync()
+
+    def move_pointer(self, x, y):
+        xtest.fake_input(self.x, X.MotionNotify, x=x, y=y)
+        self.x.sync()
+
+    def press(self, *keys):
+        """Presses keys by their X names, such as "Escape" and "ctrl+q"."""
+        for key in keys:
+            codes = [self.x.keysym_to_keycode(XK.string_to_keysym(MODIFIERS.get(name, name))) for name in key.split("+")]
+            for kind, order in ((X.KeyPress, codes), (X.KeyRelease, codes[::-1])):
+                for code in order:
+                    xtest.fake_input(self.x, kind, code)
+        self.x.sync()
+
+    def screenshot(self, path):
+        """A picture of the whole screen, as a PNG file."""
+        self.run("import", "-window", "root", path, timeout=30)
