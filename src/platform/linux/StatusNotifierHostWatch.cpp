@@ -6,6 +6,8 @@
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
+#include <QLibraryInfo>
+#include <QVersionNumber>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +15,13 @@ namespace {
 
 const QString watcherService = u"org.kde.StatusNotifierWatcher"_s;
 const QString watcherPath = u"/StatusNotifierWatcher"_s;
+
+/// What a watcher without a host means. Later Qt hands every icon to a watcher that is there, and asks for no host: an
+/// icon of the older kind can be had only once the watcher has gone.
+StatusNotifierHostWatch::Host hostlessMeans() {
+    const bool later = QLibraryInfo::version() >= QVersionNumber{6, 5};
+    return later ? StatusNotifierHostWatch::Host::unknown : StatusNotifierHostWatch::Host::absent;
+}
 
 QDBusMessage hostQuestion() {
     QDBusMessage question =
@@ -55,9 +64,11 @@ void StatusNotifierHostWatch::ask() {
             return;
         }
         const QDBusPendingReply<QDBusVariant> reply = *answer;
-        const bool silent = reply.isError() && reply.error().type() == QDBusError::NoReply;
-        const bool there = reply.isValid() && reply.value().variant().toBool();
-        settle(silent ? Host::unknown : there ? Host::present : Host::absent);
+        if (reply.isValid()) {
+            settle(reply.value().variant().toBool() ? Host::present : hostlessMeans());
+        } else {
+            settle(reply.error().type() == QDBusError::NoReply ? Host::unknown : Host::absent);
+        }
     });
 }
 
