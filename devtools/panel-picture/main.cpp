@@ -36,9 +36,9 @@ public:
 
 class NoNotifications final : public NotificationCenter {
 public:
-    void requestAuthorization(std::function<void(bool)> answer) override { answer(false); }
-    void authorization(std::function<void(Authorization)> answer) override { answer(Authorization::denied); }
-    void post(const Request& /*request*/, std::function<void()> done) override { done(); }
+    QCoro::Task<bool> requestAuthorization() override { co_return false; }
+    QCoro::Task<Authorization> authorization() override { co_return Authorization::denied; }
+    QCoro::Task<> post(Request /*request*/) override { co_return; }
 };
 
 QCoro::Task<VornaCLIRunner::Result> noTool(QStringList /*arguments*/, double /*timeout*/) {

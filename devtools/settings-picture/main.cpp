@@ -30,9 +30,9 @@ public:
 
 class GrantingCenter final : public NotificationCenter {
 public:
-    void requestAuthorization(std::function<void(bool)> answer) override { answer(true); }
-    void authorization(std::function<void(Authorization)> answer) override { answer(Authorization::authorized); }
-    void post(const Request&, std::function<void()> done) override { done(); }
+    QCoro::Task<bool> requestAuthorization() override { co_return true; }
+    QCoro::Task<Authorization> authorization() override { co_return Authorization::authorized; }
+    QCoro::Task<> post(Request) override { co_return; }
 };
 
 QPalette palette(QRgb window, QRgb text, QRgb button) {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QCoro/QCoroTask>
+
 #include <QString>
 
-#include <functional>
 #include <memory>
 
-/// The desktop's local notifications. Every operation answers exactly once, on the main thread, in a later turn of the
-/// event loop or at once; none blocks. An answer that comes after the center is gone is dropped. Main thread only.
+/// The desktop's local notifications. Every operation starts at once, blocks nothing, never fails, and resumes its
+/// caller on the main thread; it also ends when the center goes before there is an answer. Main thread only.
 class NotificationCenter {
 public:
     enum class Authorization { notDetermined, denied, authorized, provisional, ephemeral, unrecognized };
@@ -25,13 +26,13 @@ public:
 
     [[nodiscard]] static std::unique_ptr<NotificationCenter> standard();
 
-    /// Asks the user for alerts, badges and sounds; answers whether they were granted.
-    virtual void requestAuthorization(std::function<void(bool granted)> answer) = 0;
+    /// Asks the user for alerts, badges and sounds; true when they were granted.
+    virtual QCoro::Task<bool> requestAuthorization() = 0;
 
     /// Reads the current state; never asks the user.
-    virtual void authorization(std::function<void(Authorization)> answer) = 0;
+    [[nodiscard]] virtual QCoro::Task<Authorization> authorization() = 0;
 
-    /// Hands one notification over; `done` comes when it was taken or refused, or waited for long enough, and does not
-    /// say which.
-    virtual void post(const Request& request, std::function<void()> done) = 0;
+    /// Hands one notification over; ends when it was taken or refused, or waited for long enough, and does not say
+    /// which.
+    virtual QCoro::Task<> post(Request request) = 0;
 };

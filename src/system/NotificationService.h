@@ -2,9 +2,6 @@
 
 #include "platform/NotificationCenter.h"
 
-#include <QCoro/QCoroTask>
-
-#include <QString>
 
 /// Posts the companion's notifications and says whether the user allows them. Failures to post are silent. Main thread
 /// only; `center` must outlive the service.
@@ -21,7 +18,7 @@ public:
     [[nodiscard]] static QString freshIdentifier();
 
     /// Posts one notification at once, with the default sound; ends when it was taken or refused.
-    QCoro::Task<> notify(QString title, QString body, QString identifier);
+    QCoro::Task<> notify(const QString& title, const QString& body, const QString& identifier);
 
     /// What the user allows. Never asks.
     [[nodiscard]] QCoro::Task<Authorization> authorizationStatus();

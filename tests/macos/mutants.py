@@ -21,7 +21,8 @@ LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"
 # Objects of the libraries, without any one of which the program must not link.
 LIBRARIES = {
     "libvorna_platform.a": [
-        "AppInfo.mm", "ChildDescriptors.cpp", "Desktop.mm", "NotificationCenter.mm", "NativeWindow.mm", "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
+        "AppInfo.mm", "ChildDescriptors.cpp", "Desktop.mm", "NotificationCenter.mm", "NativeWindow.mm",
+        "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
     ],
     "libvorna_tray.a": ["StatusItem.mm"],
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/NotificationCenter.h"
+#include "support/Deferred.h"
 
 #include <QList>
 
@@ -14,33 +15,35 @@ public:
     int authorizationRequests = 0;
     bool answersAtOnce = true;
 
-    void requestAuthorization(std::function<void(bool)> answer) override {
+    FakeNotificationCenter() = default;
+    ~FakeNotificationCenter() override { answerAll(false); }
+
+    QCoro::Task<bool> requestAuthorization() override {
         ++authorizationRequests;
-        later([this, answer = std::move(answer)] { answer(state == Authorization::authorized); });
+        co_return co_await authorization() == Authorization::authorized;
     }
-    void authorization(std::function<void(Authorization)> answer) override {
-        later([this, answer = std::move(answer)] { answer(state); });
+    QCoro::Task<Authorization> authorization() override {
+        const bool isThere = co_await answer();
+        co_return isThere ? state : Authorization::notDetermined;
     }
-    void post(const Request& request, std::function<void()> done) override {
-        posted.append(request);
-        later(std::move(done));
+    QCoro::Task<> post(Request request) override {
+        posted.append(std::move(request));
+        co_await answer();
     }
 
     /// Gives the answers that were held back, in order.
-    void answerAll() {
-        for (const auto& answer : std::exchange(m_waiting, {})) {
-            answer();
+    void answerAll(bool isThere = true) {
+        for (const auto& waiting : std::exchange(m_waiting, {})) {
+            waiting.deliver(isThere);
         }
     }
 
 private:
-    void later(std::function<void()> answer) {
-        if (answersAtOnce) {
-            answer();
-        } else {
-            m_waiting.append(std::move(answer));
-        }
+    Deferred<bool> answer() {
+        const Deferred<bool> answer;
+        answersAtOnce ? answer.deliver(true) : m_waiting.append(answer);
+        return answer;
     }
 
-    QList<std::function<void()>> m_waiting;
+    QList<Deferred<bool>> m_waiting;
 };

@@ -12,26 +12,6 @@
 using namespace Qt::StringLiterals;
 using Authorization = NotificationService::Authorization;
 
-namespace {
-
-QCoro::Task<> notifyThenCount(NotificationService* service, QString title, QString body, int* finished) {
-    auto posting = service->notify(title, body, NotificationService::freshIdentifier());
-    co_await posting;
-    ++*finished;
-}
-
-QCoro::Task<> readState(NotificationService* service, std::optional<Authorization>* state) {
-    auto reading = service->authorizationStatus();
-    *state = co_await reading;
-}
-
-QCoro::Task<> ask(NotificationService* service, std::optional<bool>* granted) {
-    auto asking = service->requestAuthorization();
-    *granted = co_await asking;
-}
-
-}
-
 class TestNotificationService final : public QObject {
     Q_OBJECT
 
@@ -51,10 +31,10 @@ private slots:
     }
 
     void equalNotificationsHaveIdentifiersOfTheirOwn() {
-        int finished = 0;
-        notifyThenCount(m_service.get(), u"same"_s, u"same"_s, &finished);
-        notifyThenCount(m_service.get(), u"same"_s, u"same"_s, &finished);
-        QCOMPARE(finished, 2);
+        m_finished = 0;
+        notify(u"same"_s, u"same"_s);
+        notify(u"same"_s, u"same"_s);
+        QCOMPARE(m_finished, 2);
         QCOMPARE(m_center->posted.size(), 2);
         QVERIFY(m_center->posted.at(0).identifier != m_center->posted.at(1).identifier);
     }
@@ -74,13 +54,13 @@ private slots:
     void postingEndsWhenTheCenterHasTakenOrRefused() {
         m_center->answersAtOnce = false;
         m_center->state = Authorization::denied;
-        int finished = 0;
-        notifyThenCount(m_service.get(), u"title"_s, u"body"_s, &finished);
-        QCOMPARE(finished, 0);
+        m_finished = 0;
+        notify(u"title"_s, u"body"_s);
+        QCOMPARE(m_finished, 0);
         QCOMPARE(m_center->posted.size(), 1);
         QCOMPARE(m_center->posted.first().body, u"body"_s);
         m_center->answerAll();
-        QCOMPARE(finished, 1);
+        QCOMPARE(m_finished, 1);
     }
 
     void statusIsTheCentersAndNeverAsks_data() {
@@ -99,7 +79,7 @@ private slots:
             m_center->state = state;
             m_center->answersAtOnce = atOnce;
             std::optional<Authorization> answer;
-            readState(m_service.get(), &answer);
+            m_service->authorizationStatus().then([&](Authorization read) { answer = read; });
             QCOMPARE(answer.has_value(), atOnce);
             m_center->answerAll();
             QCOMPARE(answer, state);
@@ -119,27 +99,32 @@ private slots:
         QFETCH(bool, granted);
         m_center->state = state;
         std::optional<bool> answer;
-        ask(m_service.get(), &answer);
+        m_service->requestAuthorization().then([&](bool read) { answer = read; });
         QCOMPARE(answer, granted);
         QCOMPARE(m_center->authorizationRequests, 1);
     }
 
     void whoWaitsGoesOnWhenTheCenterGoes() {
         m_center->answersAtOnce = false;
-        int finished = 0;
+        m_finished = 0;
         std::optional<Authorization> state;
         std::optional<bool> granted;
-        notifyThenCount(m_service.get(), u"title"_s, u"body"_s, &finished);
-        readState(m_service.get(), &state);
-        ask(m_service.get(), &granted);
+        notify(u"title"_s, u"body"_s);
+        m_service->authorizationStatus().then([&](Authorization read) { state = read; });
+        m_service->requestAuthorization().then([&](bool read) { granted = read; });
         m_service.reset();
         m_center.reset();
-        QCOMPARE(finished, 1);
+        QCOMPARE(m_finished, 1);
         QCOMPARE(state, Authorization::notDetermined);
         QCOMPARE(granted, false);
     }
 
 private:
+    void notify(const QString& title, const QString& body) {
+        m_service->notify(title, body, NotificationService::freshIdentifier()).then([this] { ++m_finished; });
+    }
+
+    int m_finished = 0;
     std::unique_ptr<FakeNotificationCenter> m_center;
     std::unique_ptr<NotificationService> m_service;
 };

@@ -1,18 +1,16 @@
 #include "platform/NotificationCenter.h"
 
+#include <QCoro/QCoroSignal>
+
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
-#include <QDBusServiceWatcher>
-#include <QObject>
 #include <QStringList>
 #include <QVariantMap>
 
 #include <chrono>
-#include <optional>
 #include <utility>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -58,105 +56,45 @@ QDBusMessage methodCall(const QString& method) {
     return QDBusMessage::createMethodCall(serviceName, objectPath, serviceName, method);
 }
 
-/// The session's notification server over D-Bus. The connection is made when it is first needed.
-class SessionNotificationCenter final : public QObject, public NotificationCenter {
+/// Sends at once; the answer comes in a later turn of the event loop, as an error after the timeout.
+QCoro::Task<QDBusMessage> call(QDBusMessage message) {
+    auto bus = QDBusConnection::sessionBus();
+    const auto pending = bus.isConnected() ? bus.asyncCall(message, static_cast<int>(answerTimeout.count()))
+                                           : QDBusPendingCall::fromError(QDBusError{QDBusError::Disconnected, {}});
+    auto* const watcher = new QDBusPendingCallWatcher{pending};
+    co_await qCoro(watcher, &QDBusPendingCallWatcher::finished);
+    watcher->deleteLater();
+    co_return watcher->reply();
+}
+
+/// The session's notification server over D-Bus. The connection is made when it is first needed. It keeps no state:
+/// what the server can do is asked before each post, since a session may change its server.
+class SessionNotificationCenter final : public NotificationCenter {
 public:
-    void requestAuthorization(std::function<void(bool)> answer) override {
-        authorization(
-            [answer = std::move(answer)](Authorization state) { answer(state == Authorization::authorized); });
+    QCoro::Task<bool> requestAuthorization() override {
+        co_return co_await authorization() == Authorization::authorized;
     }
 
-    void authorization(std::function<void(Authorization)> answer) override {
-        call(methodCall(u"GetServerInformation"_s), [answer = std::move(answer)](const QDBusMessage& reply) {
-            const bool answered = reply.type() == QDBusMessage::ReplyMessage;
-            answer(answered ? Authorization::authorized : Authorization::notDetermined);
-        });
+    QCoro::Task<Authorization> authorization() override {
+        const auto reply = co_await call(methodCall(u"GetServerInformation"_s));
+        const bool answered = reply.type() == QDBusMessage::ReplyMessage;
+        co_return answered ? Authorization::authorized : Authorization::notDetermined;
     }
 
-    void post(const Request& request, std::function<void()> done) override {
-        if (m_hasMarkup) {
-            send(request, std::move(done), *m_hasMarkup);
-            return;
-        }
-        m_waiting.push_back({request, std::move(done)});
-        if (m_waiting.size() == 1) {
-            askForCapabilities();
-        }
-    }
-
-private:
-    struct Waiting {
-        Request request;
-        std::function<void()> done;
-    };
-
-    /// Answers in a later turn of the event loop, with an error message after the timeout; not once this is gone.
-    void call(const QDBusMessage& message, std::function<void(const QDBusMessage&)> answer) {
-        auto bus = QDBusConnection::sessionBus();
-        if (!bus.isConnected()) {
-            const auto failure = QDBusMessage::createError(QDBusError::Disconnected, QString());
-            QMetaObject::invokeMethod(
-                this, [answer = std::move(answer), failure] { answer(failure); }, Qt::QueuedConnection);
-            return;
-        }
-        const auto pending = bus.asyncCall(message, static_cast<int>(answerTimeout.count()));
-        auto* watcher = new QDBusPendingCallWatcher{pending, this};
-        connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [answer = std::move(answer), watcher] {
-            watcher->deleteLater();
-            answer(watcher->reply());
-        });
-    }
-
-    void askForCapabilities() {
-        forgetCapabilitiesWithTheirServer();
-        call(methodCall(u"GetCapabilities"_s), [this, server = m_server](const QDBusMessage& reply) {
-            const auto waiting = std::exchange(m_waiting, {});
-            const bool answered = reply.type() == QDBusMessage::ReplyMessage;
-            const bool hasMarkup = answered && reply.arguments().value(0).toStringList().contains(markupCapability);
-            if (answered && server == m_server) {
-                m_hasMarkup = hasMarkup;
-            }
-            const bool isSilent = QDBusError{reply}.type() == QDBusError::NoReply;
-            for (const Waiting& each : waiting) {
-                if (isSilent) {
-                    sendWithoutWaiting(each);
-                } else {
-                    send(each.request, each.done, hasMarkup);
-                }
-            }
-        });
-    }
-
-    /// To a server that was waited for already, and may show it when it goes on.
-    void sendWithoutWaiting(const Waiting& waiting) {
-        send(waiting.request, [] {}, false);
-        QMetaObject::invokeMethod(this, waiting.done, Qt::QueuedConnection);
-    }
-
-    void forgetCapabilitiesWithTheirServer() {
-        if (m_watcher != nullptr) {
-            return;
-        }
-        m_watcher = new QDBusServiceWatcher{serviceName, QDBusConnection::sessionBus(),
-                                            QDBusServiceWatcher::WatchForOwnerChange, this};
-        connect(m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
-            m_hasMarkup.reset();
-            ++m_server;
-        });
-    }
-
-    void send(const Request& request, std::function<void()> done, bool hasMarkup) {
+    QCoro::Task<> post(Request request) override {
+        const auto reply = co_await call(methodCall(u"GetCapabilities"_s));
+        const bool hasMarkup = reply.type() == QDBusMessage::ReplyMessage &&
+                               reply.arguments().value(0).toStringList().contains(markupCapability);
         const QString body = bodyText(request.body);
         QDBusMessage message = methodCall(u"Notify"_s);
         message << applicationName << replacesNothing << applicationIcon << titleText(request.title)
                 << (hasMarkup ? escaped(body) : body) << QStringList{} << hints() << serverDecidesWhenItGoes;
-        call(message, [done = std::move(done)](const QDBusMessage&) { done(); });
+        const auto posted = call(message);
+        // A server that was waited for already may show it when it goes on.
+        if (QDBusError{reply}.type() != QDBusError::NoReply) {
+            co_await posted;
+        }
     }
-
-    std::optional<bool> m_hasMarkup;
-    std::vector<Waiting> m_waiting;
-    QDBusServiceWatcher* m_watcher = nullptr;
-    int m_server = 0;
 };
 
 }

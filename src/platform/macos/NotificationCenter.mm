@@ -50,9 +50,9 @@ Authorization authorizationOf(long status) {
 /// For a process without a bundle, for which the system's center raises an exception.
 class NoCenter final : public NotificationCenter {
 public:
-    void requestAuthorization(std::function<void(bool)> answer) override { answer(false); }
-    void authorization(std::function<void(Authorization)> answer) override { answer(Authorization::notDetermined); }
-    void post(const Request&, std::function<void()> done) override { done(); }
+    QCoro::Task<bool> requestAuthorization() override { co_return false; }
+    QCoro::Task<Authorization> authorization() override { co_return Authorization::notDetermined; }
+    QCoro::Task<> post(Request) override { co_return; }
 };
 
 class UserNotificationCenter final : public NotificationCenter {
@@ -60,9 +60,9 @@ public:
     explicit UserNotificationCenter(UNUserNotificationCenter* center);
     ~UserNotificationCenter() override;
 
-    void requestAuthorization(std::function<void(bool)> answer) override;
-    void authorization(std::function<void(Authorization)> answer) override;
-    void post(const Request& request, std::function<void()> done) override;
+    QCoro::Task<bool> requestAuthorization() override;
+    QCoro::Task<Authorization> authorization() override;
+    QCoro::Task<> post(Request request) override;
 
 private:
     UNUserNotificationCenter* m_center = nil;
@@ -89,6 +89,19 @@ UNNotificationRequest* nativeRequest(const NotificationCenter::Request& request)
                                                 trigger:nil];
 }
 
+// Coroutines without blocks of the system's, for functions with such blocks that are no coroutines.
+QCoro::Task<bool> granted(Deferred<long> answer) {
+    co_return co_await answer != 0;
+}
+
+QCoro::Task<Authorization> authorizationIn(Deferred<long> status) {
+    co_return authorizationOf(co_await status);
+}
+
+QCoro::Task<> finished(Deferred<long> answer) {
+    co_await answer;
+}
+
 UserNotificationCenter::UserNotificationCenter(UNUserNotificationCenter* center)
     : m_center{center}
     , m_delegate{[[VornaNotificationDelegate alloc] init]} {
@@ -99,37 +112,42 @@ UserNotificationCenter::~UserNotificationCenter() {
     m_center.delegate = nil;
 }
 
-void UserNotificationCenter::requestAuthorization(std::function<void(bool)> answer) {
+QCoro::Task<bool> UserNotificationCenter::requestAuthorization() {
     @autoreleasepool {
         const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto ticket = m_pending->keep([answer = std::move(answer)](long granted) { answer(granted != 0); });
+        const auto question = m_pending->ask();
+        const auto ticket = question.ticket;
         [m_center requestAuthorizationWithOptions:UNAuthorizationOptionBadge | UNAuthorizationOptionSound |
                                                   UNAuthorizationOptionAlert
                                 completionHandler:^(BOOL granted, NSError*) {
                                     deliver(pending, ticket, granted ? 1 : 0);
                                 }];
+        return granted(question.answer);
     }
 }
 
-void UserNotificationCenter::authorization(std::function<void(Authorization)> answer) {
+QCoro::Task<Authorization> UserNotificationCenter::authorization() {
     @autoreleasepool {
         const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto ticket =
-            m_pending->keep([answer = std::move(answer)](long status) { answer(authorizationOf(status)); });
+        const auto question = m_pending->ask();
+        const auto ticket = question.ticket;
         [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
             deliver(pending, ticket, settings.authorizationStatus);
         }];
+        return authorizationIn(question.answer);
     }
 }
 
-void UserNotificationCenter::post(const Request& request, std::function<void()> done) {
+QCoro::Task<> UserNotificationCenter::post(Request request) {
     @autoreleasepool {
         const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto ticket = m_pending->keep([done = std::move(done)](long) { done(); });
+        const auto question = m_pending->ask();
+        const auto ticket = question.ticket;
         [m_center addNotificationRequest:nativeRequest(request)
                    withCompletionHandler:^(NSError*) {
                        deliver(pending, ticket, 0);
                    }];
+        return finished(question.answer);
     }
 }
 

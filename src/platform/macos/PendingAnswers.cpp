@@ -2,13 +2,20 @@
 
 #include <utility>
 
-PendingAnswers::Ticket PendingAnswers::keep(Answer answer) {
-    m_answers.emplace(++m_latest, std::move(answer));
-    return m_latest;
+PendingAnswers::~PendingAnswers() {
+    for (const auto& [ticket, answer] : std::exchange(m_open, {})) {
+        answer.deliver(0);
+    }
+}
+
+PendingAnswers::Question PendingAnswers::ask() {
+    const Question question{.ticket = ++m_latest, .answer = {}};
+    m_open.emplace(question.ticket, question.answer);
+    return question;
 }
 
 void PendingAnswers::deliver(Ticket ticket, long value) {
-    if (const auto waiting = m_answers.extract(ticket); !waiting.empty()) {
-        waiting.mapped()(value);
+    if (const auto entry = m_open.extract(ticket)) {
+        entry.mapped().deliver(value);
     }
 }

@@ -1,24 +1,33 @@
 #pragma once
 
+#include "support/Deferred.h"
+
 #include <QtGlobal>
 
-#include <functional>
 #include <unordered_map>
 
-/// Functions that wait for an answer that another thread will find. They stay on the main thread, where they are called
-/// and dropped; the other thread carries a ticket and nothing else. Main thread only.
+/// Coroutines that wait for an answer that another thread will find. They stay on the main thread, where they are
+/// resumed; the other thread carries a ticket and nothing else. Main thread only.
 class PendingAnswers final {
 public:
-    using Answer = std::function<void(long value)>;
     using Ticket = quint64;
 
-    /// Keeps `answer` until it is delivered, or until this object goes.
-    [[nodiscard]] Ticket keep(Answer answer);
+    struct Question final {
+        Ticket ticket;
+        Deferred<long> answer;
+    };
 
-    /// Calls the function that waits under `ticket`, once.
+    PendingAnswers() = default;
+    Q_DISABLE_COPY_MOVE(PendingAnswers)
+    /// Answers what is still open with 0.
+    ~PendingAnswers();
+
+    [[nodiscard]] Question ask();
+
+    /// Resumes the coroutine that waits under `ticket`, once.
     void deliver(Ticket ticket, long value);
 
 private:
-    std::unordered_map<Ticket, Answer> m_answers;
+    std::unordered_map<Ticket, Deferred<long>> m_open;
     Ticket m_latest = 0;
 };
