@@ -1,23 +1,22 @@
 #include "app/AppDelegate.h"
 
-#include "daypart/DaypartController.h"
 #include "system/NotificationService.h"
 
 #include <utility>
 
-AppDelegate::AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory, QObject* parent)
-    : QObject{parent}
-    , m_notifications{notifications}
-    , m_becomeAccessory{std::move(becomeAccessory)} {}
+AppDelegate::AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory,
+                         std::function<DaypartController&()> daypart)
+    : m_notifications{notifications}
+    , m_becomeAccessory{std::move(becomeAccessory)}
+    , m_daypart{std::move(daypart)} {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     m_becomeAccessory();
-    requestNotifications(m_notifications);
+    requestNotifications(m_notifications, m_daypart);
 }
 
-QCoro::Task<> AppDelegate::requestNotifications(NotificationService& notifications) {
+QCoro::Task<> AppDelegate::requestNotifications(NotificationService& notifications,
+                                                std::function<DaypartController&()> daypart) {
     co_await notifications.requestAuthorization();
-    (void)DaypartController::shared();
+    (void)daypart();
 }
-
-#include "moc_AppDelegate.cpp"

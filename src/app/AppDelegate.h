@@ -1,29 +1,27 @@
 #pragma once
 
-#include "platform/Desktop.h"
-
 #include <QCoro/QCoroTask>
-
-#include <QObject>
 
 #include <functional>
 
+class DaypartController;
 class NotificationService;
 
 /// What is done once when the process has launched. Main thread only; `notifications` must outlive it.
-class AppDelegate final : public QObject {
-    Q_OBJECT
-
+class AppDelegate final {
 public:
-    explicit AppDelegate(NotificationService& notifications,
-                         std::function<void()> becomeAccessory = Desktop::becomeAccessory, QObject* parent = nullptr);
+    AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory,
+                std::function<DaypartController&()> daypart);
 
-    /// Becomes an accessory of the desktop and asks for notifications; whatever the answer, nothing waits for it.
+    /// Becomes an accessory of the desktop, then asks for notifications. Nothing waits for the answer; whatever it is,
+    /// the daypart controller is there from then on.
     void applicationDidFinishLaunching();
 
 private:
-    static QCoro::Task<> requestNotifications(NotificationService& notifications);
+    static QCoro::Task<> requestNotifications(NotificationService& notifications,
+                                              std::function<DaypartController&()> daypart);
 
     NotificationService& m_notifications;
     std::function<void()> m_becomeAccessory;
+    std::function<DaypartController&()> m_daypart;
 };

@@ -3,15 +3,14 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
-
-/// What the words behind the program's name ask for.
+/// What the words of a command line ask for. Only the help's text needs an application object.
 struct CommandLine final {
     enum class Request { showPanel, showSettings, help, version, refused };
 
     Request request = Request::showPanel;
-    QString refusedWord; ///< the first word that nobody understands
+    QString error; ///< why it was refused, as a sentence
 
+    /// `words` begins with the program's name. Qt's own options are allowed.
     [[nodiscard]] static CommandLine parse(const QStringList& words);
 
     [[nodiscard]] static QString helpText();

@@ -2,8 +2,6 @@
 
 #include "system/NotificationService.h"
 
-#include <QTimer>
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -36,13 +34,13 @@ const BandDescription& describe(StatusModel::Band band) {
 }
 
 StatusModel::StatusModel(NotificationService& notifications, ToolRunner runTool, QUrl bridge, Clock clock,
-                         std::chrono::milliseconds pollInterval, QObject* parent)
+                         Ticker ticker, QObject* parent)
     : ObservableObject{parent}
     , m_notifications{notifications}
     , m_runTool{std::move(runTool)}
     , m_client{std::move(bridge)}
     , m_clock{std::move(clock)}
-    , m_pollInterval{pollInterval} {}
+    , m_ticker{std::move(ticker)} {}
 
 QUrl StatusModel::defaultBridge() {
     return QUrl{u"http://127.0.0.1:43105"_s};

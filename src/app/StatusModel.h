@@ -5,21 +5,20 @@
 #include "support/Clock.h"
 #include "support/ObservableObject.h"
 #include "support/Published.h"
+#include "support/Ticker.h"
 
 #include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
-#include <chrono>
 #include <functional>
 #include <optional>
 
 class NotificationService;
-class QTimer;
 
 /// The companion's one state: what the last poll of the bridge said, and what the command-line tool is doing. Views
-/// read it and redraw on `objectWillChange`. Main thread only; nothing blocks it.
+/// read it and render after it changed. Main thread only; nothing blocks it.
 class StatusModel final : public ObservableObject {
     Q_OBJECT
 
@@ -40,12 +39,9 @@ public:
     /// Runs the command-line tool: arguments and a limit in seconds.
     using ToolRunner = std::function<QCoro::Task<VornaCLIRunner::Result>(QStringList, double)>;
 
-    /// How long the poll timer waits from one poll to the next.
-    static constexpr std::chrono::milliseconds usualPollInterval{5000};
-
     explicit StatusModel(NotificationService& notifications, ToolRunner runTool = VornaCLIRunner::run,
-                         QUrl bridge = defaultBridge(), Clock clock = wallClock,
-                         std::chrono::milliseconds pollInterval = usualPollInterval, QObject* parent = nullptr);
+                         QUrl bridge = defaultBridge(), Clock clock = wallClock, Ticker ticker = timerTicker,
+                         QObject* parent = nullptr);
 
     /// "http://127.0.0.1:43105"
     [[nodiscard]] static QUrl defaultBridge();
@@ -105,6 +101,6 @@ private:
     ToolRunner m_runTool;
     const VornaBridgeClient m_client;
     Clock m_clock;
-    const std::chrono::milliseconds m_pollInterval;
-    QTimer* m_timer = nullptr;
+    Ticker m_ticker;
+    bool m_isTicking = false;
 };

@@ -17,9 +17,9 @@ namespace {
 
 constexpr double actionTimeout = 120;   // seconds
 constexpr double heartbeatTimeout = 20; // seconds
-constexpr qsizetype mostLines = 3;
-constexpr int mostCharactersOfSuccess = 180;
-constexpr int mostCharactersOfFailure = 160;
+constexpr qsizetype maxLines = 3;
+constexpr int maxSuccessLength = 180;
+constexpr int maxFailureLength = 160;
 
 struct Account {
     QLatin1StringView state;
@@ -35,7 +35,7 @@ QString shortened(const QString& summary) {
     QStringList lines;
     for (const QStringView line : qTokenize(summary, u'\n', Qt::SkipEmptyParts)) {
         lines += line.toString();
-        if (lines.size() == mostLines) {
+        if (lines.size() == maxLines) {
             break;
         }
     }
@@ -54,8 +54,8 @@ QString firstCharacters(const QString& text, int count) {
 }
 
 QString notificationBody(qint32 exitCode, const QString& shortText) {
-    return exitCode == 0 ? firstCharacters(shortText, mostCharactersOfSuccess)
-                         : u"Failed: " + firstCharacters(shortText, mostCharactersOfFailure);
+    return exitCode == 0 ? firstCharacters(shortText, maxSuccessLength)
+                         : u"Failed: " + firstCharacters(shortText, maxFailureLength);
 }
 
 /// The text at `state` below this member; nothing when there is none.

@@ -11,7 +11,7 @@ namespace {
 
 using ServiceProbe = DesktopMonitorPayload::ServiceProbe;
 
-constexpr qsizetype mostServices = 12;
+constexpr qsizetype maxServices = 12;
 constexpr auto sitePrefix = "site."_L1;
 
 /// C's "%.*f" in the POSIX locale, ties to even included.
@@ -58,7 +58,7 @@ const ServiceProbe* postgresProbe(const QList<ServiceProbe>& probes) {
 QList<StatusModel::ServiceRow> serviceRows(const QList<ServiceProbe>& probes) {
     QList<StatusModel::ServiceRow> rows;
     for (const auto& probe : probes) {
-        if (rows.size() == mostServices) {
+        if (rows.size() == maxServices) {
             break;
         }
         if (!probe.name.startsWith(sitePrefix)) {

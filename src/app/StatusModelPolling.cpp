@@ -1,19 +1,25 @@
 #include "app/StatusModel.h"
 
 #include <QPointer>
-#include <QTimer>
+
+#include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto pollInterval = 5s;
+
+}
 
 void StatusModel::start() {
     poll();
     reportAccountHeartbeat();
-    if (m_timer != nullptr) {
-        return;
+    if (!std::exchange(m_isTicking, true)) {
+        m_ticker(*this, pollInterval, [this] { poll(); });
     }
-    m_timer = new QTimer{this};
-    connect(m_timer, &QTimer::timeout, this, &StatusModel::poll);
-    m_timer->start(m_pollInterval);
 }
 
 void StatusModel::poll() {

@@ -1,9 +1,5 @@
 #include "app/VornaApp.h"
 
-#include "daypart/DaypartController.h"
-#include "platform/Desktop.h"
-#include "platform/StatusItem.h"
-#include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
 #include "ui/kit/ApplicationAccessible.h"
 #include "ui/menubar/MenuBarView.h"
@@ -13,7 +9,6 @@
 #include <QCoreApplication>
 
 #include <chrono>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -21,20 +16,20 @@ using namespace std::chrono_literals;
 namespace {
 
 /// How long a closed window's memory is kept for the case that it is opened again at once.
-constexpr auto giveBackDelay = 2s;
+constexpr auto releaseDelay = 2s;
 
 }
 
-VornaApp::VornaApp(std::chrono::milliseconds pollInterval, QObject* parent)
+VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     : QObject{parent}
-    , m_daypart{DaypartController::shared()}
-    , m_delegate{NotificationService::shared()}
-    , m_status{NotificationService::shared(), VornaCLIRunner::run, StatusModel::defaultBridge(), wallClock,
-               pollInterval}
-    , m_item{StatusItem::create(u"vorna"_s)} {
+    , m_notifications{parts.notifications}
+    , m_daypart{parts.daypart()}
+    , m_delegate{parts.notifications, parts.becomeAccessory, parts.daypart}
+    , m_status{parts.notifications, parts.runTool, parts.bridge, wallClock, parts.ticker} {
     ApplicationAccessible::install();
-    QMetaObject::invokeMethod(&m_delegate, &AppDelegate::applicationDidFinishLaunching, Qt::QueuedConnection);
-    connect(&m_status, &StatusModel::objectWillChange, this, &VornaApp::scheduleSymbol);
+    m_delegate.applicationDidFinishLaunching();
+    m_item = parts.makeItem(u"vorna"_s);
+    connect(&m_status, &StatusModel::changed, this, &VornaApp::showSymbol);
     connect(m_item.get(), &StatusItem::clicked, this, [this] {
         panel().toggle(m_item->anchor());
         m_item->setPanelOpen(m_panel->isVisible());
@@ -43,9 +38,9 @@ VornaApp::VornaApp(std::chrono::milliseconds pollInterval, QObject* parent)
     connect(m_item.get(), &StatusItem::showPanelChosen, this, &VornaApp::showPanel);
     connect(m_item.get(), &StatusItem::settingsChosen, this, &VornaApp::showSettings);
     connect(m_item.get(), &StatusItem::quitChosen, this, &QCoreApplication::quit);
-    m_giveBackTimer.setSingleShot(true);
-    m_giveBackTimer.setInterval(giveBackDelay);
-    connect(&m_giveBackTimer, &QTimer::timeout, this, &VornaApp::giveBack);
+    m_releaseTimer.setSingleShot(true);
+    m_releaseTimer.setInterval(releaseDelay);
+    connect(&m_releaseTimer, &QTimer::timeout, this, &VornaApp::releaseMemory);
     showSymbol();
 }
 
@@ -66,14 +61,7 @@ void VornaApp::dismissPanel() {
     }
 }
 
-void VornaApp::scheduleSymbol() {
-    if (!std::exchange(m_symbolScheduled, true)) {
-        QMetaObject::invokeMethod(this, &VornaApp::showSymbol, Qt::QueuedConnection);
-    }
-}
-
 void VornaApp::showSymbol() {
-    m_symbolScheduled = false;
     m_item->setSymbol(m_status.menuBarSymbol(), m_status.menuBarMeaning());
 }
 
@@ -84,11 +72,11 @@ PanelWindow& VornaApp::panel() {
             .openUrl = Desktop::openUrl,
             .quit = &QCoreApplication::quit,
         };
-        auto content = std::make_unique<MenuBarView>(m_status, m_daypart, NotificationService::shared(), actions);
+        auto content = std::make_unique<MenuBarView>(m_status, m_daypart, m_notifications, actions);
         const auto placedBy = Desktop::placesPanel() ? PanelWindow::PlacedBy::desktop : PanelWindow::PlacedBy::us;
         m_panel = std::make_unique<PanelWindow>(std::move(content), m_daypart, Desktop::panelFlags(), placedBy,
                                                 Desktop::blendsWindows);
-        connect(m_panel.get(), &PanelWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
+        connect(m_panel.get(), &PanelWindow::closed, &m_releaseTimer, qOverload<>(&QTimer::start));
         connect(m_panel.get(), &PanelWindow::closed, m_item.get(), [this] { m_item->setPanelOpen(false); });
         connect(m_panel.get(), &PanelWindow::dismissedByUser, this, Desktop::activatePreviousProgram);
     }
@@ -98,14 +86,14 @@ PanelWindow& VornaApp::panel() {
 SettingsWindow& VornaApp::settings() {
     if (!m_settings) {
         m_settings = std::make_unique<SettingsWindow>(
-            m_status, m_daypart, [] { return std::make_unique<PermissionCenter>(NotificationService::shared()); });
-        connect(m_settings.get(), &SettingsWindow::closed, &m_giveBackTimer, qOverload<>(&QTimer::start));
+            m_status, m_daypart, [this] { return std::make_unique<PermissionCenter>(m_notifications); });
+        connect(m_settings.get(), &SettingsWindow::closed, &m_releaseTimer, qOverload<>(&QTimer::start));
         connect(m_settings.get(), &SettingsWindow::closed, this, Desktop::activatePreviousProgram);
     }
     return *m_settings;
 }
 
-void VornaApp::giveBack() {
+void VornaApp::releaseMemory() {
     if (m_panel && !m_panel->isVisible()) {
         m_panel.reset();
     }

@@ -2,17 +2,30 @@
 
 #include "app/AppDelegate.h"
 #include "app/StatusModel.h"
+#include "daypart/DaypartController.h"
+#include "platform/Desktop.h"
+#include "platform/StatusItem.h"
+#include "system/NotificationService.h"
 
 #include <QObject>
 #include <QTimer>
 
-#include <chrono>
+#include <functional>
 #include <memory>
 
-class DaypartController;
 class PanelWindow;
 class SettingsWindow;
-class StatusItem;
+
+/// What the companion is put together from: the desktop's own parts, unless others are handed in.
+struct VornaParts final {
+    std::function<DaypartController&()> daypart = DaypartController::shared;
+    std::function<void()> becomeAccessory = Desktop::becomeAccessory;
+    NotificationService& notifications = NotificationService::shared();
+    std::function<std::unique_ptr<StatusItem>(const QString& title)> makeItem = StatusItem::create;
+    StatusModel::ToolRunner runTool = VornaCLIRunner::run;
+    QUrl bridge = StatusModel::defaultBridge();
+    Ticker ticker = timerTicker;
+};
 
 /// The companion put together: the one status model, the shared daypart controller, the item in the tray or menu bar,
 /// the panel and the settings window. Main thread only; lives as long as the application.
@@ -20,27 +33,27 @@ class VornaApp final : public QObject {
     Q_OBJECT
 
 public:
-    explicit VornaApp(std::chrono::milliseconds pollInterval = StatusModel::usualPollInterval,
-                      QObject* parent = nullptr);
+    explicit VornaApp(const VornaParts& parts = {}, QObject* parent = nullptr);
     ~VornaApp() override;
+
+    [[nodiscard]] StatusModel& status() { return m_status; }
 
     void showPanel();
     void showSettings();
 
 private:
     void dismissPanel();
-    void scheduleSymbol();
     void showSymbol();
     PanelWindow& panel();
     SettingsWindow& settings();
-    void giveBack();
+    void releaseMemory();
 
+    NotificationService& m_notifications;
     DaypartController& m_daypart;
     AppDelegate m_delegate;
     StatusModel m_status;
     std::unique_ptr<StatusItem> m_item;
     std::unique_ptr<PanelWindow> m_panel;
     std::unique_ptr<SettingsWindow> m_settings;
-    QTimer m_giveBackTimer;
-    bool m_symbolScheduled = false;
+    QTimer m_releaseTimer;
 };

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -30,29 +31,34 @@ void endWithoutDump(QtMsgType type, const QMessageLogContext&, const QString& me
     }
 }
 
-bool answerInTerminal(const QStringList& words) {
-    switch (CommandLine::parse(words).request) {
-    case Request::help:
-        print(stdout, CommandLine::helpText());
-        return true;
-    case Request::version:
-        print(stdout, CommandLine::versionText());
-        return true;
-    default:
-        return false;
-    }
-}
-
 QStringList wordsOf(int argc, char** argv) {
     QStringList words;
-    for (int i = 1; i < argc; ++i) {
+    for (int i = 0; i < argc; ++i) {
         words.append(QString::fromLocal8Bit(argv[i]));
     }
     return words;
 }
 
-int run(QApplication& application, const CommandLine& line) {
-    const bool wantsSettings = line.request == Request::showSettings;
+/// Answers what needs no display; nothing when the companion is to be started.
+std::optional<int> answerInTerminal(int argc, char** argv, const CommandLine& line) {
+    switch (line.request) {
+    case Request::help: {
+        const QCoreApplication application{argc, argv}; // the text begins with the program's name
+        print(stdout, CommandLine::helpText());
+        return EXIT_SUCCESS;
+    }
+    case Request::version:
+        print(stdout, CommandLine::versionText());
+        return EXIT_SUCCESS;
+    case Request::refused:
+        print(stderr, u"vorna-companion: %1 Try --help.\n"_s.arg(line.error));
+        return usageError;
+    default:
+        return std::nullopt;
+    }
+}
+
+int run(QApplication& application, bool wantsSettings) {
     const auto instance = SingleInstance::claim(wantsSettings ? settingsMessage : panelMessage);
     if (!instance) {
         return EXIT_SUCCESS;
@@ -70,8 +76,9 @@ int run(QApplication& application, const CommandLine& line) {
 }
 
 int main(int argc, char** argv) {
-    if (answerInTerminal(wordsOf(argc, argv))) {
-        return EXIT_SUCCESS;
+    const auto line = CommandLine::parse(wordsOf(argc, argv));
+    if (const auto status = answerInTerminal(argc, argv, line)) {
+        return *status;
     }
     Desktop::prepareLaunch();
     const auto usualHandler = qInstallMessageHandler(endWithoutDump);
@@ -80,11 +87,5 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-
-    const auto line = CommandLine::parse(QApplication::arguments().mid(1));
-    if (line.request == Request::refused) {
-        print(stderr, u"vorna-companion: “%1” is not an option. Try --help.\n"_s.arg(line.refusedWord));
-        return usageError;
-    }
-    return run(application, line);
+    return run(application, line.request == Request::showSettings);
 }

@@ -3,7 +3,6 @@
 #include "platform/UserDefaults.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <chrono>
 #include <utility>
@@ -22,19 +21,24 @@ Daypart storedOrClock(const UserDefaults& defaults, bool isManual, const Clock& 
 
 }
 
-DaypartController::DaypartController(UserDefaults& defaults, Clock clock, QObject* parent)
+DaypartController::DaypartController(UserDefaults& defaults, Clock clock, const Ticker& ticker, QObject* parent)
     : ObservableObject{parent}
     , isManual{*this, defaults.boolean(QLatin1StringView{manualKey})}
     , daypart{*this, storedOrClock(defaults, isManual, clock)}
     , palette{*this, DaypartPalette::of(daypart)}
     , m_defaults{defaults}
     , m_clock{std::move(clock)} {
-    startClock();
+    ticker(*this, clockInterval, [this] {
+        if (!isManual) {
+            applyClock();
+        }
+    });
 }
 
 DaypartController& DaypartController::shared() {
     static const auto defaults = UserDefaults::standard();
-    static auto* const controller = new DaypartController{*defaults, wallClock, QCoreApplication::instance()};
+    static auto* const controller =
+        new DaypartController{*defaults, wallClock, timerTicker, QCoreApplication::instance()};
     return *controller;
 }
 
@@ -51,16 +55,6 @@ void DaypartController::useAuto() {
     m_defaults.setBoolean(QLatin1StringView{manualKey}, false);
     m_defaults.remove(QLatin1StringView{storageKey});
     applyClock();
-}
-
-void DaypartController::startClock() {
-    delete std::exchange(m_clockTimer, new QTimer{this});
-    connect(m_clockTimer, &QTimer::timeout, this, [this] {
-        if (!isManual) {
-            applyClock();
-        }
-    });
-    m_clockTimer->start(clockInterval);
 }
 
 void DaypartController::applyClock() {

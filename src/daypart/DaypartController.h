@@ -4,8 +4,8 @@
 #include "support/Clock.h"
 #include "support/ObservableObject.h"
 #include "support/Published.h"
+#include "support/Ticker.h"
 
-class QTimer;
 class UserDefaults;
 
 /// The daypart in force and its palette: the clock's, looked at once a minute, or the one that the user pinned. The
@@ -17,7 +17,8 @@ public:
     static constexpr auto storageKey = "vorna.macos.daypart";
     static constexpr auto manualKey = "vorna.macos.daypart.manual";
 
-    explicit DaypartController(UserDefaults& defaults, Clock clock = wallClock, QObject* parent = nullptr);
+    explicit DaypartController(UserDefaults& defaults, Clock clock = wallClock, const Ticker& ticker = timerTicker,
+                               QObject* parent = nullptr);
 
     /// The application's one controller, made on first use over the standard defaults and the wall clock.
     [[nodiscard]] static DaypartController& shared();
@@ -33,10 +34,8 @@ public:
     void useAuto();
 
 private:
-    void startClock();
     void applyClock();
 
     UserDefaults& m_defaults;
     Clock m_clock;
-    QTimer* m_clockTimer = nullptr;
 };

@@ -12,6 +12,10 @@ class StatusItem : public QObject {
     Q_OBJECT
 
 public:
+    static constexpr QStringView showPanelText = u"Show panel";
+    static constexpr QStringView settingsText = u"Settings…";
+    static constexpr QStringView quitText = u"Quit %1"; ///< %1 is the title
+
     [[nodiscard]] static std::unique_ptr<StatusItem> create(const QString& title);
 
     /// The symbol to show, and what it means, for those who hear or hover it. Does nothing when both are unchanged.

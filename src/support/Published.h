@@ -16,7 +16,7 @@ public:
     Published& operator=(const Published&) = delete;
 
     Published& operator=(T value) {
-        emit m_owner.objectWillChange();
+        m_owner.announceChange();
         m_value = std::move(value);
         return *this;
     }

@@ -7,18 +7,15 @@
 #include "system/NotificationService.h"
 
 #include <QTest>
-#include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Band = StatusModel::Band;
 using End = ScriptedPeer::End;
-using Poll = void (*)(StatusModel&);
-
-Q_DECLARE_METATYPE(Poll)
 
 namespace {
 
@@ -37,9 +34,9 @@ private slots:
     void init();
     void initialValuesAreAsDeclared();
     void nothingStartsByItself();
-    void bandsHaveTheirRawValues();
-    void symbolFollowsBridgeAndBand_data();
-    void symbolFollowsBridgeAndBand();
+
+    void bandsHaveTheirTexts_data();
+    void bandsHaveTheirTexts();
 
     void pollWritesInOrder_data();
     void pollWritesInOrder();
@@ -50,7 +47,7 @@ private slots:
     void lastPollMovesForwardAlsoWhenPollsFail();
 
     void startPollsAtOnceAndOnceMoreEachTime();
-    void timerTicksEveryFiveSecondsAndPollsOnly();
+    void ticksPollOnly();
     void overlappingPollsBothComplete_data();
     void overlappingPollsBothComplete();
     void whicheverPollEndsLastDecides();
@@ -60,10 +57,13 @@ private slots:
 
 private:
     [[nodiscard]] std::unique_ptr<StatusModel> makeModel() {
-        return std::make_unique<StatusModel>(m_notifications, m_tool->runner(), m_peer->baseUrl(),
-                                             [this] { return m_now; });
+        return std::make_unique<StatusModel>(
+            m_notifications, m_tool->runner(), m_peer->baseUrl(), [this] { return m_now; },
+            [this](QObject&, std::chrono::milliseconds interval, const auto& tick) {
+                m_intervals.append(interval.count());
+                m_tick = tick;
+            });
     }
-    static QTimer* timerOf(const StatusModel& model) { return model.findChild<QTimer*>(); }
     static void pollToItsEnd(StatusModel& model) {
         model.poll();
         QTRY_VERIFY(!model.polling);
@@ -74,6 +74,8 @@ private:
     std::unique_ptr<FakeTool> m_tool;
     std::unique_ptr<ScriptedPeer> m_peer;
     QDateTime m_now;
+    QList<qint64> m_intervals;
+    std::function<void()> m_tick;
 };
 
 void TestStatusModelPolling::init() {
@@ -82,118 +84,81 @@ void TestStatusModelPolling::init() {
     m_peer->setScript("/health", ScriptedPeer::plain(200));
     m_peer->setScript("/monitor/desktop", ScriptedPeer::plain(200, payload));
     m_now = noon;
+    m_intervals.clear();
 }
 
 void TestStatusModelPolling::initialValuesAreAsDeclared() {
     const auto model = makeModel();
-    QCOMPARE(ModelRecord::describe(*model),
-             (QStringList{u"bridgeOnline = false"_s, u"caddyBand = unknown"_s, u"caddyDetail = —"_s,
-                          u"postgresOk = absent"_s, u"postgresDetail = —"_s, u"hostLoad = —"_s, u"hostMemory = —"_s,
-                          u"hostDisk = —"_s, u"hostname = "_s, u"services = []"_s, u"lastPoll = absent"_s,
-                          u"lastError = absent"_s, u"polling = false"_s, u"cliBusy = false"_s, u"cliMessage = absent"_s,
-                          u"accountLine = Not signed in"_s}));
+    QCOMPARE(ModelRecord::describe(*model).join(u", "),
+             u"bridgeOnline = false, caddyBand = unknown, caddyDetail = —, postgresOk = absent, postgresDetail = —, "
+             "hostLoad = —, hostMemory = —, hostDisk = —, hostname = , services = [], lastPoll = absent, lastError = "
+             "absent, polling = false, cliBusy = false, cliMessage = absent, accountLine = Not signed in"_s);
     QCOMPARE(StatusModel::defaultBridge().toString(), u"http://127.0.0.1:43105"_s);
 }
 
 void TestStatusModelPolling::nothingStartsByItself() {
     const auto model = makeModel();
-    QVERIFY(timerOf(*model) == nullptr);
-    QTest::qWait(50);
+    QCoreApplication::processEvents();
+    QVERIFY(m_intervals.isEmpty());
     QCOMPARE(m_peer->connections, 0);
     QCOMPARE(m_tool->calls.size(), 0);
 }
 
-void TestStatusModelPolling::bandsHaveTheirRawValues() {
-    for (const auto& [band, rawValue] : {std::pair{Band::green, u"green"_s}, std::pair{Band::amber, u"amber"_s},
-                                         std::pair{Band::red, u"red"_s}, std::pair{Band::unknown, u"unknown"_s}}) {
-        QCOMPARE(StatusModel::rawValue(band), rawValue);
-        QVERIFY(StatusModel::bandFromRawValue(rawValue) == band);
-        QVERIFY(!StatusModel::bandFromRawValue(rawValue.toUpper()));
-    }
-    QVERIFY(!StatusModel::bandFromRawValue(u""));
-    QVERIFY(!StatusModel::bandFromRawValue(u"blue"));
-}
-
-void TestStatusModelPolling::symbolFollowsBridgeAndBand_data() {
-    QTest::addColumn<bool>("online");
+void TestStatusModelPolling::bandsHaveTheirTexts_data() {
     QTest::addColumn<Band>("band");
-    QTest::addColumn<QString>("symbol");
-    QTest::addColumn<QString>("meaning");
-    for (const auto band : {Band::green, Band::amber, Band::red, Band::unknown}) {
-        QTest::addRow("offline %d", static_cast<int>(band))
-            << false << band << u"antenna.radiowaves.left.and.right.slash"_s << u"bridge offline"_s;
-    }
-    QTest::newRow("green") << true << Band::green << u"checkmark.circle.fill"_s << u"all well"_s;
-    QTest::newRow("amber") << true << Band::amber << u"exclamationmark.triangle.fill"_s << u"degraded"_s;
-    QTest::newRow("red") << true << Band::red << u"xmark.octagon.fill"_s << u"down"_s;
-    QTest::newRow("unknown") << true << Band::unknown << u"circle.dashed"_s << u"state unknown"_s;
+    QTest::addColumn<QStringList>("texts"); // raw value, symbol, meaning
+    QTest::newRow("green") << Band::green << QStringList{u"green"_s, u"checkmark.circle.fill"_s, u"all well"_s};
+    QTest::newRow("amber") << Band::amber << QStringList{u"amber"_s, u"exclamationmark.triangle.fill"_s, u"degraded"_s};
+    QTest::newRow("red") << Band::red << QStringList{u"red"_s, u"xmark.octagon.fill"_s, u"down"_s};
+    QTest::newRow("unknown") << Band::unknown << QStringList{u"unknown"_s, u"circle.dashed"_s, u"state unknown"_s};
 }
 
-void TestStatusModelPolling::symbolFollowsBridgeAndBand() {
-    QFETCH(const bool, online);
+void TestStatusModelPolling::bandsHaveTheirTexts() {
     QFETCH(const Band, band);
-    QFETCH(const QString, symbol);
+    QFETCH(const QStringList, texts);
     const auto model = makeModel();
-    model->bridgeOnline = online;
     model->caddyBand = band;
-    QCOMPARE(model->menuBarSymbol(), symbol);
-    QTEST(model->menuBarMeaning(), "meaning");
+    QCOMPARE(model->menuBarSymbol(), u"antenna.radiowaves.left.and.right.slash"_s);
+    QCOMPARE(model->menuBarMeaning(), u"bridge offline"_s);
+    model->bridgeOnline = true;
+    QCOMPARE(model->menuBarSymbol(), texts.at(1));
+    QCOMPARE(model->menuBarMeaning(), texts.at(2));
+    QCOMPARE(StatusModel::rawValue(band), texts.at(0));
+    QVERIFY(StatusModel::bandFromRawValue(texts.at(0)) == band);
+    for (const QString& other : QStringList{texts.at(0).toUpper(), texts.at(0) + u' ', QString{}, u"blue"_s}) {
+        QVERIFY(!StatusModel::bandFromRawValue(other));
+    }
 }
 
 void TestStatusModelPolling::pollWritesInOrder_data() {
     QTest::addColumn<bool>("reachable");
     QTest::addColumn<int>("health");
     QTest::addColumn<int>("monitor");
-    QTest::addColumn<QStringList>("writes");
-
+    QTest::addColumn<QString>("writes");
     QTest::newRow("unreachable") << false << 0 << 0
-                                 << QStringList{u"polling = true"_s,
-                                                u"bridgeOnline = false"_s,
-                                                u"caddyBand = unknown"_s,
-                                                u"caddyDetail = bridge unreachable"_s,
-                                                u"lastError = Could not connect to the server."_s,
-                                                u"lastPoll = 2026-01-15T12:00:00"_s,
-                                                u"services = []"_s,
-                                                u"postgresOk = absent"_s,
-                                                u"polling = false"_s};
+                                 << u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
+                                    "unreachable, lastError = Could not connect to the server., lastPoll = "
+                                    "2026-01-15T12:00:00, services = [], postgresOk = absent, polling = false"_s;
     QTest::newRow("offline") << true << 503 << 200
-                             << QStringList{u"polling = true"_s,      u"bridgeOnline = false"_s,
-                                            u"caddyBand = unknown"_s, u"caddyDetail = bridge offline"_s,
-                                            u"services = []"_s,       u"postgresOk = absent"_s,
-                                            u"lastError = absent"_s,  u"lastPoll = 2026-01-15T12:00:00"_s,
-                                            u"polling = false"_s};
+                             << u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
+                                "offline, services = [], postgresOk = absent, lastError = absent, lastPoll = "
+                                "2026-01-15T12:00:00, polling = false"_s;
     QTest::newRow("without data") << true << 200 << 500
-                                  << QStringList{u"polling = true"_s,
-                                                 u"bridgeOnline = true"_s,
-                                                 u"caddyBand = green"_s,
-                                                 u"caddyDetail = bridge ok"_s,
-                                                 u"services = []"_s,
-                                                 u"lastError = absent"_s,
-                                                 u"lastPoll = 2026-01-15T12:00:00"_s,
-                                                 u"polling = false"_s};
+                                  << u"polling = true, bridgeOnline = true, caddyBand = green, caddyDetail = bridge "
+                                     "ok, services = [], lastError = absent, lastPoll = 2026-01-15T12:00:00, "
+                                     "polling = false"_s;
     QTest::newRow("full") << true << 200 << 200
-                          << QStringList{u"polling = true"_s,
-                                         u"bridgeOnline = true"_s,
-                                         u"hostname = desk"_s,
-                                         u"hostLoad = 1.50"_s,
-                                         u"hostMemory = 64%"_s,
-                                         u"hostDisk = 70%"_s,
-                                         u"caddyBand = green"_s,
-                                         u"caddyDetail = running"_s,
-                                         u"caddyDetail = running · 1/1 sites"_s,
-                                         u"nothing"_s,
-                                         u"postgresDetail = 5432"_s,
-                                         u"services = [caddy.process, postgres]"_s,
-                                         u"lastError = absent"_s,
-                                         u"lastPoll = 2026-01-15T12:00:00"_s,
-                                         u"polling = false"_s};
+                          << u"polling = true, bridgeOnline = true, hostname = desk, hostLoad = 1.50, hostMemory = "
+                             "64%, hostDisk = 70%, caddyBand = green, caddyDetail = running, caddyDetail = running · "
+                             "1/1 sites, nothing, postgresDetail = 5432, services = [caddy.process, postgres], "
+                             "lastError = absent, lastPoll = 2026-01-15T12:00:00, polling = false"_s;
 }
 
 void TestStatusModelPolling::pollWritesInOrder() {
     QFETCH(const bool, reachable);
     QFETCH(const int, health);
     QFETCH(const int, monitor);
-    QFETCH(const QStringList, writes);
+    QFETCH(const QString, writes);
     m_peer->setScript("/health", ScriptedPeer::plain(health));
     m_peer->setScript("/monitor/desktop", ScriptedPeer::plain(monitor, payload));
     const auto model = makeModel();
@@ -207,7 +172,7 @@ void TestStatusModelPolling::pollWritesInOrder() {
     model->poll();
     QVERIFY(model->polling);
     QTRY_VERIFY(!model->polling);
-    QCOMPARE(record.take(), writes);
+    QCOMPARE(record.take().join(u", "), writes);
 }
 
 void TestStatusModelPolling::pollKeepsHostFiguresWhenBridgeIsUnreachable() {
@@ -279,47 +244,39 @@ void TestStatusModelPolling::startPollsAtOnceAndOnceMoreEachTime() {
     model->start();
     QCOMPARE(record.take(), QStringList{u"polling = true"_s});
     QCOMPARE(m_tool->calls.size(), 1);
-    const auto* timer = timerOf(*model);
     QTRY_COMPARE(m_peer->requests.size(), 2);
 
     model->start();
     QTRY_COMPARE(m_peer->requests.size(), 4);
     QCOMPARE(m_tool->calls.size(), 2);
-    QCOMPARE(model->findChildren<QTimer*>().size(), 1);
-    QVERIFY(timerOf(*model) == timer);
+    QCOMPARE(m_intervals, QList<qint64>{5000});
 }
 
-void TestStatusModelPolling::timerTicksEveryFiveSecondsAndPollsOnly() {
+void TestStatusModelPolling::ticksPollOnly() {
     const auto model = makeModel();
     model->start();
     QTRY_VERIFY(!model->polling);
-    QCOMPARE(timerOf(*model)->interval(), 5000);
-    QVERIFY(timerOf(*model)->isActive() && !timerOf(*model)->isSingleShot());
-
-    QMetaObject::invokeMethod(timerOf(*model), "timeout");
+    m_tick();
     QVERIFY(model->polling);
     QTRY_COMPARE(m_peer->requests.size(), 4);
     QCOMPARE(m_tool->calls.size(), 1);
 }
 
 void TestStatusModelPolling::overlappingPollsBothComplete_data() {
-    QTest::addColumn<Poll>("pollAgain");
-    QTest::newRow("asked for") << Poll{[](StatusModel& model) { model.poll(); }};
-    QTest::newRow("started again") << Poll{[](StatusModel& model) { model.start(); }};
-    QTest::newRow("at a tick") << Poll{
-        [](StatusModel& model) { QMetaObject::invokeMethod(timerOf(model), "timeout"); }};
+    QTest::addColumn<bool>("atATick");
+    QTest::newRow("asked for") << false;
+    QTest::newRow("at a tick") << true;
 }
 
 void TestStatusModelPolling::overlappingPollsBothComplete() {
-    QFETCH(const Poll, pollAgain);
+    QFETCH(const bool, atATick);
     m_peer->setScript("/health", {{"HTTP/1.1 200 OK\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 100ms});
     const auto model = makeModel();
     int announcements = 0;
     connect(model.get(), &StatusModel::objectWillChange, this, [&announcements] { ++announcements; });
     model->start();
-    timerOf(*model)->stop();
     QVERIFY(model->polling);
-    pollAgain(*model);
+    atATick ? m_tick() : model->poll();
     QTRY_COMPARE(m_peer->requests.size(), 4);
     constexpr int writesOfOnePoll = 15;
     QTRY_COMPARE(announcements, 2 * writesOfOnePoll);

@@ -1,11 +1,11 @@
 #include "app/VornaApp.h"
 
-#include "platform/StatusItem.h"
+#include "support/FakeNotificationCenter.h"
+#include "support/FakeTool.h"
+#include "support/MemoryDefaults.h"
 #include "ui/menubar/PanelWindow.h"
 
 #include <QApplication>
-#include <QPointer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -14,63 +14,184 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString offline = u"antenna.radiowaves.left.and.right.slash"_s;
+
 class FakeStatusItem final : public StatusItem {
 public:
-    void setSymbol(const QString& /*symbolName*/, const QString& /*meaning*/) override {}
+    QStringList symbols;
+    QStringList meanings;
+
+    void setSymbol(const QString& symbolName, const QString& meaning) override {
+        symbols.append(symbolName);
+        meanings.append(meaning);
+    }
     [[nodiscard]] QRect anchor() const override { return {100, 0, 24, 24}; }
 };
 
-QPointer<StatusItem> item;
-
-PanelWindow* panel() {
+template <typename Window>
+Window* shown() {
     const auto windows = QApplication::topLevelWidgets();
-    const auto found =
-        std::ranges::find_if(windows, [](QWidget* window) { return qobject_cast<PanelWindow*>(window) != nullptr; });
-    return found == windows.end() ? nullptr : static_cast<PanelWindow*>(*found);
+    const auto found = std::ranges::find_if(
+        windows, [](QWidget* window) { return qobject_cast<Window*>(window) != nullptr && window->isVisible(); });
+    return found == windows.end() ? nullptr : qobject_cast<Window*>(*found);
 }
 
+bool anyWindowIsShown() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(), &QWidget::isVisible);
 }
 
-// In place of the desktop's own, which no test can press.
-std::unique_ptr<StatusItem> StatusItem::create(const QString& /*title*/) {
-    auto created = std::make_unique<FakeStatusItem>();
-    item = created.get();
-    return created;
 }
 
 class TestVornaApp final : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void clickElsewhereMakesNoPanel();
+    void init();
+    void policyThenRequestThenItem();
+    void nothingWaitsForTheAnswerAboutNotifications_data();
+    void nothingWaitsForTheAnswerAboutNotifications();
+    void startsOfflineAndAsksNobody();
+    void itemFollowsTheModel();
+    void openingThePanelStartsPolling();
     void clickElsewhereClosesThePanel();
+    void entriesOfTheMenuDoWhatTheySay();
 
 private:
-    QTemporaryDir m_folder;
+    [[nodiscard]] std::unique_ptr<VornaApp> launch();
+
+    FakeNotificationCenter m_center;
+    NotificationService m_notifications{m_center};
+    MemoryDefaults m_defaults;
+    std::unique_ptr<DaypartController> m_daypart;
+    std::unique_ptr<FakeTool> m_tool;
+    FakeStatusItem* m_item = nullptr;
+    QStringList m_events;
+    int m_timesDaypartWasTaken = 0;
+    std::function<void()> m_tick;
+    std::chrono::milliseconds m_interval{};
 };
 
-/// No settings, no tool and no session bus of the user's own.
-void TestVornaApp::initTestCase() {
-    QVERIFY(m_folder.isValid());
-    for (const auto* variable : {"HOME", "PATH", "XDG_CONFIG_HOME"}) {
-        qputenv(variable, m_folder.path().toUtf8());
-    }
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + m_folder.filePath(u"no-bus"_s).toUtf8());
+void TestVornaApp::init() {
+    m_daypart = std::make_unique<DaypartController>(m_defaults);
+    m_tool = std::make_unique<FakeTool>();
+    m_center.state = NotificationCenter::Authorization::authorized;
+    m_center.answersAtOnce = true;
+    m_center.authorizationRequests = 0;
+    m_events.clear();
+    m_timesDaypartWasTaken = 0;
+    m_tick = nullptr;
 }
 
-void TestVornaApp::clickElsewhereMakesNoPanel() {
-    const VornaApp vorna;
-    emit item->clickedElsewhere();
-    QVERIFY(panel() == nullptr);
+std::unique_ptr<VornaApp> TestVornaApp::launch() {
+    const auto note = [this](const QString& event) {
+        m_events.append(u"%1, %2 requests"_s.arg(event).arg(m_center.authorizationRequests));
+    };
+    return std::make_unique<VornaApp>(VornaParts{
+        .daypart = [this]() -> DaypartController& {
+            ++m_timesDaypartWasTaken;
+            return *m_daypart;
+        },
+        .becomeAccessory = [note] { note(u"policy"_s); },
+        .notifications = m_notifications,
+        .makeItem =
+            [this, note](const QString& title) {
+                note(u"item "_s + title);
+                auto item = std::make_unique<FakeStatusItem>();
+                m_item = item.get();
+                return item;
+            },
+        .runTool = m_tool->runner(),
+        .bridge = QUrl{u"http://127.0.0.1:9"_s},
+        .ticker =
+            [this](QObject&, std::chrono::milliseconds interval, const std::function<void()>& tick) {
+                m_interval = interval;
+                m_tick = tick;
+            },
+    });
+}
+
+void TestVornaApp::policyThenRequestThenItem() {
+    const auto vorna = launch();
+    QCOMPARE(m_events, (QStringList{u"policy, 0 requests"_s, u"item vorna, 1 requests"_s}));
+}
+
+void TestVornaApp::nothingWaitsForTheAnswerAboutNotifications_data() {
+    using enum NotificationCenter::Authorization;
+    QTest::addColumn<NotificationCenter::Authorization>("state");
+    QTest::newRow("granted") << authorized;
+    QTest::newRow("denied") << denied;
+    QTest::newRow("not determined") << notDetermined;
+}
+
+void TestVornaApp::nothingWaitsForTheAnswerAboutNotifications() {
+    QFETCH(const NotificationCenter::Authorization, state);
+    m_center.state = state;
+    m_center.answersAtOnce = false;
+    const auto vorna = launch();
+    QVERIFY(m_item != nullptr);
+    QCOMPARE(m_timesDaypartWasTaken, 1);
+    m_center.answerAll();
+    QCOMPARE(m_timesDaypartWasTaken, 2);
+    QCOMPARE(m_center.authorizationRequests, 1);
+    QVERIFY(m_center.posted.isEmpty());
+}
+
+void TestVornaApp::startsOfflineAndAsksNobody() {
+    const auto vorna = launch();
+    QCoreApplication::processEvents();
+    QCOMPARE(m_item->symbols, QStringList{offline});
+    QCOMPARE(m_item->meanings, QStringList{u"bridge offline"_s});
+    QVERIFY(!m_tick);
+    QVERIFY(m_tool->calls.isEmpty());
+    QVERIFY(!anyWindowIsShown());
+}
+
+void TestVornaApp::itemFollowsTheModel() {
+    const auto vorna = launch();
+    auto& model = vorna->status();
+    model.bridgeOnline = true;
+    model.caddyBand = StatusModel::Band::red;
+    QCOMPARE(m_item->symbols, QStringList{offline});
+    QCoreApplication::processEvents();
+    QCOMPARE(m_item->symbols, (QStringList{offline, u"xmark.octagon.fill"_s}));
+    QCOMPARE(m_item->meanings.last(), u"down"_s);
+}
+
+void TestVornaApp::openingThePanelStartsPolling() {
+    const auto vorna = launch();
+    emit m_item->clicked();
+    QVERIFY(shown<PanelWindow>() != nullptr);
+    QVERIFY(vorna->status().polling);
+    QCOMPARE(m_interval, std::chrono::milliseconds{5000});
+    QCOMPARE(m_tool->calls.size(), 1);
+    emit m_item->clicked();
+    QVERIFY(shown<PanelWindow>() == nullptr);
+    emit m_item->clicked();
+    QCOMPARE(m_tool->calls.size(), 2);
 }
 
 void TestVornaApp::clickElsewhereClosesThePanel() {
-    const VornaApp vorna;
-    emit item->clicked();
-    QVERIFY(panel() != nullptr && panel()->isVisible());
-    emit item->clickedElsewhere();
-    QVERIFY(panel() != nullptr && !panel()->isVisible());
+    const auto vorna = launch();
+    emit m_item->clickedElsewhere();
+    QVERIFY(!anyWindowIsShown());
+    emit m_item->clicked();
+    emit m_item->clickedElsewhere();
+    QVERIFY(shown<PanelWindow>() == nullptr);
+}
+
+void TestVornaApp::entriesOfTheMenuDoWhatTheySay() {
+    const auto vorna = launch();
+    emit m_item->showPanelChosen();
+    QVERIFY(shown<PanelWindow>() != nullptr);
+    emit m_item->settingsChosen();
+    QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
+        return window->isVisible() && window->minimumSize() == QSize(440, 380);
+    }));
+    bool quits = false;
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [&quits] { quits = true; });
+    QTimer::singleShot(0, m_item, &StatusItem::quitChosen);
+    QApplication::exec();
+    QVERIFY(quits);
 }
 
 QTEST_MAIN(TestVornaApp)

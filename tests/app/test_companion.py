@@ -20,18 +20,21 @@ class Companion(unittest.TestCase):
         for word in ("--help", "-h"):
             outcome = run(word)
             self.assertEqual((outcome.returncode, outcome.stderr), (0, ""))
-            self.assertIn("--settings", outcome.stdout)
+            for option in ("--settings", "-h, --help", "-v, --version"):
+                self.assertIn(option, outcome.stdout)
+            self.assertNotIn("style", outcome.stdout)
 
     def test_version_is_printed_without_a_display(self):
-        for word in ("--version", "-v"):
-            outcome = run(word)
+        for words in (["--version"], ["-v"], ["-style", "fusion", "--version"]):
+            outcome = run(*words)
             self.assertEqual((outcome.returncode, outcome.stderr), (0, ""))
             self.assertRegex(outcome.stdout, r"^vorna-companion v\d+\.\d+\.\d+ \(\d+\)\n$")
 
-    def test_unknown_word_is_refused(self):
-        outcome = run("--setings", env={"QT_QPA_PLATFORM": "offscreen"})
-        self.assertEqual(outcome.returncode, 2)
-        self.assertIn("“--setings” is not an option", outcome.stderr)
+    def test_unknown_word_is_refused_without_a_display(self):
+        for words, named in ((["--setings"], "setings"), (["--bogus", "--version"], "bogus"), (["panel"], "panel")):
+            outcome = run(*words)
+            self.assertEqual((outcome.returncode, outcome.stdout), (2, ""))
+            self.assertRegex(outcome.stderr, f"^vorna-companion: .*'{named}'")
 
     @unittest.skipIf(sys.platform == "darwin", "a Mac always has a display")
     def test_missing_display_is_said_and_dumps_no_core(self):

@@ -2,11 +2,8 @@
 
 #include "support/MemoryDefaults.h"
 
-#include <QPointer>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimeZone>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -58,51 +55,58 @@ private slots:
     void clockIsFollowedAtTheNextTick();
     void nextTickFollowsAClockThatWasSet_data();
     void nextTickFollowsAClockThatWasSet();
-    void clockTicksOnceAMinute();
+    void clockTicksOnceAMinuteWhateverIsPinned();
 
 private:
     [[nodiscard]] Clock clock() {
         return [this] { return m_now; };
     }
     void setHour(int hour, int minute = 0) { m_now = QDateTime{QDate{2026, 1, 15}, QTime{hour, minute}}; }
-    static void tick(const DaypartController& controller) {
-        QMetaObject::invokeMethod(controller.findChild<QTimer*>(), "timeout");
+    [[nodiscard]] Ticker ticker() {
+        return [this](QObject&, std::chrono::milliseconds interval, const std::function<void()>& tick) {
+            m_intervals.append(interval.count());
+            m_tick = tick;
+        };
     }
 
     MemoryDefaults m_defaults;
     QDateTime m_now;
+    QList<qint64> m_intervals;
+    std::function<void()> m_tick;
 };
 
 void TestDaypartController::init() {
     m_defaults.values.clear();
+    m_defaults.writes.clear();
+    m_intervals.clear();
     setHour(12);
 }
 
 void TestDaypartController::firstStartFollowsTheClockAndWritesNothing() {
-    const DaypartController controller{m_defaults, clock()};
+    const DaypartController controller{m_defaults, clock(), ticker()};
     QVERIFY(!controller.isManual);
     QCOMPARE(controller.daypart.value(), Daypart::day);
     QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
-    QVERIFY(m_defaults.values.isEmpty());
+    QVERIFY(m_defaults.writes.isEmpty());
 }
 
 void TestDaypartController::choiceIsPinnedAndOutlivesTheProcess() {
     {
-        DaypartController controller{m_defaults, clock()};
+        DaypartController controller{m_defaults, clock(), ticker()};
         const Record record{controller};
         controller.set(Daypart::night);
         QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
         QVERIFY(controller.isManual);
-        QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, true}, {storageKey, u"night"_s}}));
+        QCOMPARE(m_defaults.writes, (QStringList{manualKey + u" = true"_s, storageKey + u" = night"_s}));
     }
-    const DaypartController restarted{m_defaults, clock()};
+    const DaypartController restarted{m_defaults, clock(), ticker()};
     QVERIFY(restarted.isManual);
     QCOMPARE(restarted.daypart.value(), Daypart::night);
     QVERIFY(restarted.palette.value() == DaypartPalette::of(Daypart::night));
 }
 
 void TestDaypartController::choosingAgainAnnouncesAgain() {
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     controller.set(Daypart::day);
     const Record record{controller};
     controller.set(Daypart::day);
@@ -110,29 +114,30 @@ void TestDaypartController::choosingAgainAnnouncesAgain() {
 }
 
 void TestDaypartController::pinnedDaypartIgnoresTicks() {
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     controller.set(Daypart::night);
     const Record record{controller};
     for (int hour = 0; hour < 24; ++hour) {
         setHour(hour);
-        tick(controller);
+        m_tick();
     }
     QCOMPARE(record.lines, QStringList{});
     QCOMPARE(controller.daypart.value(), Daypart::night);
 }
 
 void TestDaypartController::autoReturnsToTheClockAtOnce() {
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     controller.set(Daypart::night);
     const Record record{controller};
     controller.useAuto();
     QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
     QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
+    QCOMPARE(m_defaults.writes.mid(2), (QStringList{manualKey + u" = false"_s, storageKey + u" removed"_s}));
     QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, false}}));
 }
 
 void TestDaypartController::autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     controller.set(Daypart::day);
     const Record record{controller};
     controller.useAuto();
@@ -152,33 +157,31 @@ void TestDaypartController::manualFlagWithoutAValidDaypartStaysManual() {
     if (stored.isValid()) {
         m_defaults.values.insert(storageKey, stored);
     }
-    const auto before = m_defaults.values;
-
-    const DaypartController controller{m_defaults, clock()};
+    const DaypartController controller{m_defaults, clock(), ticker()};
     QVERIFY(controller.isManual);
     QCOMPARE(controller.daypart.value(), Daypart::day);
     setHour(23);
-    tick(controller);
+    m_tick();
     QCOMPARE(controller.daypart.value(), Daypart::day);
-    QCOMPARE(m_defaults.values, before);
+    QVERIFY(m_defaults.writes.isEmpty());
 }
 
 void TestDaypartController::storedDaypartWithoutTheFlagIsIgnored() {
     m_defaults.values = {{storageKey, u"night"_s}};
-    const DaypartController controller{m_defaults, clock()};
+    const DaypartController controller{m_defaults, clock(), ticker()};
     QVERIFY(!controller.isManual);
     QCOMPARE(controller.daypart.value(), Daypart::day);
 }
 
 void TestDaypartController::clockIsFollowedAtTheNextTick() {
     setHour(9, 59);
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     const Record record{controller};
-    tick(controller);
+    m_tick();
     QCOMPARE(record.lines, QStringList{});
     setHour(10);
     QCOMPARE(controller.daypart.value(), Daypart::dawn);
-    tick(controller);
+    m_tick();
     QCOMPARE(record.lines, (QStringList{u"Dawn Dawn clock"_s, u"Day Dawn clock"_s}));
     QCOMPARE(controller.daypart.value(), Daypart::day);
 }
@@ -215,22 +218,24 @@ void TestDaypartController::nextTickFollowsAClockThatWasSet() {
     QFETCH(const QDateTime, after);
     QVERIFY(before.isValid() && after.isValid());
     m_now = before;
-    DaypartController controller{m_defaults, clock()};
+    DaypartController controller{m_defaults, clock(), ticker()};
     const Record record{controller};
     const auto first = controller.daypart.value();
     m_now = after;
-    tick(controller);
+    m_tick();
     QTEST(controller.daypart.value(), "expected");
     QVERIFY(controller.palette.value() == DaypartPalette::of(controller.daypart));
     QCOMPARE(record.lines.size(), controller.daypart == first ? 0 : 2);
 }
 
-void TestDaypartController::clockTicksOnceAMinute() {
-    const DaypartController controller{m_defaults, clock()};
-    const auto timers = controller.findChildren<QTimer*>();
-    QCOMPARE(timers.size(), 1);
-    QCOMPARE(timers.first()->interval(), 60'000);
-    QVERIFY(timers.first()->isActive() && !timers.first()->isSingleShot());
+void TestDaypartController::clockTicksOnceAMinuteWhateverIsPinned() {
+    int looks = 0;
+    DaypartController controller{m_defaults, [&] { return ++looks, m_now; }, ticker()};
+    QCOMPARE(looks, 1);
+    controller.set(Daypart::night);
+    controller.useAuto();
+    controller.set(Daypart::dawn);
+    QCOMPARE(m_intervals, QList<qint64>{60'000});
 }
 
 QTEST_GUILESS_MAIN(TestDaypartController)

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <iostream>
 #include <string>
 
@@ -58,7 +59,12 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);
     QApplication::setQuitOnLastWindowClosed(false);
-    VornaApp vorna{std::chrono::milliseconds{QApplication::arguments().value(1).toInt()}};
+    const std::chrono::milliseconds pollInterval{QApplication::arguments().value(1).toInt()};
+    VornaParts parts;
+    parts.ticker = [pollInterval](QObject& owner, std::chrono::milliseconds, const std::function<void()>& tick) {
+        timerTicker(owner, pollInterval, tick);
+    };
+    VornaApp vorna{parts};
 
     QSocketNotifier commands{0, QSocketNotifier::Read};
     QObject::connect(&commands, &QSocketNotifier::activated, &application, [&] {

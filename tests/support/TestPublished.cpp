@@ -39,6 +39,7 @@ class TestPublished final : public QObject {
 private slots:
     void announcesBeforeItStores();
     void announcesAlsoWhenTheValueIsEqual();
+    void changeIsToldOnceATurn();
     void readsLikeItsValue();
     void deferredValueResumesItsWaiter();
     void deferredValueMayBeThereFirst();
@@ -60,6 +61,20 @@ void TestPublished::announcesAlsoWhenTheValueIsEqual() {
     owner.number = 1;
     owner.text = u"a"_s;
     QCOMPARE(announcements.size(), 2);
+}
+
+void TestPublished::changeIsToldOnceATurn() {
+    Owner owner;
+    QStringList seen;
+    connect(&owner, &ObservableObject::changed, this, [&] { seen.append(owner.text); });
+    owner.number = 2;
+    owner.text = u"b"_s;
+    QCOMPARE(seen, QStringList{});
+    QCoreApplication::processEvents();
+    QCOMPARE(seen, QStringList{u"b"_s});
+    owner.text = u"c"_s;
+    QCoreApplication::processEvents();
+    QCOMPARE(seen, (QStringList{u"b"_s, u"c"_s}));
 }
 
 void TestPublished::readsLikeItsValue() {

@@ -19,11 +19,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 1000ms;
-constexpr unsigned long betweenTries = 10;
-constexpr int longestMessage = 64;
-constexpr qint64 longestLine = longestMessage * 4 + 1;
-constexpr int mostPeers = 16;
+constexpr auto peerTimeout = 1000ms;
+constexpr unsigned long retryInterval = 10;
+constexpr int maxMessage = 64;
+constexpr qint64 maxLine = maxMessage * 4 + 1;
+constexpr int maxPeers = 16;
 constexpr auto acknowledgement = "ok\n";
 
 /// One name per user and desktop session. It is no file: it goes with its process, however that ends.
@@ -50,7 +50,7 @@ bool belongsToUs(const QLocalSocket& socket) {
 std::optional<QString> messageOf(const QByteArray& line) {
     const QString message = QString::fromUtf8(line).chopped(1);
     const bool readable = std::ranges::all_of(message, [](QChar character) { return character.isPrint(); });
-    const bool fits = !message.isEmpty() && message.size() <= longestMessage;
+    const bool fits = !message.isEmpty() && message.size() <= maxMessage;
     return readable && fits ? std::optional{message} : std::nullopt;
 }
 
@@ -76,7 +76,7 @@ ListeningInstance::ListeningInstance(std::unique_ptr<QLocalServer> server)
 }
 
 void ListeningInstance::welcome(QLocalSocket* peer) {
-    if (m_peers >= mostPeers || !belongsToUs(*peer)) {
+    if (m_peers >= maxPeers || !belongsToUs(*peer)) {
         delete peer;
         return;
     }
@@ -84,17 +84,17 @@ void ListeningInstance::welcome(QLocalSocket* peer) {
     connect(peer, &QObject::destroyed, this, [this] { --m_peers; });
     connect(peer, &QLocalSocket::disconnected, peer, &QObject::deleteLater);
     connect(peer, &QLocalSocket::readyRead, this, [this, peer] { listenTo(peer); });
-    QTimer::singleShot(patience, peer, [peer] {
+    QTimer::singleShot(peerTimeout, peer, [peer] {
         peer->abort();
         peer->deleteLater();
     });
-    peer->setReadBufferSize(longestLine);
+    peer->setReadBufferSize(maxLine);
     listenTo(peer);
 }
 
 void ListeningInstance::listenTo(QLocalSocket* peer) {
     if (!peer->canReadLine()) {
-        if (peer->bytesAvailable() >= longestLine) {
+        if (peer->bytesAvailable() >= maxLine) {
             peer->abort();
         }
         return;
@@ -127,7 +127,7 @@ Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
     if (!belongsToUs(socket)) {
         return Delivery::stranger;
     }
-    socket.write(message.left(longestMessage).toUtf8() + '\n');
+    socket.write(message.left(maxMessage).toUtf8() + '\n');
     const bool heard = socket.waitForBytesWritten(left()) && socket.waitForReadyRead(left());
     return heard || deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
 }
@@ -135,7 +135,7 @@ Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
 }
 
 std::unique_ptr<SingleInstance> SingleInstance::claim(const QString& message) {
-    const QDeadlineTimer deadline{patience};
+    const QDeadlineTimer deadline{peerTimeout};
     while (!deadline.hasExpired()) {
         if (auto server = listeningServer()) {
             return std::make_unique<ListeningInstance>(std::move(server));
@@ -146,7 +146,7 @@ std::unique_ptr<SingleInstance> SingleInstance::claim(const QString& message) {
         case Delivery::stranger:
             return std::make_unique<SingleInstance>();
         case Delivery::nobody:
-            QThread::msleep(betweenTries);
+            QThread::msleep(retryInterval);
         }
     }
     return std::make_unique<SingleInstance>();

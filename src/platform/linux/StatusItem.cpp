@@ -1,6 +1,5 @@
 #include "platform/StatusItem.h"
 
-#include "platform/StatusItemMenu.h"
 #include "platform/linux/StatusNotifierHostWatch.h"
 #include "platform/linux/TrayIcon.h"
 #include "platform/linux/XembedTrayWatch.h"
@@ -22,7 +21,7 @@ namespace {
 using Host = StatusNotifierHostWatch::Host;
 
 /// A panel with both kinds of tray may open the older kind a little before the newer one, which is preferred.
-constexpr auto patience = 400ms;
+constexpr auto xembedDelay = 400ms;
 
 /// Some hosts report the second press of a double click twice, at once: the second report is there when the first has
 /// been answered.
@@ -54,7 +53,7 @@ private:
     QMenu m_menu;
     StatusNotifierHostWatch m_statusNotifier;
     XembedTrayWatch m_xembed;
-    QTimer m_patience;
+    QTimer m_xembedTimer;
     Kind m_kind = Kind::undecided;
     std::chrono::steady_clock::time_point m_lastPress;
     std::unique_ptr<QSystemTrayIcon> m_icon;
@@ -63,9 +62,9 @@ private:
 TrayStatusItem::TrayStatusItem(const QString& title)
     : m_title{title} {
     fillMenu();
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(patience);
-    connect(&m_patience, &QTimer::timeout, this, [this] {
+    m_xembedTimer.setSingleShot(true);
+    m_xembedTimer.setInterval(xembedDelay);
+    connect(&m_xembedTimer, &QTimer::timeout, this, [this] {
         if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
             settleOn(Kind::xembed);
         }
@@ -80,12 +79,12 @@ TrayStatusItem::TrayStatusItem(const QString& title)
 }
 
 void TrayStatusItem::fillMenu() {
-    connect(m_menu.addAction(StatusItemMenu::showPanel.toString()), &QAction::triggered, this,
+    connect(m_menu.addAction(StatusItem::showPanelText.toString()), &QAction::triggered, this,
             &StatusItem::showPanelChosen);
-    connect(m_menu.addAction(StatusItemMenu::settings.toString()), &QAction::triggered, this,
+    connect(m_menu.addAction(StatusItem::settingsText.toString()), &QAction::triggered, this,
             &StatusItem::settingsChosen);
     m_menu.addSeparator();
-    connect(m_menu.addAction(StatusItemMenu::quit.toString().arg(m_title)), &QAction::triggered, this,
+    connect(m_menu.addAction(StatusItem::quitText.toString().arg(m_title)), &QAction::triggered, this,
             &StatusItem::quitChosen);
 }
 
@@ -96,7 +95,7 @@ void TrayStatusItem::trayChanged() {
         if (statusNotifier) {
             settleOn(Kind::statusNotifier);
         } else if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
-            m_patience.start();
+            m_xembedTimer.start();
         }
         break;
     case Kind::statusNotifier:
@@ -109,7 +108,7 @@ void TrayStatusItem::trayChanged() {
 }
 
 void TrayStatusItem::settleOn(Kind kind) {
-    m_patience.stop();
+    m_xembedTimer.stop();
     m_kind = kind;
     m_icon = std::make_unique<QSystemTrayIcon>();
     connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayStatusItem::activated);

@@ -1,6 +1,5 @@
 #include "platform/StatusItem.h"
 
-#include "platform/StatusItemMenu.h"
 #include "platform/macos/Action.h"
 #include "platform/macos/MenuBar.h"
 #include "platform/macos/NativeString.h"
@@ -102,10 +101,10 @@ void MenuBarStatusItem::fillButton() {
 }
 
 void MenuBarStatusItem::fillMenu() {
-    addEntry(StatusItemMenu::showPanel.toString(), &StatusItem::showPanelChosen);
-    addEntry(StatusItemMenu::settings.toString(), &StatusItem::settingsChosen);
+    addEntry(StatusItem::showPanelText.toString(), &StatusItem::showPanelChosen);
+    addEntry(StatusItem::settingsText.toString(), &StatusItem::settingsChosen);
     [m_menu addItem:[NSMenuItem separatorItem]];
-    addEntry(StatusItemMenu::quit.toString().arg(m_title), &StatusItem::quitChosen);
+    addEntry(StatusItem::quitText.toString().arg(m_title), &StatusItem::quitChosen);
     m_tracking = actionFor([this] { m_menuHasOpened = true; });
     [[NSNotificationCenter defaultCenter] addObserver:m_tracking
                                              selector:@selector(perform:)

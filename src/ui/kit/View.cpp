@@ -8,7 +8,12 @@ View::View(QWidget* parent)
     : QWidget{parent} {}
 
 void View::observe(ObservableObject& model) {
-    connect(&model, &ObservableObject::objectWillChange, this, &View::invalidate);
+    connect(&model, &ObservableObject::objectWillChange, this, [this] { m_pending = true; });
+    connect(&model, &ObservableObject::changed, this, [this] {
+        if (isVisible()) {
+            renderIfPending();
+        }
+    });
 }
 
 void View::renderPending() {
@@ -22,23 +27,6 @@ void View::renderPending() {
 void View::showEvent(QShowEvent* event) {
     renderIfPending();
     QWidget::showEvent(event);
-}
-
-void View::invalidate() {
-    m_pending = true;
-    if (m_scheduled || !isVisible()) {
-        return;
-    }
-    m_scheduled = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_scheduled = false;
-            if (isVisible()) {
-                renderIfPending();
-            }
-        },
-        Qt::QueuedConnection);
 }
 
 void View::renderIfPending() {

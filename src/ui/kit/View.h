@@ -4,8 +4,8 @@
 
 class ObservableObject;
 
-/// A widget that says what its models hold. It renders at most once a turn of the event loop however much its models
-/// announce, and not at all while it is hidden; it keeps no state of its own. Models must outlive it.
+/// A widget that shows what its models hold. It renders once after the writes of one turn of the event loop, and not at
+/// all while it is hidden; it keeps no state of its own. Models must outlive it.
 class View : public QWidget {
     Q_OBJECT
 
@@ -19,15 +19,13 @@ public:
 protected:
     void observe(ObservableObject& model);
 
-    /// Makes the widgets say what the models hold. Idempotent; sets only what differs.
+    /// Makes the widgets show what the models hold. Idempotent; sets only what differs.
     virtual void render() = 0;
 
     void showEvent(QShowEvent* event) override;
 
 private:
-    void invalidate();
     void renderIfPending();
 
     bool m_pending = true;
-    bool m_scheduled = false;
 };
