@@ -38,6 +38,13 @@ function(vorna_library NAME)
     cmake_parse_arguments(LIBRARY "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${NAME} ${LIBRARY_SOURCES})
     target_link_libraries(${NAME} PUBLIC vorna_options ${LIBRARY_LINKS})
+    vorna_record_target(${NAME})
+endfunction()
+
+# Writes what a target is made of and what it links, for the test of the include lines.
+function(vorna_record_target NAME)
+    set(PROPERTIES "$<TARGET_PROPERTY:${NAME},SOURCES>\n$<TARGET_PROPERTY:${NAME},LINK_LIBRARIES>\n")
+    file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/targets/${NAME}.txt" CONTENT "${PROPERTIES}")
 endfunction()
 
 # Sanitizers make a program several times as slow.
