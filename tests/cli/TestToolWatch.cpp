@@ -251,10 +251,7 @@ private:
         m_tool->write("exec sleep 100", m_tool->inCheckout());
         runInto(&m_results, time.surroundings(), {}, timeout);
     }
-    [[nodiscard]] static bool isSleeperEnded() {
-        siginfo_t change{};
-        return waitid(P_ALL, 0, &change, WEXITED | WNOHANG | WNOWAIT) != 0 || change.si_pid != 0;
-    }
+    [[nodiscard]] static bool isSleeperEnded() { return OwnProcess::hasChildThat(WEXITED) || !OwnProcess::hasChild(); }
     [[nodiscard]] bool endsInTime(HandTime& time) {
         return QTest::qWaitFor([] { return isSleeperEnded(); }, waitMs) &&
                QTest::qWaitFor([&] { return time.pass(100ms), !m_results.isEmpty(); }, waitMs) &&

@@ -39,6 +39,12 @@ namespace OwnProcess {
     return waitid(P_ALL, 0, &change, WEXITED | WNOHANG | WNOWAIT) == 0;
 }
 
+/// Whether there is a child that ended (`WEXITED`) or was stopped (`WSTOPPED`) and was not waited for.
+[[nodiscard]] inline bool hasChildThat(int change) {
+    siginfo_t found{};
+    return waitid(P_ALL, 0, &found, change | WNOHANG | WNOWAIT) == 0 && found.si_pid != 0;
+}
+
 /// Whether this process runs; only Linux shows one that is dead and not waited for.
 [[nodiscard]] inline bool isAlive(pid_t process) {
     QFile status{QStringLiteral("/proc/%1/stat").arg(process)};
