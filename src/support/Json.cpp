@@ -5,7 +5,6 @@
 #include <QStringDecoder>
 
 #include <algorithm>
-#include <concepts>
 #include <utility>
 
 namespace {
@@ -17,7 +16,7 @@ public:
 
     bool null() override { return add(nullptr); }
     bool boolean(bool value) override { return add(value); }
-    bool number_integer(number_integer_t value) override { return add(static_cast<qint64>(value)); }
+    bool number_integer(number_integer_t value) override { return add(qint64{value}); }
     bool number_unsigned(number_unsigned_t value) override {
         return std::in_range<qint64>(value) ? add(static_cast<qint64>(value)) : add(static_cast<double>(value));
     }
@@ -25,7 +24,7 @@ public:
     bool string(string_t& value) override { return add(QString{m_decoder(QByteArrayView{value})}); }
     bool binary(binary_t& /*value*/) override { return false; }
     bool key(string_t& value) override {
-        std::get<Json::Object>(m_open.back()->value).keys.push_back(std::move(value));
+        std::get<Json::Object>(m_open.back()->value).push_back({std::move(value), {}});
         return true;
     }
     bool start_object(std::size_t /*size*/) override { return open<Json::Object>(); }
@@ -46,13 +45,10 @@ private:
 
     template <typename T>
     bool open() {
-        if (m_open.size() == Json::maxDepth) {
-            return false;
-        }
         Json& here = place();
-        here.value = T{};
+        here.value.emplace<T>().reserve(4);
         m_open.push_back(&here);
-        return true;
+        return m_open.size() <= Json::maxDepth;
     }
 
     bool close() {
@@ -65,10 +61,8 @@ private:
         if (m_open.empty()) {
             return root;
         }
-        if (auto* list = std::get_if<Json::List>(&m_open.back()->value)) {
-            return list->emplace_back();
-        }
-        return std::get<Json::Object>(m_open.back()->value).values.emplace_back();
+        auto* list = std::get_if<Json::List>(&m_open.back()->value);
+        return list != nullptr ? list->emplace_back() : std::get<Json::Object>(m_open.back()->value).back().value;
     }
 
     QStringDecoder m_decoder{QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom};
@@ -90,7 +84,7 @@ const Json* Json::member(std::string_view key) const {
     if (object == nullptr) {
         return nullptr;
     }
-    const auto& keys = object->keys;
-    const auto found = std::find(keys.rbegin(), keys.rend(), key);
-    return found == keys.rend() ? nullptr : &object->values[static_cast<std::size_t>(keys.rend() - found) - 1];
+    const auto found =
+        std::find_if(object->rbegin(), object->rend(), [&](const auto& member) { return member.key == key; });
+    return found == object->rend() ? nullptr : &found->value;
 }
