@@ -67,11 +67,9 @@ void HttpGet::readAnswer() {
 
 void HttpGet::fail(QAbstractSocket::SocketError error) {
     readAnswer();
-    if (error == QAbstractSocket::RemoteHostClosedError) {
-        end(m_parser.finish());
-    } else {
-        end(std::unexpected{BridgeError::of(m_connected ? Kind::connectionLost : Kind::cannotConnect)});
-    }
+    end(error == QAbstractSocket::RemoteHostClosedError
+            ? m_parser.finish()
+            : std::unexpected{BridgeError::of(m_connected ? Kind::connectionLost : Kind::cannotConnect)});
 }
 
 void HttpGet::end(const std::expected<HttpResponse, BridgeError>& answer) {

@@ -9,8 +9,7 @@ namespace {
 using Kind = BridgeError::Kind;
 
 constexpr QByteArrayView httpPrefix = "HTTP/1.";
-constexpr int firstFinalStatus = 200;
-constexpr int statusWithBody = 200;
+constexpr int firstFinalStatus = 200; // and the one with a body
 
 std::unexpected<BridgeError> failure(Kind kind) {
     return std::unexpected{BridgeError::of(kind)};
@@ -25,12 +24,11 @@ std::optional<qint64> number(QByteArrayView text, int base) {
 
 /// "HTTP/1.1 200 OK" gives 200; what is no status line of HTTP/1.x gives nothing.
 std::optional<int> statusOf(QByteArrayView line) {
-    constexpr qsizetype versionLength = 8;
-    constexpr qsizetype statusLength = 3;
-    constexpr qsizetype end = versionLength + 1 + statusLength;
-    const bool framed = line.startsWith(httpPrefix) && line.size() >= end && line[versionLength] == ' ' &&
+    constexpr qsizetype begin = 9;
+    constexpr qsizetype end = 12;
+    const bool framed = line.startsWith(httpPrefix) && line.size() >= end && line[begin - 1] == ' ' &&
                         (line.size() == end || line[end] == ' ');
-    const auto status = framed ? number(line.sliced(versionLength + 1, statusLength), 10) : std::nullopt;
+    const auto status = framed ? number(line.sliced(begin, end - begin), 10) : std::nullopt;
     return status && *status >= 100 ? std::optional{static_cast<int>(*status)} : std::nullopt;
 }
 
@@ -68,16 +66,16 @@ HttpResponseParser::Outcome HttpResponseParser::take(QByteArrayView bytes) {
 }
 
 std::expected<HttpResponse, BridgeError> HttpResponseParser::finish() {
-    if (m_state == State::bodyToTheEnd) {
-        return std::move(m_response);
-    }
-    return failure(Kind::connectionLost);
+    return m_state == State::bodyToTheEnd ? Outcome::value_type{std::move(m_response)} : failure(Kind::connectionLost);
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeLine(QByteArrayView line) {
     switch (m_state) {
     case State::statusLine:
-        return takeStatusLine(line);
+        m_framing = {};
+        m_state = State::headers;
+        m_response.status = statusOf(line);
+        return m_response.status ? std::nullopt : Outcome{HttpResponse{}};
     case State::headers:
         return takeHeaderLine(line);
     case State::chunkSize:
@@ -88,16 +86,6 @@ HttpResponseParser::Outcome HttpResponseParser::takeLine(QByteArrayView line) {
     default:
         return line.isEmpty() ? Outcome{std::move(m_response)} : std::nullopt;
     }
-}
-
-HttpResponseParser::Outcome HttpResponseParser::takeStatusLine(QByteArrayView line) {
-    m_response.status = statusOf(line);
-    if (!m_response.status) {
-        return HttpResponse{};
-    }
-    m_framing = {};
-    m_state = State::headers;
-    return std::nullopt;
 }
 
 /// A line that begins with a blank continues the header before it, and is passed over where there is none.
@@ -134,12 +122,11 @@ void HttpResponseParser::endHeader() {
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeEndOfHeaders() {
-    const int status = m_response.status.value_or(0);
-    if (status < firstFinalStatus) {
+    if (m_response.status < firstFinalStatus) {
         m_state = State::statusLine;
         return std::nullopt;
     }
-    if (status != statusWithBody) {
+    if (m_response.status > firstFinalStatus) {
         return std::move(m_response);
     }
     if (m_framing.isMalformed) {
@@ -158,9 +145,7 @@ HttpResponseParser::Outcome HttpResponseParser::takeEndOfHeaders() {
 }
 
 HttpResponseParser::Outcome HttpResponseParser::takeChunkSize(QByteArrayView line) {
-    const auto extension = line.indexOf(';');
-    const auto digits = (extension < 0 ? line : line.first(extension)).trimmed();
-    const auto size = number(digits, 16);
+    const auto size = number(line.first(line.contains(';') ? line.indexOf(';') : line.size()).trimmed(), 16);
     if (!size) {
         return failure(Kind::malformedResponse);
     }
@@ -183,9 +168,5 @@ HttpResponseParser::Outcome HttpResponseParser::takeBody(QByteArrayView& bytes) 
     if (m_remaining > 0) {
         return std::nullopt;
     }
-    if (m_state == State::sizedBody) {
-        return std::move(m_response);
-    }
-    m_state = State::chunkEnd;
-    return std::nullopt;
+    return std::exchange(m_state, State::chunkEnd) == State::sizedBody ? Outcome{std::move(m_response)} : std::nullopt;
 }

@@ -48,7 +48,6 @@ private:
     };
 
     Outcome takeLine(QByteArrayView line);
-    Outcome takeStatusLine(QByteArrayView line);
     Outcome takeHeaderLine(QByteArrayView line);
     void endHeader();
     Outcome takeEndOfHeaders();
