@@ -2,6 +2,7 @@
 
 #include "daypart/DaypartPalette.h"
 #include "support/PaintRecord.h"
+#include "ui/kit/SelectableLabel.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -234,7 +235,8 @@ void AccessibleTree::checkNode(const AccessibleNode& node, QStringList& found) c
         found +=
             u"“%1” at %2, %3 is neither a text nor a control"_s.arg(node.name).arg(node.place.x()).arg(node.place.y());
     }
-    if (!node.isControl() && node.isLeaf && (node.state().focusable || !node.actions().isEmpty())) {
+    const bool canBeCopied = qobject_cast<SelectableLabel*>(node.interface->object()) != nullptr;
+    if (!node.isControl() && node.isLeaf && !canBeCopied && (node.state().focusable || !node.actions().isEmpty())) {
         found += u"“%1” is a text and can be pressed or focused"_s.arg(node.name);
     }
     if (const auto* widget = widgetOf(node);

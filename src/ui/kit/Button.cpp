@@ -118,6 +118,9 @@ void Button::drawLabel(QPainter& painter) const {
     } else if (!m_symbol.isNull()) {
         m_symbol.draw(painter, {left, std::floor((room.height() - symbolSize) / 2), symbolSize, symbolSize}, colour);
         title.setLeft(left + symbolSize + style.symbolSpacing);
+    } else if (style.arrangement == Arrangement::centred) {
+        title = room;
+        alignment = Qt::AlignCenter;
     }
     QFont font = m_font;
     font.setUnderline(style.underlinesWhenHovered && (underMouse() || isDown()));

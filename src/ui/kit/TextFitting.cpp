@@ -38,11 +38,13 @@ QStringList takeLines(QString& rest, const QFont& font, qreal width, int count) 
     return lines;
 }
 
-QString withEllipsis(QString text) {
-    while (!text.isEmpty() && (text.back().isSpace() || text.back() == separator)) {
-        text.chop(1);
+QString withEllipsis(const QString& text) {
+    QString kept = text.trimmed();
+    const bool endsWithSeparator = kept.endsWith(separator);
+    while (!kept.isEmpty() && (kept.back().isSpace() || kept.back() == separator)) {
+        kept.chop(1);
     }
-    return text + ellipsis;
+    return (endsWithSeparator ? kept : text) + ellipsis;
 }
 
 QString elided(const QString& text, const QFont& font, qreal width) {

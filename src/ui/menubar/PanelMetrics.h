@@ -73,8 +73,11 @@ inline constexpr int spacing = 8;
 inline constexpr int chipSpacing = 4;
 inline constexpr int focusRingRoom = 4; ///< beside "Auto"
 inline constexpr TextStyle autoText{.size = 11, .weight = QFont::Medium, .colour = {ColourRole::accent}};
-inline constexpr ButtonStyle autoButton{
-    .text = autoText, .horizontalPadding = focusRingRoom, .cornerRadius = 4, .pressedOpacity = 0.7F};
+inline constexpr ButtonStyle autoButton{.text = autoText,
+                                        .arrangement = ButtonStyle::Arrangement::centred,
+                                        .horizontalPadding = focusRingRoom,
+                                        .cornerRadius = 4,
+                                        .pressedOpacity = 0.7F};
 inline constexpr ButtonStyle chip{.text = {.size = 9, .weight = QFont::DemiBold, .colour = muted},
                                   .arrangement = ButtonStyle::Arrangement::stacked,
                                   .verticalPadding = 8,
