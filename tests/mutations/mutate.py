@@ -101,14 +101,15 @@ class Test:
 
     def __init__(self, told):
         self.name = told["name"]
-        self.command = told["command"]
+        self.command = told.get("command")  # none as long as it was never built
         properties = {it["name"]: it["value"] for it in told["properties"]}
         self.folder = properties.get("WORKING_DIRECTORY", BUILD)
         given = dict(entry.split("=", 1) for entry in properties.get("ENVIRONMENT", []))
         self.surroundings = {**os.environ, **given}
         for display in ("DISPLAY", "WAYLAND_DISPLAY"):
             self.surroundings.pop(display, None)
-        self.is_built = self.name.startswith("Test")
+        targets = [self.name] if self.name.startswith("Test") else []
+        self.targets = targets + (["vorna-companion"] if "VORNA_COMPANION" in given else [])
         self.limit = 60.0
         self.links = ""
 
@@ -124,7 +125,7 @@ class Test:
         start = time.monotonic()
         passed = self.passes()
         self.limit = 10 + 8 * (time.monotonic() - start)
-        self.links = run("ldd", self.command[0]).stdout if self.is_built else ""
+        self.links = run("ldd", self.command[0]).stdout if self.name in self.targets else ""
         return passed
 
 
@@ -137,9 +138,8 @@ class Planter:
             *("cmake", "-S", TREE, "-B", BUILD, "-G", "Ninja", "-DCMAKE_BUILD_TYPE="),
             *("-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON"),
         ))
-        names = [it["name"] for it in self.listed() if only is None or it["name"] in only]
-        demand(self.build(names))
-        self.tests = [Test(it) for it in self.listed() if it["name"] in names]
+        demand(self.build(self.listed(only)))
+        self.tests = self.listed(only)
         self.sources = {}
         for compiled in json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8")):
             if library := re.search(r" -o \S*/(vorna_\w+)\.dir", compiled["command"]):
@@ -151,12 +151,13 @@ class Planter:
             raise RuntimeError(f"fail without a mistake: {', '.join(again)}")
 
     @staticmethod
-    def listed():
-        return json.loads(demand(run("ctest", "--test-dir", BUILD, "-L", LABELS, "--show-only=json-v1")))["tests"]
+    def listed(only):
+        told = json.loads(demand(run("ctest", "--test-dir", BUILD, "-L", LABELS, "--show-only=json-v1")))
+        return [Test(it) for it in told["tests"] if only is None or it["name"] in only]
 
     @staticmethod
-    def build(names):
-        targets = [word for name in names if name.startswith("Test") for word in ("--target", name)]
+    def build(tests):
+        targets = [word for test in tests for target in test.targets for word in ("--target", target)]
         return run("cmake", "--build", BUILD, f"-j{JOBS}", *targets)
 
     def groups(self, mistake):
@@ -176,7 +177,7 @@ class Planter:
         file.write_text(mistake.planted(right), encoding="utf-8")
         try:
             for group in self.groups(mistake):
-                built = self.build([test.name for test in group])
+                built = self.build(group)
                 if built.returncode != 0:
                     raise TableError(f"{mistake}: does not compile\n{built.stdout[-1500:]}")
                 for test in self.failing(group):
