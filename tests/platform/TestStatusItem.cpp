@@ -1,6 +1,8 @@
 #include "platform/Desktop.h"
 #include "platform/StatusItem.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCursor>
 #include <QSystemTrayIcon>
 #include <QTest>
@@ -17,6 +19,7 @@ private slots:
     void anchorWithoutATrayIsThePointer();
     void panelWithoutATrayStandsAboveOthers();
     void windowsOutsideOfX11AreBlended();
+    void menuHasAnEntryForEachThing();
 };
 
 void TestStatusItem::itemWithoutATrayWaitsAndDoesNothing() {
@@ -45,6 +48,23 @@ void TestStatusItem::panelWithoutATrayStandsAboveOthers() {
 
 void TestStatusItem::windowsOutsideOfX11AreBlended() {
     QVERIFY(Desktop::blendsWindows());
+}
+
+void TestStatusItem::menuHasAnEntryForEachThing() {
+    const auto item = StatusItem::create(u"vorna"_s);
+    QStringList chosen;
+    connect(item.get(), &StatusItem::showPanelChosen, this, [&chosen] { chosen.append(u"panel"_s); });
+    connect(item.get(), &StatusItem::settingsChosen, this, [&chosen] { chosen.append(u"settings"_s); });
+    connect(item.get(), &StatusItem::quitChosen, this, [&chosen] { chosen.append(u"quit"_s); });
+    QStringList texts;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        for (QAction* entry : window->actions()) {
+            texts.append(entry->isSeparator() ? u"-"_s : entry->text());
+            entry->trigger();
+        }
+    }
+    QCOMPARE(texts, (QStringList{u"Show panel"_s, u"Settings…"_s, u"-"_s, u"Quit vorna"_s}));
+    QCOMPARE(chosen, (QStringList{u"panel"_s, u"settings"_s, u"quit"_s}));
 }
 
 QTEST_MAIN(TestStatusItem)
