@@ -1,15 +1,13 @@
 #pragma once
 
 #include <coroutine>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
 
 /// A value that arrives later, once. Copies share it: the producer keeps one and calls `deliver()`, a coroutine awaits
-/// another. Main thread only; `deliver()` resumes the waiting coroutine before it returns, so a producer touches
-/// nothing of its own after it. A producer that may go away before it has an answer takes `answer()`, or the coroutine
-/// waits for ever.
+/// another. A value that is never delivered leaves its coroutine waiting for ever. Main thread only; `deliver()` resumes
+/// the waiting coroutine before it returns, so a producer touches nothing of its own after it.
 template <typename T>
 class Deferred final {
 public:
@@ -26,14 +24,6 @@ public:
         }
     }
 
-    /// A function that delivers what it is called with. When its last copy is dropped uncalled, `fallback` is
-    /// delivered.
-    [[nodiscard]] std::function<void(T)> answer(T fallback) const {
-        return [lastWord = std::make_shared<LastWord>(*this, std::move(fallback))](T value) {
-            lastWord->deferred.deliver(std::move(value));
-        };
-    }
-
     [[nodiscard]] bool await_ready() const noexcept { return m_state->delivered; }
     void await_suspend(std::coroutine_handle<> waiter) const noexcept { m_state->waiter = waiter; }
     // NOLINTNEXTLINE(bugprone-unchecked-optional-access): a waiter resumes only when there is a value.
@@ -44,18 +34,6 @@ private:
         std::optional<T> value;
         std::coroutine_handle<> waiter;
         bool delivered = false;
-    };
-
-    struct LastWord {
-        LastWord(const Deferred& owner, T value)
-            : deferred{owner}
-            , fallback{std::move(value)} {}
-        LastWord(const LastWord&) = delete;
-        LastWord& operator=(const LastWord&) = delete;
-        ~LastWord() { deferred.deliver(std::move(fallback)); }
-
-        Deferred deferred;
-        T fallback;
     };
 
     std::shared_ptr<State> m_state = std::make_shared<State>();
