@@ -32,7 +32,6 @@ private slots:
 
     void actionRunsTheToolAndSaysSo_data();
     void actionRunsTheToolAndSaysSo();
-    void actionWritesInOrder();
     void secondActionIsDropped();
     void busyLastsUntilTheNotificationIsPosted();
     void nextActionRunsWhenTheFirstHasEnded();
@@ -42,13 +41,6 @@ private slots:
     void messageIsTheFirstThreeLines();
     void notificationIsCutInCharacters_data();
     void notificationIsCutInCharacters();
-
-    void heartbeatAsksTheToolInTheBackground();
-    void heartbeatSetsTheAccountLine_data();
-    void heartbeatSetsTheAccountLine();
-    void heartbeatThatFailsChangesNothing_data();
-    void heartbeatThatFailsChangesNothing();
-    void heartbeatRunsWhileAnActionRuns();
 
     void modelMayGoInMidAction_data();
     void modelMayGoInMidAction();
@@ -106,14 +98,6 @@ void TestStatusModelActions::actionRunsTheToolAndSaysSo() {
     QCOMPARE(m_center->posted.first().body, u"all good"_s);
     static const QRegularExpression uuid{u"^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"_s};
     QVERIFY(uuid.match(m_center->posted.first().identifier).hasMatch());
-}
-
-void TestStatusModelActions::actionWritesInOrder() {
-    ModelRecord record{*m_model};
-    m_model->runDeskBackup();
-    QCOMPARE(record.take(), (QStringList{u"cliBusy = true"_s, u"cliMessage = vorna desk backup…"_s}));
-    answer(0, u"done"_s);
-    QCOMPARE(record.take(), (QStringList{u"cliMessage = done"_s, u"cliBusy = false"_s}));
 }
 
 void TestStatusModelActions::secondActionIsDropped() {
@@ -228,105 +212,6 @@ void TestStatusModelActions::notificationIsCutInCharacters() {
     answer(0, character.repeated(count), {}, exitCode);
     QCOMPARE(m_model->cliMessage.value(), character.repeated(count));
     QCOMPARE(m_center->posted.first().body, (exitCode == 0 ? QString() : u"Failed: "_s) + character.repeated(kept));
-}
-
-void TestStatusModelActions::heartbeatAsksTheToolInTheBackground() {
-    m_model->reportAccountHeartbeat();
-    QCOMPARE(m_tool->calls.size(), 1);
-    QCOMPARE(call(0).arguments, (QStringList{u"desktop"_s, u"heartbeat"_s, u"--json"_s}));
-    QCOMPARE(call(0).timeout, 20.0);
-    QVERIFY(!m_model->cliBusy);
-    QVERIFY(!m_model->cliMessage.value());
-
-    ModelRecord record{*m_model};
-    answer(0, uR"({"remote":{"state":"signed_in"}})"_s);
-    QCOMPARE(record.take(), QStringList{u"accountLine = Signed in · CTA hidden"_s});
-    QVERIFY(m_center->posted.isEmpty());
-}
-
-void TestStatusModelActions::heartbeatSetsTheAccountLine_data() {
-    QTest::addColumn<QString>("json");
-    QTest::addColumn<QString>("line");
-    const QString signedIn = u"Signed in · CTA hidden"_s;
-    const QString installed = u"Installed · sign in to hide download CTA"_s;
-    const QString neither = u"Not signed in"_s;
-    QTest::newRow("remote signed in") << uR"({"remote":{"state":"signed_in"}})"_s << signedIn;
-    QTest::newRow("remote installed") << uR"({"remote":{"state":"installed"}})"_s << installed;
-    QTest::newRow("local installed alone") << uR"({"local":{"state":"installed"}})"_s << installed;
-    QTest::newRow("remote state a number") << uR"({"remote":{"state":1},"local":{"state":"signed_in"}})"_s << signedIn;
-    QTest::newRow("remote state null") << uR"({"remote":{"state":null},"local":{"state":"signed_in"}})"_s << signedIn;
-    QTest::newRow("remote without state") << uR"({"remote":{},"local":{"state":"signed_in"}})"_s << signedIn;
-    QTest::newRow("remote a list") << uR"({"remote":["state"],"local":{"state":"signed_in"}})"_s << signedIn;
-    QTest::newRow("remote a text") << uR"({"remote":"signed_in","local":{"state":"installed"}})"_s << installed;
-    QTest::newRow("remote wins") << uR"({"remote":{"state":"installed"},"local":{"state":"signed_in"}})"_s << installed;
-    QTest::newRow("unknown remote wins") << uR"({"remote":{"state":"pending"},"local":{"state":"installed"}})"_s
-                                         << neither;
-    QTest::newRow("empty remote wins") << uR"({"remote":{"state":""},"local":{"state":"installed"}})"_s << neither;
-    QTest::newRow("case matters") << uR"({"remote":{"state":"Signed_In"}})"_s << neither;
-    QTest::newRow("blanks matter") << uR"({"remote":{"state":"signed_in "}})"_s << neither;
-    QTest::newRow("both states no text") << uR"({"remote":{"state":true},"local":{"state":[]}})"_s << neither;
-    QTest::newRow("nothing in it") << u"{}"_s << neither;
-    QTest::newRow("a byte order mark matters")
-        << uR"({"remote":{"state":"%1signed_in"}})"_s.arg(QChar{0xfeff}) << neither;
-    QTest::newRow("a byte order mark in a key")
-        << uR"({"%1remote":{"state":"installed"}})"_s.arg(QChar{0xfeff}) << neither;
-    QTest::newRow("a null character matters") << uR"({"remote":{"state":"signed_in\u0000"}})"_s << neither;
-    QTest::newRow("escapes") << uR"({"remote":{"state":"\u0073igned\u005fin"}})"_s << signedIn;
-    QTest::newRow("last of two") << uR"({"remote":3,"remote":{"state":"x","state":"installed"}})"_s << installed;
-    QTest::newRow("more in it") << uR"( {"v":2,"remote":{"who":"a@b","state":"signed_in"},"x":[]} )"_s << signedIn;
-}
-
-void TestStatusModelActions::heartbeatSetsTheAccountLine() {
-    QFETCH(QString, json);
-    m_model->accountLine = u"before"_s;
-    m_model->reportAccountHeartbeat();
-    answer(0, json + u'\n');
-    QTEST(m_model->accountLine.value(), "line");
-}
-
-void TestStatusModelActions::heartbeatThatFailsChangesNothing_data() {
-    QTest::addColumn<QString>("output");
-    QTest::addColumn<int>("exitCode");
-    QTest::newRow("not JSON") << u"signed_in"_s << 0;
-    QTest::newRow("nothing") << QString() << 0;
-    QTest::newRow("cut off") << uR"({"remote":{"state":"signed_in"})"_s << 0;
-    QTest::newRow("something behind it") << uR"({"remote":{"state":"signed_in"}} done)"_s << 0;
-    QTest::newRow("a list") << uR"([{"remote":{"state":"signed_in"}}])"_s << 0;
-    QTest::newRow("an escape that there is not") << uR"({"remote":{"state":"\signed_in"}})"_s << 0;
-    QTest::newRow("a line feed in a text") << u"{\"remote\":{\"state\":\"signed_in\"},\"x\":\"a\nb\"}"_s << 0;
-    QTest::newRow("half a surrogate pair") << uR"({"remote":{"state":"signed_in"},"x":"\ud800"})"_s << 0;
-    QTest::newRow("a number of no kind") << uR"({"remote":{"state":"signed_in"},"x":.5})"_s << 0;
-    QTest::newRow("a text") << uR"("signed_in")"_s << 0;
-    QTest::newRow("failed") << uR"({"remote":{"state":"signed_in"}})"_s << 1;
-    QTest::newRow("missing tool") << QString() << 127;
-    QTest::newRow("ended by a signal") << uR"({"remote":{"state":"signed_in"}})"_s << 15;
-}
-
-void TestStatusModelActions::heartbeatThatFailsChangesNothing() {
-    QFETCH(QString, output);
-    QFETCH(int, exitCode);
-    m_model->accountLine = u"before"_s;
-    m_model->reportAccountHeartbeat();
-    ModelRecord record{*m_model};
-    answer(0, output, u"complaint"_s, exitCode);
-    QCOMPARE(record.take(), QStringList{});
-    QCOMPARE(m_model->accountLine.value(), u"before"_s);
-    QVERIFY(m_center->posted.isEmpty());
-}
-
-void TestStatusModelActions::heartbeatRunsWhileAnActionRuns() {
-    m_model->runDeskBackup();
-    m_model->reportAccountHeartbeat();
-    m_model->reportAccountHeartbeat();
-    QCOMPARE(m_tool->calls.size(), 3);
-    answer(2, uR"({"local":{"state":"installed"}})"_s);
-    QCOMPARE(m_model->accountLine.value(), u"Installed · sign in to hide download CTA"_s);
-    QVERIFY(m_model->cliBusy);
-    QCOMPARE(m_model->cliMessage.value(), u"vorna desk backup…"_s);
-    answer(0, u"done"_s);
-    QVERIFY(!m_model->cliBusy);
-    answer(1, uR"({"local":{"state":"signed_in"}})"_s);
-    QCOMPARE(m_model->accountLine.value(), u"Signed in · CTA hidden"_s);
 }
 
 void TestStatusModelActions::modelMayGoInMidAction_data() {
