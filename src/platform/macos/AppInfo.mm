@@ -13,6 +13,18 @@ std::optional<QString> informationOf(NSString* key) {
 
 }
 
+QString AppInfo::name() {
+    return QStringLiteral("vorna for Mac");
+}
+
+QString AppInfo::architecture() {
+    return QStringLiteral("arm64 · Apple Silicon");
+}
+
+QString AppInfo::requirement() {
+    return QStringLiteral("Apple Silicon only. ");
+}
+
 std::optional<QString> AppInfo::shortVersion() {
     return informationOf(@"CFBundleShortVersionString");
 }

@@ -30,6 +30,7 @@ private slots:
     void init();
     void cleanup();
     void versionAndBuildAreThoseOfTheBundle();
+    void saysWhatItRunsOn();
     void whatTheBundleDoesNotSayIsAbsent();
     void whatIsNotATextIsAbsent();
     void textsKeepEveryUnit_data();
@@ -71,6 +72,12 @@ void TestSystem::versionAndBuildAreThoseOfTheBundle() {
     Doubles::state().information = {{u"CFBundleShortVersionString"_s, u"1.2.3"_s}, {u"CFBundleVersion"_s, u"45"_s}};
     QCOMPARE(AppInfo::shortVersion(), std::optional{u"1.2.3"_s});
     QCOMPARE(AppInfo::build(), std::optional{u"45"_s});
+}
+
+void TestSystem::saysWhatItRunsOn() {
+    QCOMPARE(AppInfo::name(), u"vorna for Mac"_s);
+    QCOMPARE(AppInfo::architecture(), u"arm64 · Apple Silicon"_s);
+    QCOMPARE(AppInfo::requirement(), u"Apple Silicon only. "_s);
 }
 
 void TestSystem::whatTheBundleDoesNotSayIsAbsent() {
