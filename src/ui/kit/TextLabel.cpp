@@ -16,6 +16,7 @@ namespace {
 
 constexpr int maxHint = 10'000; // points
 constexpr int maxWordHint = 20; // average characters
+constexpr int slack = 1;        // points: a line is broken for want of a fraction that its advance does not count
 
 int roundedUp(qreal length) {
     return static_cast<int>(std::ceil(std::min<qreal>(length, maxHint)));
@@ -99,7 +100,7 @@ int TextLabel::naturalWidth() const {
     if (m_naturalWidth < 0) {
         const QStringList lines = m_style.lines > 1 ? m_prepared.text.split(QChar::LineSeparator)
                                                     : QStringList{TextFitting::firstLine(m_prepared)};
-        m_naturalWidth = roundedUp(widest(lines, m_font));
+        m_naturalWidth = roundedUp(widest(lines, m_font)) + (m_style.lines > 1 ? slack : 0);
     }
     return m_naturalWidth;
 }
@@ -114,7 +115,7 @@ QSize TextLabel::minimumSizeHint() const {
     }
     const qreal limit = maxWordHint * QFontMetricsF{m_font}.averageCharWidth();
     const qreal word = widest(m_prepared.text.simplified().split(u' '), m_font);
-    return {roundedUp(std::min(word, limit)), m_lineHeight};
+    return {roundedUp(std::min(word, limit)) + slack, m_lineHeight};
 }
 
 int TextLabel::heightForWidth(int width) const {
