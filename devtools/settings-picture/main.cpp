@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QStyleFactory>
 #include <QTabBar>
 
 #include <array>
@@ -92,7 +91,7 @@ void addOptions(QCommandLineParser& parser) {
 }
 
 /// Takes pictures of the settings' four tabs, in a light and in a dark palette, with made-up figures, and with
-/// the links that the running desktop has.
+/// the links that the running desktop has. Qt's own options hold: `-style`, `-platform`, `-reverse`.
 int main(int argc, char** argv) {
     const QApplication application{argc, argv};
     QCommandLineParser parser;
@@ -101,7 +100,6 @@ int main(int argc, char** argv) {
     if (parser.positionalArguments().size() != 1) {
         parser.showHelp(EXIT_FAILURE);
     }
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     auto font = QApplication::font();
     font.setPointSize(parser.value(u"font-size"_s).toInt());
     QApplication::setFont(font);

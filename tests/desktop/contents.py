@@ -1,5 +1,7 @@
 """What the two windows say, as (role, name) of everything in them that contains nothing else, in reading order."""
 
+import platform
+
 LABEL, BUTTON, CHOICE, TAB = "label", "button", "choice", "tab"
 USABLE, SEEN = {"enabled", "sensitive"}, {"showing", "visible"}
 DAYPARTS = ["Dawn", "Day", "Dusk", "Night"]
@@ -13,6 +15,9 @@ BACKUP = ["desk", "backup"]
 SYNC = ["desk", "sync", "push", "--via", "icloud"]
 SIGN_IN = ["auth", "login", "--surface", "macos", "--yes"]
 
+ARCHITECTURE = platform.machine().replace("aarch64", "arm64") + " · Linux"
+COPYABLE = ["http://127.0.0.1:43105", "vorna server start", "vorna services start",
+            "Start bridge: vorna server start"]
 TABS = ["Bridge", "Permissions", "Daypart", "About"]
 SIGN_IN_BUTTON = "Sign in with Google Workspace"
 OPEN = "Open System Settings"
@@ -85,7 +90,7 @@ def bridge_rows(state="Offline", caddy="—", postgres="—", account="Not signe
 
 
 def permission_rows(linked=()):
-    names = ["Apple Silicon only. Grant only what you need for WARDEN, desk recover, and agent tooling."]
+    names = ["Grant only what you need for WARDEN, desk recover, and agent tooling."]
     for row in PERMISSIONS:
         names += [*row, OPEN] if row[0] in linked else row
     return settings_rows(names)
@@ -96,7 +101,7 @@ def daypart_rows(last=FOLLOWING):
 
 
 ABOUT_ROWS = settings_rows([
-    "App", "vorna for Mac", "Version", "version (build)", "Architecture", "arm64 · Apple Silicon",
+    "App", "vorna for Linux", "Version", "version (build)", "Architecture", ARCHITECTURE,
     "Role", "Native menu bar companion for developer monitoring, notifications, and deep system permissions. "
     "Orchestration stays in the vorna CLI; agents live in ~/dev/agents.",
     "Links", *LINKS])

@@ -3,7 +3,7 @@
 import unittest
 
 from companion import PANEL, SETTINGS, CompanionTest, StandIn, skip_unless_possible
-from contents import (ABOUT_ROWS, FOLLOW, HEARTBEAT, LINKS, ONLINE, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS,
+from contents import (ABOUT_ROWS, COPYABLE, FOLLOW, HEARTBEAT, LINKS, ONLINE, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS,
                       bridge_rows, daypart_rows, permission_rows)
 
 SMALLEST = (440, 380)
@@ -84,7 +84,7 @@ class Settings(CompanionTest):
 
     def test_tab_key_goes_from_the_tabs_to_the_buttons_and_back(self):
         self.open_with_keyboard()
-        for expected in ("Poll now", SIGN_IN_BUTTON, "Bridge"):
+        for expected in (COPYABLE[0], "Poll now", SIGN_IN_BUTTON, *COPYABLE[1:3], "Bridge"):
             self.desk.press("Tab")
             self.wait_for_focus(expected)
 

@@ -164,7 +164,7 @@ void AccessibleTree::compareTexts(const PaintRecord& painted, QStringList& found
     const auto all = leaves();
     for (const auto& text : painted.texts()) {
         const auto owners = std::ranges::count_if(all, [&](const AccessibleNode& node) {
-            return node.seen.adjusted(-overhang, -overhang, overhang, overhang).contains(text.place.toAlignedRect());
+            return node.seen.adjusted(-overhang, 0, overhang, 0).contains(text.place.toAlignedRect());
         });
         if (owners != 1) {
             found += u"“%1” is painted, and %2 nodes are there"_s.arg(text.string).arg(owners);

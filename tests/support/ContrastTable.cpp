@@ -1,5 +1,6 @@
 #include "support/ContrastTable.h"
 
+#include "platform/AppInfo.h"
 #include "support/PaintRecord.h"
 #include "ui/VersionLabels.h"
 #include "ui/settings/FormColours.h"
@@ -47,6 +48,9 @@ QList<ContrastTable::Sight> ContrastTable::sightsIn(QWidget& window) {
         QString name = nameAt(window, text.place.center().toPoint());
         if (name.contains(VersionLabels::caption()) || name == VersionLabels::label()) {
             name = u"(the version)"_s;
+        }
+        if (name == AppInfo::architecture()) {
+            name = u"(the architecture)"_s;
         }
         const bool isNew = sights.isEmpty() || sights.constLast().name != name;
         if (isNew) {

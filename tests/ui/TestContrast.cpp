@@ -7,7 +7,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QCursor>
 #include <QFile>
 #include <QPainter>
 #include <QTabBar>
@@ -55,12 +54,15 @@ const std::array desktops{std::pair{u"Light"_s, desktopPalette(0xfff1f1f2, 0xff1
                           std::pair{u"Dark"_s, desktopPalette(0xff242428, 0xfff2f2f3)}};
 
 ContrastTable::Appearance appearanceOf(const QString& title, const QPalette& palette) {
+    QApplication::setPalette(palette);
+    const SettingsFixture fixture;
+    const FormColours colours{fixture.daypart};
     return {title,
-            {{u"text"_s, FormColours::text(palette)},
-             {u"secondary text"_s, FormColours::secondaryText(palette)},
-             {u"accent"_s, FormColours::accent(palette)},
-             {u"group"_s, FormColours::group(palette)},
-             {u"window"_s, palette.color(QPalette::Window)}}};
+            {{u"text"_s, colours.of(ColourRole::text)},
+             {u"secondary text"_s, colours.of(ColourRole::textMuted)},
+             {u"accent"_s, colours.of(ColourRole::accent)},
+             {u"card"_s, colours.of(ColourRole::surface)},
+             {u"window"_s, colours.of(ColourRole::background)}}};
 }
 
 /// Which texts count: of the button that a text stands on, or of none.
@@ -76,10 +78,6 @@ bool isDisabled(const QAbstractButton* button) {
 
 bool isPressed(const QAbstractButton* button) {
     return button != nullptr && button->isDown();
-}
-
-bool isHovered(const QAbstractButton* button) {
-    return button != nullptr && button->underMouse();
 }
 
 Sights sightsIn(QWidget& window, Filter counts) {
@@ -158,7 +156,7 @@ QString panelTable() {
 struct Settings final {
     SettingsFixture fixture;
 
-    QList<Sights> looks(Filter counts) {
+    QList<Sights> looks() {
         QList<Sights> found;
         for (const auto& [title, palette] : desktops) {
             QApplication::setPalette(palette);
@@ -167,38 +165,14 @@ struct Settings final {
             view.show();
             found += Sights{};
             for (int tab = 0; tab < view.findChild<QTabBar*>()->count(); ++tab) {
-                found.last() += looks(view, tab, counts);
+                view.findChild<QTabBar*>()->setCurrentIndex(tab);
+                QCoreApplication::processEvents();
+                found.last() += ContrastTable::sightsIn(view);
             }
         }
         return found;
     }
-    static Sights looks(SettingsView& view, int tab, Filter counts) {
-        view.findChild<QTabBar*>()->setCurrentIndex(tab);
-        QCoreApplication::processEvents();
-        for (auto* button : view.findChildren<QAbstractButton*>()) {
-            button->setDown(counts == isPressed);
-            button->setAttribute(Qt::WA_UnderMouse, counts == isHovered);
-        }
-        return sightsIn(view, counts);
-    }
 };
-
-/// A tab under the pointer while another one is chosen.
-QList<Sights> hoveredTabs() {
-    SettingsFixture fixture;
-    QList<Sights> found;
-    for (const auto& [title, palette] : desktops) {
-        QApplication::setPalette(palette);
-        SettingsView view{fixture.status, fixture.daypart, fixture.newPermissions(), {}};
-        view.show();
-        auto& tabs = *view.findChild<QTabBar*>();
-        QCursor::setPos(tabs.mapToGlobal(tabs.tabRect(1).center()));
-        tabs.setAttribute(Qt::WA_UnderMouse);
-        found += ContrastTable::sightsIn(view);
-        found.last().removeIf([&](const auto& sight) { return sight.name != tabs.tabText(1); });
-    }
-    return found;
-}
 
 QString settingsTable() {
     QList<ContrastTable::Appearance> appearances;
@@ -207,13 +181,10 @@ QString settingsTable() {
     }
     ContrastTable table{appearances};
     Settings settings;
-    table.add(u"at rest"_s, settings.looks(isUsable));
+    table.add(u"at rest"_s, settings.looks());
     settings.fixture.status.bridgeOnline = true;
     settings.fixture.daypart.set(Daypart::day);
-    table.add(u"at rest"_s, settings.looks(isUsable));
-    table.add(u"under the pointer"_s, settings.looks(isHovered));
-    table.add(u"under the pointer"_s, hoveredTabs());
-    table.add(u"pressed"_s, settings.looks(isPressed));
+    table.add(u"at rest"_s, settings.looks());
     return table.markdown();
 }
 

@@ -1,13 +1,12 @@
 #include "ui/settings/AboutTab.h"
 
+#include "platform/AppInfo.h"
 #include "support/DevelopmentDomain.h"
 #include "ui/VersionLabels.h"
 #include "ui/WebPage.h"
-#include "ui/settings/FormButton.h"
-#include "ui/settings/FormSection.h"
-#include "ui/settings/GroupedForm.h"
+#include "ui/kit/TextLabel.h"
 
-#include <QVBoxLayout>
+#include <QPushButton>
 
 #include <utility>
 
@@ -28,35 +27,27 @@ constexpr Link links[]{
 
 }
 
-AboutTab::AboutTab(OpenPage openPage, QWidget* parent)
-    : View{parent}
+AboutTab::AboutTab(OpenPage openPage, const Colours& colours, QWidget* parent)
+    : Form{colours, parent}
     , m_openPage{std::move(openPage)} {
-    auto* const form = new GroupedForm{u"About"_s, this};
-    auto& program = form->addSection();
-    program.addValue(u"App"_s, u"vorna for Mac"_s);
-    m_version = &program.addValue(u"Version"_s, QString{});
-    program.addValue(u"Architecture"_s, u"arm64 · Apple Silicon"_s);
+    addSection();
+    addValue(u"App"_s).display(AppInfo::name());
+    m_version = &addValue(u"Version"_s);
+    addValue(u"Architecture"_s).display(AppInfo::architecture());
 
-    form->addSection(u"Role"_s).addText(
-        u"Native menu bar companion for developer monitoring, notifications, and deep system permissions. "
-        "Orchestration stays in the vorna CLI; agents live in ~/dev/agents."_s);
-    addLinks(*form);
+    addSection(u"Role"_s);
+    addText(u"Native menu bar companion for developer monitoring, notifications, and deep system permissions. "
+            "Orchestration stays in the vorna CLI; agents live in ~/dev/agents."_s);
 
-    auto* const layout = new QVBoxLayout{this};
-    layout->setContentsMargins({});
-    layout->addWidget(form);
-}
-
-void AboutTab::addLinks(GroupedForm& form) {
-    auto& section = form.addSection(u"Links"_s);
+    addSection(u"Links"_s);
     for (const auto& link : links) {
-        connect(&section.addButton(link.title), &QPushButton::clicked, this,
+        connect(&addButton(link.title), &QPushButton::clicked, this,
                 [this, path = link.path] { WebPage::open(DevelopmentDomain::dashboard() + path, m_openPage); });
     }
 }
 
 void AboutTab::render() {
-    m_version->setText(VersionLabels::label());
+    m_version->display(VersionLabels::label());
 }
 
 #include "moc_AboutTab.cpp"

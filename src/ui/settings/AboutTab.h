@@ -1,29 +1,24 @@
 #pragma once
 
-#include "ui/kit/View.h"
+#include "ui/settings/Form.h"
 
 #include <QUrl>
 
 #include <functional>
 
-class FormText;
-class GroupedForm;
-
 /// What the program is, its version, its role, and the dashboard's pages.
-class AboutTab final : public View {
+class AboutTab final : public Form {
     Q_OBJECT
 
 public:
     using OpenPage = std::function<void(const QUrl&)>;
 
-    explicit AboutTab(OpenPage openPage, QWidget* parent = nullptr);
+    AboutTab(OpenPage openPage, const Colours& colours, QWidget* parent = nullptr);
 
 protected:
     void render() override;
 
 private:
-    void addLinks(GroupedForm& form);
-
     OpenPage m_openPage;
-    FormText* m_version = nullptr;
+    TextLabel* m_version;
 };

@@ -1,42 +1,33 @@
 #include "ui/settings/DaypartTab.h"
 
 #include "daypart/DaypartController.h"
-#include "ui/settings/ChoiceButton.h"
-#include "ui/settings/FormButton.h"
-#include "ui/settings/FormSection.h"
-#include "ui/settings/GroupedForm.h"
+#include "ui/kit/TextLabel.h"
+#include "ui/settings/SymbolIcon.h"
 
-#include <QVBoxLayout>
-
-#include <utility>
+#include <QPushButton>
+#include <QRadioButton>
 
 using namespace Qt::StringLiterals;
-using Style = FormText::Style;
 
-DaypartTab::DaypartTab(DaypartController& daypart, QWidget* parent)
-    : View{parent}
+DaypartTab::DaypartTab(DaypartController& daypart, const Colours& colours, QWidget* parent)
+    : Form{colours, parent}
     , m_daypart{daypart} {
-    m_form = new GroupedForm{u"Daypart"_s, this};
-    auto& section = m_form->addSection(u"Appearance"_s);
-    addPicker(section);
+    addSection(u"Appearance"_s);
+    addPicker();
     m_following =
-        section.addText(u"Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"_s, Style::caption)
-            .parentWidget();
-    m_follow = &section.addButton(u"Follow clock (auto)"_s);
+        &addText(u"Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"_s, FormMetrics::caption);
+    m_follow = &addButton(u"Follow clock (auto)"_s);
     connect(m_follow, &QPushButton::clicked, &m_daypart, &DaypartController::useAuto);
-
-    auto* const layout = new QVBoxLayout{this};
-    layout->setContentsMargins({});
-    layout->addWidget(m_form);
     observe(m_daypart);
 }
 
-void DaypartTab::addPicker(FormSection& section) {
-    const auto& picker = section.addText(u"Daypart"_s);
+void DaypartTab::addPicker() {
+    const auto& title = addText(u"Daypart"_s);
     for (const auto choice : DaypartInfo::allCases) {
-        auto* const button = new ChoiceButton{DaypartInfo::title(choice), DaypartInfo::symbolName(choice)};
-        button->setAccessibleDescription(picker.text());
-        section.addRow(*button);
+        auto* const button = new QRadioButton{DaypartInfo::title(choice)};
+        button->setIcon(symbolIcon(DaypartInfo::symbolName(choice)));
+        button->setAccessibleDescription(title.wholeText());
+        addControl(*button);
         connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] { m_daypart.set(choice); });
         m_choices.at(static_cast<std::size_t>(choice)) = button;
     }
@@ -53,7 +44,6 @@ void DaypartTab::render() {
     }
     m_following->setVisible(!m_daypart.isManual);
     m_follow->setVisible(m_daypart.isManual);
-    m_form->layOutNow();
 }
 
 #include "moc_DaypartTab.cpp"

@@ -1,32 +1,28 @@
 #pragma once
 
 #include "daypart/Daypart.h"
-#include "ui/kit/View.h"
+#include "ui/settings/Form.h"
 
 #include <array>
 
-class ChoiceButton;
 class DaypartController;
-class FormButton;
-class FormSection;
-class GroupedForm;
+class QRadioButton;
 
 /// Pins a daypart, or lets it follow the clock.
-class DaypartTab final : public View {
+class DaypartTab final : public Form {
     Q_OBJECT
 
 public:
-    explicit DaypartTab(DaypartController& daypart, QWidget* parent = nullptr);
+    DaypartTab(DaypartController& daypart, const Colours& colours, QWidget* parent = nullptr);
 
 protected:
     void render() override;
 
 private:
-    void addPicker(FormSection& section);
+    void addPicker();
 
     DaypartController& m_daypart;
-    GroupedForm* m_form = nullptr;
-    std::array<ChoiceButton*, DaypartInfo::allCases.size()> m_choices{};
-    QWidget* m_following = nullptr;
-    FormButton* m_follow = nullptr;
+    std::array<QRadioButton*, DaypartInfo::allCases.size()> m_choices{};
+    TextLabel* m_following = nullptr;
+    QPushButton* m_follow = nullptr;
 };

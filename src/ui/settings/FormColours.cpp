@@ -1,5 +1,8 @@
 #include "ui/settings/FormColours.h"
 
+#include <QGuiApplication>
+#include <QPalette>
+
 #include <algorithm>
 #include <cmath>
 
@@ -21,19 +24,29 @@ qreal luminance(const QColor& colour) {
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-QColor translucent(QColor colour, qreal opacity) {
-    colour.setAlphaF(static_cast<float>(opacity));
-    return colour;
+QColor fromDesktop(QPalette::ColorRole role) {
+    return QGuiApplication::palette().color(role);
 }
 
-/// The colour itself where it can be read on a group and on the window, else moved towards the text until it can.
-QColor madeReadable(const QColor& colour, const QPalette& palette) {
-    const auto ground = FormColours::group(palette);
-    const auto window = palette.color(QPalette::Window);
-    const auto ink = FormColours::text(palette);
+/// A little apart from the window.
+QColor cardColour() {
+    constexpr qreal nearlyWhite = 0.93;
+    const auto window = fromDesktop(QPalette::Window);
+    const auto ink = fromDesktop(QPalette::WindowText);
+    if (luminance(ink) > luminance(window)) {
+        return mix(window, Qt::white, 0.06);
+    }
+    return luminance(window) > nearlyWhite ? mix(window, ink, 0.04) : mix(window, Qt::white, 0.8);
+}
+
+/// The colour itself where it can be read on a card and on the window, else moved towards the text until it can.
+QColor madeReadable(const QColor& colour) {
+    const auto card = cardColour();
+    const auto window = fromDesktop(QPalette::Window);
+    const auto ink = fromDesktop(QPalette::WindowText);
     for (int step = 0; step < mixingSteps; ++step) {
         const auto candidate = mix(colour, ink, static_cast<qreal>(step) / mixingSteps);
-        if (std::min(FormColours::contrast(candidate, ground), FormColours::contrast(candidate, window)) >= readable) {
+        if (std::min(FormColours::contrast(candidate, card), FormColours::contrast(candidate, window)) >= readable) {
             return candidate;
         }
     }
@@ -42,50 +55,29 @@ QColor madeReadable(const QColor& colour, const QPalette& palette) {
 
 }
 
-namespace FormColours {
-
-QColor group(const QPalette& palette) {
-    constexpr qreal nearlyWhite = 0.93;
-    const auto window = palette.color(QPalette::Window);
-    const auto ink = text(palette);
-    if (luminance(ink) > luminance(window)) {
-        return mix(window, Qt::white, 0.06);
+QColor FormColours::of(ColourRole role) const {
+    const auto ink = fromDesktop(QPalette::WindowText);
+    switch (role) {
+    case ColourRole::background:
+        return fromDesktop(QPalette::Window);
+    case ColourRole::surface:
+    case ColourRole::surfaceElevated:
+        return cardColour();
+    case ColourRole::border:
+        return mix(cardColour(), ink, 0.12);
+    case ColourRole::text:
+        return ink;
+    case ColourRole::textMuted:
+        return madeReadable(mix(ink, cardColour(), 0.42));
+    case ColourRole::accent:
+        return madeReadable(fromDesktop(QPalette::Highlight));
+    default:
+        return m_daypart.of(role);
     }
-    return luminance(window) > nearlyWhite ? mix(window, ink, 0.04) : mix(window, Qt::white, 0.8);
 }
 
-QColor outline(const QPalette& palette) {
-    return mix(group(palette), text(palette), 0.12);
-}
-
-QColor text(const QPalette& palette) {
-    return palette.color(QPalette::WindowText);
-}
-
-QColor secondaryText(const QPalette& palette) {
-    return madeReadable(mix(text(palette), group(palette), 0.42), palette);
-}
-
-QColor accent(const QPalette& palette) {
-    return madeReadable(palette.color(QPalette::Highlight), palette);
-}
-
-QColor hover(const QPalette& palette) {
-    return translucent(text(palette), 0.06);
-}
-
-QColor pressed(const QPalette& palette) {
-    return translucent(text(palette), 0.12);
-}
-
-QColor selection(const QPalette& palette) {
-    return translucent(text(palette), 0.08);
-}
-
-qreal contrast(const QColor& one, const QColor& other) {
+qreal FormColours::contrast(const QColor& one, const QColor& other) {
     constexpr qreal flare = 0.05;
     const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + flare) / (dark + flare);
-}
-
 }

@@ -1,57 +1,45 @@
 #include "ui/settings/PermissionRow.h"
 
-#include "ui/settings/FormColours.h"
+#include "ui/kit/Button.h"
+#include "ui/kit/TextLabel.h"
 #include "ui/settings/FormMetrics.h"
-#include "ui/settings/FormText.h"
-#include "ui/settings/LinkButton.h"
 
 #include <QHBoxLayout>
-#include <QPainter>
 #include <QVBoxLayout>
 
 #include <array>
 
+using namespace FormMetrics;
 using namespace Qt::StringLiterals;
-using Style = FormText::Style;
 
 namespace {
 
-constexpr int lineSpacing = 4;
-constexpr int verticalPadding = 4;
-constexpr int listSpacing = 8;
-
-QString statusText(PermissionCenter::Item::Status status) {
-    static constexpr std::array texts{"Granted"_L1, "Denied"_L1, "Not determined"_L1, "Check in System Settings"_L1};
-    return texts.at(static_cast<std::size_t>(status));
-}
+constexpr std::array statusTexts{"Granted"_L1, "Denied"_L1, "Not determined"_L1, "Check in System Settings"_L1};
 
 }
 
-PermissionRow::PermissionRow(QWidget* parent)
+PermissionRow::PermissionRow(const Colours& colours, QWidget* parent)
     : QWidget{parent}
-    , m_title{new FormText{{}, Style::headline, this}}
-    , m_status{new FormText{{}, Style::caption, this}}
-    , m_detail{new FormText{{}, Style::caption, this}}
-    , m_open{new LinkButton{u"Open System Settings"_s, this}} {
+    , m_title{new TextLabel{headline, colours, this}}
+    , m_status{new TextLabel{caption, colours, this}}
+    , m_detail{new TextLabel{caption, colours, this}}
+    , m_open{new Button{u"Open System Settings"_s, {}, linkButtonStyle, colours, this}} {
     m_title->setBuddy(m_status);
     m_status->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
     m_open->hide();
 
     auto* const heading = new QHBoxLayout;
-    heading->setSpacing(FormMetrics::rowSpacing);
-    heading->addWidget(m_title);
-    heading->addStretch();
+    heading->setSpacing(rowSpacing);
+    heading->addWidget(m_title, 1);
     heading->addWidget(m_status);
-
     auto* const texts = new QVBoxLayout;
-    texts->setContentsMargins(FormMetrics::highlightInset, 0, FormMetrics::highlightInset, 0);
-    texts->setSpacing(lineSpacing);
+    texts->setContentsMargins(linkButtonStyle.horizontalPadding, 0, linkButtonStyle.horizontalPadding, 0);
+    texts->setSpacing(permissionSpacing);
     texts->addLayout(heading);
     texts->addWidget(m_detail);
-
     auto* const column = new QVBoxLayout{this};
-    column->setContentsMargins(0, listSpacing + verticalPadding, 0, listSpacing + verticalPadding);
-    column->setSpacing(lineSpacing - FormMetrics::highlightInset / 2);
+    column->setContentsMargins(0, permissionGap + permissionPadding, 0, permissionGap + permissionPadding);
+    column->setSpacing(permissionSpacing - linkButtonStyle.verticalPadding);
     column->addLayout(texts);
     column->addWidget(m_open, 0, Qt::AlignLeading);
     connect(m_open, &QPushButton::clicked, this, [this] { emit paneWanted(m_link); });
@@ -59,17 +47,13 @@ PermissionRow::PermissionRow(QWidget* parent)
 
 void PermissionRow::setItem(const PermissionCenter::Item& item) {
     m_link = item.settingsURL.value_or(QUrl{});
-    m_title->setText(item.title);
-    m_status->setText(statusText(item.status));
-    m_detail->setText(item.detail);
+    m_title->display(item.title);
+    m_status->display(statusTexts.at(static_cast<std::size_t>(item.status)));
+    m_detail->display(item.detail);
     m_open->setVisible(item.settingsURL.has_value());
     m_open->setAccessibleDescription(item.title);
     setAccessibleName(item.title);
-}
-
-void PermissionRow::paintEvent(QPaintEvent*) {
-    constexpr auto inset = FormMetrics::highlightInset;
-    QPainter{this}.fillRect(inset, 0, width() - 2 * inset, 1, FormColours::outline(palette()));
+    layout()->activate();
 }
 
 #include "moc_PermissionRow.cpp"

@@ -5,29 +5,28 @@
 #include <QUrl>
 #include <QWidget>
 
-class FormText;
-class LinkButton;
+class Button;
+class Colours;
+class TextLabel;
 
 /// One permission: its name and state, what it is for, and the way to its pane where there is one.
 class PermissionRow final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit PermissionRow(QWidget* parent = nullptr);
+    explicit PermissionRow(const Colours& colours, QWidget* parent = nullptr);
 
+    /// Everything has its place when it returns, but for the row itself.
     void setItem(const PermissionCenter::Item& item);
 
 signals:
     /// The user wants to see the pane behind this link.
     void paneWanted(const QUrl& link);
 
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
 private:
     QUrl m_link;
-    FormText* m_title;
-    FormText* m_status;
-    FormText* m_detail;
-    LinkButton* m_open;
+    TextLabel* m_title;
+    TextLabel* m_status;
+    TextLabel* m_detail;
+    Button* m_open;
 };

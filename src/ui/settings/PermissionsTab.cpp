@@ -1,12 +1,13 @@
 #include "ui/settings/PermissionsTab.h"
 
+#include "platform/AppInfo.h"
 #include "system/PermissionCenter.h"
-#include "ui/settings/FormColours.h"
+#include "ui/kit/ButtonStyle.h"
+#include "ui/kit/TextLabel.h"
 #include "ui/settings/FormMetrics.h"
-#include "ui/settings/FormText.h"
 #include "ui/settings/PermissionRow.h"
-#include "ui/settings/ScrollPage.h"
 
+#include <QHBoxLayout>
 #include <QHideEvent>
 #include <QPainter>
 #include <QShowEvent>
@@ -14,35 +15,31 @@
 
 #include <utility>
 
+using namespace FormMetrics;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int listPadding = 20;
-constexpr int introductionSpacing = 14;
+/// A link's title stands below the other texts, and its focus ring beyond them.
+constexpr int inset = linkButtonStyle.horizontalPadding;
 
 }
 
-PermissionsTab::PermissionsTab(PermissionCenter& permissions, OpenPane openPane, QWidget* parent)
+PermissionsTab::PermissionsTab(PermissionCenter& permissions, OpenPane openPane, const Colours& colours,
+                               QWidget* parent)
     : View{parent}
     , m_permissions{permissions}
     , m_openPane{std::move(openPane)}
-    , m_page{new ScrollPage{u"Permissions"_s, this}} {
-    auto* const layout = new QVBoxLayout{this};
-    layout->setContentsMargins({});
-    layout->addWidget(m_page);
-
-    auto& content = m_page->content();
-    constexpr auto inset = FormMetrics::highlightInset;
-    content.setContentsMargins(listPadding - inset, listPadding, listPadding - inset, listPadding);
-    content.setSpacing(0);
-    auto* const introduction = new QHBoxLayout;
-    introduction->setContentsMargins(inset, 0, inset, introductionSpacing);
-    introduction->addWidget(
-        new FormText{u"Apple Silicon only. Grant only what you need for WARDEN, desk recover, and agent tooling."_s,
-                     FormText::Style::caption});
-    content.addLayout(introduction);
-    content.addStretch();
+    , m_colours{colours}
+    , m_list{new QVBoxLayout{this}} {
+    const auto introduction = u"Grant only what you need for WARDEN, desk recover, and agent tooling."_s;
+    m_list->setContentsMargins(pagePadding - inset, pagePadding, pagePadding - inset, pagePadding);
+    m_list->setSpacing(0);
+    auto* const top = new QHBoxLayout;
+    m_list->addLayout(top);
+    m_list->addStretch();
+    top->setContentsMargins(inset, 0, inset, introductionSpacing);
+    top->addWidget(new TextLabel{caption, m_colours, nullptr, AppInfo::requirement() + introduction});
     observe(m_permissions);
 }
 
@@ -57,14 +54,12 @@ void PermissionsTab::render() {
     for (qsizetype index = 0; index < items.size(); ++index) {
         m_rows.at(index)->setItem(items.at(index));
     }
-    m_page->layOutNow();
 }
 
 void PermissionsTab::addRow() {
-    auto* const row = new PermissionRow{m_page->widget()};
+    auto* const row = new PermissionRow{m_colours, this};
     connect(row, &PermissionRow::paneWanted, this, [this](const QUrl& link) { m_openPane(link); });
-    auto& content = m_page->content();
-    content.insertWidget(content.count() - 1, row);
+    m_list->insertWidget(m_list->count() - 1, row);
     row->show();
     m_rows.append(row);
 }
@@ -84,7 +79,11 @@ void PermissionsTab::hideEvent(QHideEvent* event) {
 }
 
 void PermissionsTab::paintEvent(QPaintEvent*) {
-    QPainter{this}.fillRect(rect(), FormColours::group(palette()));
+    QPainter painter{this};
+    painter.fillRect(rect(), m_colours.of(ColourRole::surface));
+    for (const auto* const row : m_rows) {
+        painter.fillRect(row->x() + inset, row->y(), row->width() - 2 * inset, 1, m_colours.of(ColourRole::border));
+    }
 }
 
 #include "moc_PermissionsTab.cpp"

@@ -7,9 +7,10 @@
 
 #include <functional>
 
+class Colours;
 class PermissionCenter;
 class PermissionRow;
-class ScrollPage;
+class QVBoxLayout;
 
 /// The permissions that the platform's features may need, as a list. It asks for their state each time it is shown,
 /// and drops the answer when it is hidden before that comes.
@@ -19,7 +20,7 @@ class PermissionsTab final : public View {
 public:
     using OpenPane = std::function<void(const QUrl&)>;
 
-    PermissionsTab(PermissionCenter& permissions, OpenPane openPane, QWidget* parent = nullptr);
+    PermissionsTab(PermissionCenter& permissions, OpenPane openPane, const Colours& colours, QWidget* parent = nullptr);
 
 protected:
     void render() override;
@@ -32,6 +33,7 @@ private:
 
     PermissionCenter& m_permissions;
     OpenPane m_openPane;
-    ScrollPage* m_page;
+    const Colours& m_colours;
+    QVBoxLayout* m_list;
     QList<PermissionRow*> m_rows;
 };

@@ -1,49 +1,49 @@
 #include "ui/settings/ScrollPage.h"
 
-#include "ui/settings/FormMetrics.h"
-#include "ui/settings/FormPainting.h"
-
-#include <QCoreApplication>
-#include <QEvent>
+#include <QApplication>
+#include <QLayout>
 #include <QPainter>
 #include <QScrollBar>
-#include <QVBoxLayout>
+#include <QStyleOptionFocusRect>
 
-#include <ranges>
-
-ScrollPage::ScrollPage(const QString& name, QWidget* parent)
-    : QScrollArea{parent} {
-    auto* const page = new QWidget;
-    m_content = new QVBoxLayout{page};
+ScrollPage::ScrollPage(const QString& name, QWidget& content) {
     setAccessibleName(name);
     setFrameShape(QFrame::NoFrame);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     setFocusPolicy(Qt::NoFocus);
     setWidgetResizable(true);
-    setWidget(page);
-    page->setAutoFillBackground(false);
+    setWidget(&content);
+    content.setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
     connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
             [this](int least, int most) { setFocusPolicy(most > least ? Qt::StrongFocus : Qt::NoFocus); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
+        // A control under the pointer stays there, or the press would miss it.
+        const bool isPress = QGuiApplication::mouseButtons() != Qt::NoButton;
+        if (focused != nullptr && widget()->isAncestorOf(focused) && !isPress) {
+            ensureWidgetVisible(focused);
+        }
+    });
 }
 
-void ScrollPage::layOutNow() {
-    const auto below = widget()->findChildren<QWidget*>();
-    for (const QWidget* one : std::views::reverse(below)) {
-        if (auto* const layout = one->layout(); layout != nullptr) {
-            layout->activate();
-        }
+bool ScrollPage::eventFilter(QObject* watched, QEvent* event) {
+    // Layouts within the content's layout remember their heights until it is laid out anew.
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+        widget()->layout()->activate();
     }
-    m_content->activate();
-    QEvent request{QEvent::LayoutRequest};
-    QCoreApplication::sendEvent(this, &request);
+    return QScrollArea::eventFilter(watched, event);
 }
 
 void ScrollPage::paintEvent(QPaintEvent*) {
-    constexpr auto inset = FormMetrics::highlightInset;
+    if (!hasFocus()) {
+        return;
+    }
     QPainter painter{viewport()};
-    FormPainting::paintFocusRing(painter, *this, viewport()->rect().adjusted(inset, inset, -inset, -inset));
+    QStyleOptionFocusRect frame;
+    frame.initFrom(viewport());
+    frame.state |= QStyle::State_KeyboardFocusChange;
+    frame.backgroundColor = palette().color(QPalette::Window);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }
 
 void ScrollPage::focusInEvent(QFocusEvent* event) {

@@ -2,6 +2,7 @@
 
 #include "platform/Desktop.h"
 #include "platform/SystemSettings.h"
+#include "ui/settings/FormColours.h"
 
 #include <QUrl>
 #include <QWidget>
@@ -9,12 +10,9 @@
 #include <functional>
 #include <memory>
 
-class DaypartController;
 class PermissionCenter;
-class QStackedWidget;
-class SettingsTabBar;
+class QTabWidget;
 class StatusModel;
-class View;
 
 /// What the settings hand over to the desktop: a page of the dashboard, a pane of the desktop's own settings.
 struct SettingsLinks final {
@@ -33,14 +31,16 @@ public:
     ~SettingsView() override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
-    void addTab(const QString& title, const QString& symbolName, View* page);
-    void showTab(int index);
+    void addTab(const QString& title, const QString& symbolName, QWidget& page);
     void stepTab(int by);
 
+    /// Lets the symbols grow with the texts beside them.
+    void fitSymbols();
+
+    const FormColours m_colours;
     std::unique_ptr<PermissionCenter> m_permissions;
-    SettingsTabBar* m_tabs;
-    QStackedWidget* m_pages;
+    QTabWidget* m_tabs;
 };

@@ -14,6 +14,8 @@ namespace {
 
 constexpr QSize smallestSize{440, 380};
 constexpr QSize usualSize{520, 680};
+// Nobody knows the frame before the window shows. Title bars are 20 to 47 points high.
+constexpr QSize largestFrame{16, 48};
 
 }
 
@@ -27,6 +29,10 @@ SettingsWindow::SettingsWindow(StatusModel& status, DaypartController& daypart, 
 
 SettingsWindow::~SettingsWindow() {
     delete m_view;
+}
+
+QSize SettingsWindow::firstSize(const QSize& room) {
+    return usualSize.boundedTo(room - largestFrame);
 }
 
 void SettingsWindow::open() {
@@ -54,7 +60,7 @@ void SettingsWindow::create() {
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
     limitSize();
     m_view->installEventFilter(this);
-    m_view->resize(usualSize.boundedTo(m_view->screen()->availableSize()));
+    m_view->resize(firstSize(m_view->screen()->availableSize()));
     for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
         connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);
     }

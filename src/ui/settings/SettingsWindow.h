@@ -18,6 +18,9 @@ public:
                    SettingsLinks links = {}, QObject* parent = nullptr);
     ~SettingsWindow() override;
 
+    /// How large it opens on a screen with this much room, frame and all.
+    [[nodiscard]] static QSize firstSize(const QSize& room);
+
     /// Opens the window on its first tab, or brings the open one to the front as it is.
     void open();
 

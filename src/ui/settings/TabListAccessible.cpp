@@ -1,8 +1,7 @@
 #include "ui/settings/TabListAccessible.h"
 
-#include "ui/settings/SettingsTabBar.h"
-
 #include <QPointer>
+#include <QTabBar>
 #include <QWindow>
 
 #include <algorithm>
@@ -77,9 +76,12 @@ TabListAccessible::~TabListAccessible() {
     std::ranges::for_each(m_children, &QAccessible::deleteAccessibleInterface);
 }
 
-QAccessibleInterface* TabListAccessible::create(const QString&, QObject* object) {
-    auto* const tabs = qobject_cast<SettingsTabBar*>(object);
-    return tabs == nullptr ? nullptr : new TabListAccessible{*tabs};
+void TabListAccessible::install() {
+    constexpr auto create = [](const QString&, QObject* object) -> QAccessibleInterface* {
+        auto* const tabs = qobject_cast<QTabBar*>(object);
+        return tabs == nullptr ? nullptr : new TabListAccessible{*tabs};
+    };
+    [[maybe_unused]] static const bool isInstalled = (QAccessible::installFactory(create), true);
 }
 
 int TabListAccessible::childCount() const {

@@ -15,8 +15,8 @@ public:
     TabListAccessible(const TabListAccessible&) = delete;
     TabListAccessible& operator=(const TabListAccessible&) = delete;
 
-    /// For `QAccessible::installFactory`: answers for the settings' tab bar, and for nothing else.
-    static QAccessibleInterface* create(const QString& className, QObject* object);
+    /// Answers for every tab bar from now on.
+    static void install();
 
     [[nodiscard]] int childCount() const override;
     [[nodiscard]] QAccessibleInterface* child(int index) const override;

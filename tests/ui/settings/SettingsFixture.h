@@ -7,16 +7,23 @@
 #include "support/MemoryDefaults.h"
 #include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
-#include "ui/settings/FormText.h"
+#include "ui/kit/DotLabel.h"
+#include "ui/settings/SettingsWindow.h"
 
-#include <QPushButton>
-#include <QWidget>
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QTabBar>
 
 #include <algorithm>
 #include <memory>
 
 /// Everything that a settings window needs, at noon, with a bridge that nobody runs.
-struct SettingsFixture final {
+struct SettingsFixture {
+    enum class Tab { bridge, permissions, daypart, about };
+
     FakeNotificationCenter center;
     NotificationService notifications{center};
     FakeTool tool;
@@ -24,6 +31,9 @@ struct SettingsFixture final {
     QDateTime now{QDate{2026, 3, 2}, QTime{12, 0}};
     StatusModel status{notifications, tool.runner(), QUrl{QStringLiteral("http://127.0.0.1:9")}};
     DaypartController daypart{defaults, [this] { return now; }};
+    QPointer<PermissionCenter> permissionCenter; ///< the last that was made
+    int permissionCenters = 0;
+    int refreshes = 0;
     QList<QUrl> openedPages;
     QList<QUrl> openedPanes;
 
@@ -32,48 +42,72 @@ struct SettingsFixture final {
     }
 
     [[nodiscard]] std::unique_ptr<PermissionCenter> newPermissions() {
-        return std::make_unique<PermissionCenter>(
+        auto made = std::make_unique<PermissionCenter>(
             notifications, [] { return false; }, [](SystemSettings::Pane pane) { return std::optional{linkTo(pane)}; });
+        ++permissionCenters;
+        permissionCenter = made.get();
+        QObject::connect(made.get(), &ObservableObject::objectWillChange, made.get(), [this] { ++refreshes; });
+        return made;
+    }
+
+    [[nodiscard]] SettingsLinks links() {
+        return {.openPage = [this](const QUrl& page) { openedPages.append(page); },
+                .openPane = [this](const QUrl& pane) { openedPanes.append(pane); }};
     }
 };
 
-/// The texts that can be seen in a widget, from top to bottom, and from left to right in a line.
-inline QList<FormText*> shownTexts(const QWidget& widget) {
-    auto texts = widget.findChildren<FormText*>();
-    texts.removeIf([&](const FormText* text) { return !text->isVisibleTo(&widget); });
-    const auto centre = [&](const FormText* text) { return text->mapTo(&widget, text->rect().center()); };
-    std::ranges::sort(texts, [&](const FormText* one, const FormText* other) {
-        const auto first = centre(one);
-        const auto second = centre(other);
-        constexpr int oneLine = 4;
-        return std::abs(first.y() - second.y()) > oneLine ? first.y() < second.y() : first.x() < second.x();
-    });
-    return texts;
-}
+/// The fixture with its window, which is open.
+struct OpenSettings : SettingsFixture {
+    SettingsWindow window{status, daypart, [this] { return newPermissions(); }, links()};
 
-inline QStringList shownStrings(const QWidget& widget) {
-    QStringList strings;
-    for (const auto* text : shownTexts(widget)) {
-        strings.append(text->text());
-    }
-    return strings;
-}
+    OpenSettings() { window.open(); }
 
-inline FormText* shownText(const QWidget& widget, const QString& string) {
-    for (auto* text : shownTexts(widget)) {
-        if (text->text() == string) {
-            return text;
+    [[nodiscard]] SettingsView* view() const {
+        for (auto* const widget : QApplication::topLevelWidgets()) {
+            if (auto* const found = qobject_cast<SettingsView*>(widget); found != nullptr && found->isVisible()) {
+                return found;
+            }
         }
+        return nullptr;
     }
-    return nullptr;
-}
+    [[nodiscard]] QTabBar& tabs() const { return *view()->findChild<QTabBar*>(); }
+    void show(Tab tab) const { tabs().setCurrentIndex(static_cast<int>(tab)); }
 
-template <typename Button = QAbstractButton>
-inline Button* shownButton(const QWidget& widget, const QString& title) {
-    for (auto* button : widget.findChildren<Button*>()) {
-        if (button->text() == title && button->isVisibleTo(&widget)) {
-            return button;
-        }
+    [[nodiscard]] static QString said(const QLabel* text) {
+        return QAccessible::queryAccessibleInterface(const_cast<QLabel*>(text))->text(QAccessible::Name);
     }
-    return nullptr;
-}
+
+    /// The texts that can be seen, from top to bottom, and from left to right in a line.
+    [[nodiscard]] QList<QLabel*> texts() const {
+        auto found = view()->findChildren<QLabel*>();
+        found.removeIf([this](const QLabel* text) {
+            return said(text).isEmpty() || !text->isVisibleTo(view()) || qobject_cast<const DotLabel*>(text) != nullptr;
+        });
+        const auto centre = [this](const QLabel* text) { return text->mapTo(view(), text->rect().center()); };
+        std::ranges::sort(found, [&](const QLabel* one, const QLabel* other) {
+            constexpr int oneLine = 4;
+            const auto first = centre(one);
+            const auto second = centre(other);
+            return std::abs(first.y() - second.y()) > oneLine ? first.y() < second.y() : first.x() < second.x();
+        });
+        return found;
+    }
+    [[nodiscard]] QStringList strings() const {
+        QStringList found;
+        for (const auto* text : texts()) {
+            found.append(said(text));
+        }
+        return found;
+    }
+    [[nodiscard]] QLabel* text(const QString& string) const {
+        const auto all = texts();
+        const auto found = std::ranges::find(all, string, &said);
+        return found == all.end() ? nullptr : *found;
+    }
+    [[nodiscard]] QAbstractButton* button(const QString& title, int nth = 0) const {
+        auto all = view()->findChildren<QAbstractButton*>();
+        all.removeIf([&](const auto* button) { return button->text() != title || !button->isVisibleTo(view()); });
+        return all.value(nth);
+    }
+    void press(const QString& title, int nth = 0) const { button(title, nth)->click(); }
+};

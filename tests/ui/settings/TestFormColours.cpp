@@ -1,4 +1,5 @@
 #include "ui/settings/FormColours.h"
+#include "ui/settings/SettingsFixture.h"
 
 #include <QtTest>
 
@@ -6,11 +7,17 @@ class TestFormColours final : public QObject {
     Q_OBJECT
 
 private slots:
+    void cleanup() { QApplication::setPalette(m_palette); }
+
     void contrastOfKnownPairs();
-    void textsAreReadableOnGroupAndWindow_data();
-    void textsAreReadableOnGroupAndWindow();
-    void groupStandsOutFromTheWindow_data() { textsAreReadableOnGroupAndWindow_data(); }
-    void groupStandsOutFromTheWindow();
+    void coloursOfDesktops_data();
+    void coloursOfDesktops();
+    void dotsAreOfTheDaypart();
+
+private:
+    const QPalette m_palette = QApplication::palette();
+    SettingsFixture m_settings;
+    const FormColours m_colours{m_settings.daypart};
 };
 
 void TestFormColours::contrastOfKnownPairs() {
@@ -19,7 +26,7 @@ void TestFormColours::contrastOfKnownPairs() {
     QVERIFY(std::abs(FormColours::contrast(QColor{0x76, 0x76, 0x76}, Qt::white) - 4.54) < 0.01);
 }
 
-void TestFormColours::textsAreReadableOnGroupAndWindow_data() {
+void TestFormColours::coloursOfDesktops_data() {
     QTest::addColumn<QColor>("window");
     QTest::addColumn<QColor>("text");
     QTest::addColumn<QColor>("highlight");
@@ -31,29 +38,33 @@ void TestFormColours::textsAreReadableOnGroupAndWindow_data() {
     QTest::newRow("solarized") << QColor{0xfd, 0xf6, 0xe3} << QColor{0x07, 0x36, 0x42} << QColor{0x26, 0x8b, 0xd2};
 }
 
-void TestFormColours::textsAreReadableOnGroupAndWindow() {
+void TestFormColours::coloursOfDesktops() {
     QFETCH(QColor, window);
     QFETCH(QColor, text);
     QFETCH(QColor, highlight);
     QPalette palette{window};
     palette.setColor(QPalette::WindowText, text);
     palette.setColor(QPalette::Highlight, highlight);
-    constexpr qreal readable = 4.5;
-    for (const auto& ink :
-         {FormColours::text(palette), FormColours::secondaryText(palette), FormColours::accent(palette)}) {
-        QVERIFY(FormColours::contrast(ink, FormColours::group(palette)) >= readable);
-        QVERIFY(FormColours::contrast(ink, window) >= readable);
+    QApplication::setPalette(palette);
+    const auto card = m_colours.of(ColourRole::surface);
+    QCOMPARE(m_colours.of(ColourRole::background), window);
+    QCOMPARE(m_colours.of(ColourRole::text), text);
+    QVERIFY(card != window);
+    QVERIFY(m_colours.of(ColourRole::border) != card);
+    QVERIFY(m_colours.of(ColourRole::textMuted) != text);
+    for (const auto role : {ColourRole::text, ColourRole::textMuted, ColourRole::accent}) {
+        constexpr qreal readable = 4.5;
+        QVERIFY(FormColours::contrast(m_colours.of(role), card) >= readable);
+        QVERIFY(FormColours::contrast(m_colours.of(role), window) >= readable);
     }
 }
 
-void TestFormColours::groupStandsOutFromTheWindow() {
-    QFETCH(QColor, window);
-    QFETCH(QColor, text);
-    QPalette palette{window};
-    palette.setColor(QPalette::WindowText, text);
-    QVERIFY(FormColours::group(palette) != window);
-    QVERIFY(FormColours::outline(palette) != FormColours::group(palette));
-    QVERIFY(FormColours::secondaryText(palette) != FormColours::text(palette));
+void TestFormColours::dotsAreOfTheDaypart() {
+    for (const auto daypart : DaypartInfo::allCases) {
+        m_settings.daypart.set(daypart);
+        QCOMPARE(m_colours.of(ColourRole::success), QColor{DaypartPalette::of(daypart).success});
+        QCOMPARE(m_colours.of(ColourRole::danger), QColor{DaypartPalette::of(daypart).danger});
+    }
 }
 
 QTEST_MAIN(TestFormColours)

@@ -1,131 +1,96 @@
+#include "platform/Symbol.h"
+#include "support/PaintRecord.h"
 #include "ui/settings/SettingsFixture.h"
-#include "ui/settings/SettingsView.h"
-#include "ui/settings/SettingsWindow.h"
 
-#include <QAccessible>
-#include <QApplication>
-#include <QPointer>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QSignalSpy>
-#include <QTabBar>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
+using Tab = SettingsFixture::Tab;
 
 class TestSettingsWindow final : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
 
-    void tabsStandInOrderWithTheirSymbols();
     void opensOnTheFirstTab();
     void firstFrameIsComplete();
     void isAtLeast440By380AndGrowsWithoutLimit();
-    void largeFontStillShowsEveryTab();
-    void growingFontStillShowsEveryTab();
+    void firstSizeLeavesRoomForTheFrame_data();
+    void firstSizeLeavesRoomForTheFrame();
+    void everyTabIsInSightInAnyFont();
+    void noWordOfAPermissionIsBroken_data();
+    void noWordOfAPermissionIsBroken();
     void openingAgainRaisesTheSameWindowAsItIs();
     void closesByItsKeys_data();
     void closesByItsKeys();
     void closingGivesEverythingBack();
-    void closingDoesNotEndTheProgram();
     void reopeningStartsAfresh();
     void reopeningAtOnceAfterClosingWorks();
-    void reopeningReadsNoIconAgain();
     void permissionsAreReadOnEachShowingOfTheirTab();
     void answerAfterLeavingTheTabIsDropped();
     void answerAfterClosingIsDropped();
-    void opensPanesAndPagesThroughItsLinks();
-    void arrowKeysWalkTheTabs();
-    void controlTabWalksTheTabsAround();
-    void tabKeyReachesEveryControl();
-    void tabsAreATabListForAccessibility();
     void followsThePaletteAtOnce();
     void followsTheFontAtOnce();
-    void contentScrollsWhereItIsTooHigh();
-    void looksDifferentOnEachTab();
 
 private:
-    [[nodiscard]] SettingsView* view() const {
-        for (auto* const widget : QApplication::topLevelWidgets()) {
-            if (auto* const found = qobject_cast<SettingsView*>(widget); found != nullptr && found->isVisible()) {
-                return found;
-            }
-        }
-        return nullptr;
+    static void setFontSize(qreal points) {
+        auto font = QApplication::font();
+        font.setPointSizeF(points);
+        QApplication::setFont(font);
     }
-    [[nodiscard]] QTabBar& tabs() const { return *view()->findChild<QTabBar*>(); }
+    [[nodiscard]] SettingsView* view() const { return m_settings->view(); }
+    [[nodiscard]] QString firstUnfinishedText() const;
 
-    std::unique_ptr<SettingsFixture> m_fixture;
-    std::unique_ptr<SettingsWindow> m_window;
-    QFont m_font;
-    QPalette m_palette;
-    int m_permissionCenters = 0;
-    QPointer<PermissionCenter> m_permissions;
-    int m_refreshes = 0;
+    const QFont m_font = QApplication::font();
+    const QPalette m_palette = QApplication::palette();
+    std::unique_ptr<OpenSettings> m_settings;
 };
 
-void TestSettingsWindow::initTestCase() {
-    m_font = QApplication::font();
-    m_palette = QApplication::palette();
-}
-
 void TestSettingsWindow::init() {
-    m_fixture = std::make_unique<SettingsFixture>();
-    m_permissionCenters = 0;
-    m_refreshes = 0;
-    const auto makePermissions = [this] {
-        ++m_permissionCenters;
-        auto made = m_fixture->newPermissions();
-        m_permissions = made.get();
-        connect(made.get(), &ObservableObject::objectWillChange, this, [this] { ++m_refreshes; });
-        return made;
-    };
-    m_window = std::make_unique<SettingsWindow>(
-        m_fixture->status, m_fixture->daypart, makePermissions,
-        SettingsLinks{.openPage = [this](const QUrl& page) { m_fixture->openedPages.append(page); },
-                      .openPane = [this](const QUrl& pane) { m_fixture->openedPanes.append(pane); }});
-    m_window->open();
+    m_settings = std::make_unique<OpenSettings>();
     QVERIFY(QTest::qWaitForWindowActive(view()));
 }
 
 void TestSettingsWindow::cleanup() {
-    m_window.reset();
-    m_fixture.reset();
+    m_settings.reset();
     QApplication::setPalette(m_palette);
     QApplication::setFont(m_font);
 }
 
-void TestSettingsWindow::tabsStandInOrderWithTheirSymbols() {
-    const QList<std::pair<QString, QString>> expected{{u"Bridge"_s, u"network"_s},
-                                                      {u"Permissions"_s, u"lock.shield"_s},
-                                                      {u"Daypart"_s, u"sun.horizon"_s},
-                                                      {u"About"_s, u"info.circle"_s}};
-    QCOMPARE(tabs().count(), expected.size());
-    for (int index = 0; index < tabs().count(); ++index) {
-        QCOMPARE(tabs().tabText(index), expected.at(index).first);
-        QCOMPARE(tabs().tabData(index).toString(), expected.at(index).second);
+/// A text that has less room than it takes, or is beyond the window's edge.
+QString TestSettingsWindow::firstUnfinishedText() const {
+    for (const auto* text : m_settings->texts()) {
+        if (text->height() < text->heightForWidth(text->width()) ||
+            text->mapTo(view(), text->rect().topRight()).x() >= view()->width()) {
+            return OpenSettings::said(text);
+        }
     }
+    return {};
 }
 
 void TestSettingsWindow::opensOnTheFirstTab() {
-    QCOMPARE(tabs().currentIndex(), 0);
-    QVERIFY(shownText(*view(), u"Local bridge"_s));
-    QVERIFY(!shownText(*view(), u"Appearance"_s));
-    QCOMPARE(m_refreshes, 0);
+    QCOMPARE(view()->windowTitle(), u"vorna Settings"_s);
+    QCOMPARE(m_settings->tabs().currentIndex(), 0);
+    QVERIFY(m_settings->text(u"Local bridge"_s));
+    QVERIFY(!m_settings->text(u"Appearance"_s));
+    QCOMPARE(m_settings->refreshes, 0);
 }
 
 void TestSettingsWindow::firstFrameIsComplete() {
     view()->close();
-    m_fixture->status.bridgeOnline = true;
-    m_fixture->status.caddyDetail = u"a detail that is long enough to need several lines in the window, "_s.repeated(3);
-    m_window->open();
-    QVERIFY(shownText(*view(), u"Online"_s));
-    for (const auto* const text : shownTexts(*view())) {
-        QVERIFY2(text->height() >= text->heightForWidth(text->width()), qPrintable(text->text()));
+    m_settings->status.bridgeOnline = true;
+    m_settings->status.caddyDetail =
+        u"a detail that is long enough to need several lines in the window, "_s.repeated(3);
+    m_settings->window.open();
+    QVERIFY(m_settings->text(u"Online"_s));
+    QCOMPARE(firstUnfinishedText(), QString{});
+    view()->resize(440, 380);
+    for (const auto tab : {Tab::permissions, Tab::daypart, Tab::about}) {
+        m_settings->show(tab);
+        QCOMPARE(firstUnfinishedText(), QString{});
     }
 }
 
@@ -138,47 +103,76 @@ void TestSettingsWindow::isAtLeast440By380AndGrowsWithoutLimit() {
     QCOMPARE(view()->size(), QSize(2000, 1500));
 }
 
-void TestSettingsWindow::largeFontStillShowsEveryTab() {
-    view()->close();
-    auto large = QApplication::font();
-    large.setPointSizeF(large.pointSizeF() * 3);
-    QApplication::setFont(large);
-    m_window->open();
-    view()->resize(100, 100);
-    QVERIFY(view()->width() > 440);
-    const auto last = tabs().tabRect(tabs().count() - 1);
-    QVERIFY(tabs().mapTo(view(), last.topRight()).x() < view()->width());
-    QVERIFY(tabs().mapTo(view(), QPoint{}).x() >= 0);
+void TestSettingsWindow::firstSizeLeavesRoomForTheFrame_data() {
+    QTest::addColumn<QSize>("room");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("large screen") << QSize{1920, 1080} << QSize{520, 680};
+    QTest::newRow("low screen") << QSize{1024, 600} << QSize{520, 552};
+    QTest::newRow("narrow screen") << QSize{500, 900} << QSize{484, 680};
 }
 
-void TestSettingsWindow::growingFontStillShowsEveryTab() {
-    view()->resize(440, 380);
-    const auto usual = QApplication::font();
-    auto large = usual;
-    large.setPointSizeF(usual.pointSizeF() * 3);
-    QApplication::setFont(large);
+void TestSettingsWindow::firstSizeLeavesRoomForTheFrame() {
+    QFETCH(QSize, room);
+    QTEST(SettingsWindow::firstSize(room), "size");
+    QCOMPARE(view()->size(), SettingsWindow::firstSize(view()->screen()->availableSize()));
+}
+
+void TestSettingsWindow::everyTabIsInSightInAnyFont() {
+    setFontSize(m_font.pointSizeF() * 3);
     QTRY_VERIFY(view()->minimumWidth() > 440);
     view()->resize(100, 100);
-    for (int index = 0; index < tabs().count(); ++index) {
-        const QRect tab{tabs().mapTo(view(), tabs().tabRect(index).topLeft()), tabs().tabRect(index).size()};
-        QVERIFY(view()->rect().contains(tab));
-        const FormText title{tabs().tabText(index), FormText::Style::caption};
-        QVERIFY(tab.width() > title.sizeHint().width());
+    QCoreApplication::processEvents();
+    for (const auto tab : {Tab::bridge, Tab::permissions, Tab::daypart, Tab::about}) {
+        m_settings->show(tab);
+        QCoreApplication::processEvents();
+        const auto& tabs = m_settings->tabs();
+        const QRect place{tabs.mapTo(view(), tabs.tabRect(tabs.currentIndex()).topLeft()),
+                          tabs.tabRect(tabs.currentIndex()).size()};
+        QVERIFY(view()->rect().contains(place));
+        QVERIFY(place.width() > tabs.fontMetrics().horizontalAdvance(tabs.tabText(tabs.currentIndex())));
+        QTRY_COMPARE(firstUnfinishedText(), QString{});
     }
-
-    QApplication::setFont(usual);
+    QApplication::setFont(m_font);
     QTRY_COMPARE(view()->minimumSize(), QSize(440, 380));
+}
+
+void TestSettingsWindow::noWordOfAPermissionIsBroken_data() {
+    QTest::addColumn<qreal>("size");
+    for (const qreal size : {9, 12, 14, 16, 20, 24}) {
+        QTest::addRow("%g points", size) << size;
+    }
+}
+
+void TestSettingsWindow::noWordOfAPermissionIsBroken() {
+    QFETCH(qreal, size);
+    setFontSize(size);
+    view()->resize(440, 2000);
+    m_settings->show(Tab::permissions);
+    QCoreApplication::processEvents();
+    const QRegularExpression notWord{u"\\W+"_s};
+    QSet<QString> words;
+    for (const auto& text : m_settings->strings() + QStringList{u"Open System Settings"_s}) {
+        const auto all = text.split(notWord);
+        words.unite({all.begin(), all.end()});
+    }
+    const PaintRecord painted{*m_settings->text(u"Accessibility"_s)->parentWidget()->parentWidget()};
+    QVERIFY(painted.texts().size() >= 19);
+    for (const auto& line : painted.texts()) {
+        for (const auto& word : line.string.split(notWord, Qt::SkipEmptyParts)) {
+            QVERIFY2(words.contains(word), qPrintable(line.string));
+        }
+    }
 }
 
 void TestSettingsWindow::openingAgainRaisesTheSameWindowAsItIs() {
     const auto* const before = view();
-    tabs().setCurrentIndex(2);
-    m_window->open();
+    m_settings->show(Tab::daypart);
+    m_settings->window.open();
     QCOMPARE(view(), before);
-    QCOMPARE(tabs().currentIndex(), 2);
-    QCOMPARE(m_permissionCenters, 1);
+    QCOMPARE(m_settings->tabs().currentIndex(), 2);
+    QCOMPARE(m_settings->permissionCenters, 1);
     view()->showMinimized();
-    m_window->open();
+    m_settings->window.open();
     QTRY_VERIFY(!view()->isMinimized());
     QCOMPARE(view(), before);
 }
@@ -198,199 +192,95 @@ void TestSettingsWindow::closesByItsKeys() {
 }
 
 void TestSettingsWindow::closingGivesEverythingBack() {
-    const QPointer<SettingsView> shown{view()};
-    QVERIFY(m_permissions);
-    view()->close();
-    QTRY_VERIFY(shown.isNull());
-    QVERIFY(m_permissions.isNull());
-}
-
-void TestSettingsWindow::closingDoesNotEndTheProgram() {
     const QSignalSpy lastClosed{qApp, &QGuiApplication::lastWindowClosed};
+    const QSignalSpy closed{&m_settings->window, &SettingsWindow::closed};
     const QPointer<SettingsView> shown{view()};
+    QVERIFY(m_settings->permissionCenter);
     view()->close();
     QTRY_VERIFY(shown.isNull());
+    QVERIFY(m_settings->permissionCenter.isNull());
+    QCOMPARE(closed.size(), 1);
     QCOMPARE(lastClosed.size(), 0);
 }
 
 void TestSettingsWindow::reopeningStartsAfresh() {
-    tabs().setCurrentIndex(1);
+    m_settings->show(Tab::permissions);
     const QPointer<SettingsView> shown{view()};
     view()->close();
     QTRY_VERIFY(shown.isNull());
-    m_window->open();
-    QCOMPARE(tabs().currentIndex(), 0);
-    QCOMPARE(m_permissionCenters, 2);
-    QVERIFY(m_permissions->items->isEmpty());
+    m_settings->window.open();
+    QCOMPARE(m_settings->tabs().currentIndex(), 0);
+    QCOMPARE(m_settings->permissionCenters, 2);
+    QVERIFY(m_settings->permissionCenter->items->isEmpty());
 }
 
 void TestSettingsWindow::reopeningAtOnceAfterClosingWorks() {
     view()->close();
-    m_window->open();
+    m_settings->window.open();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(view());
-    QCOMPARE(m_permissionCenters, 2);
-    QVERIFY(m_permissions);
-}
-
-void TestSettingsWindow::reopeningReadsNoIconAgain() {
-    const auto icon = view()->windowIcon().cacheKey();
-    view()->close();
-    m_window->open();
-    QCOMPARE(view()->windowIcon().cacheKey(), icon);
+    QCOMPARE(m_settings->permissionCenters, 2);
+    QVERIFY(m_settings->permissionCenter);
 }
 
 void TestSettingsWindow::permissionsAreReadOnEachShowingOfTheirTab() {
-    tabs().setCurrentIndex(1);
-    QCOMPARE(m_refreshes, 1);
-    tabs().setCurrentIndex(1);
+    m_settings->show(Tab::permissions);
+    QCOMPARE(m_settings->refreshes, 1);
+    m_settings->show(Tab::permissions);
     view()->resize(600, 600);
-    m_window->open();
+    m_settings->window.open();
     QCoreApplication::processEvents();
-    QCOMPARE(m_refreshes, 1);
-    tabs().setCurrentIndex(2);
-    QCOMPARE(m_refreshes, 1);
-    tabs().setCurrentIndex(1);
-    QCOMPARE(m_refreshes, 2);
+    m_settings->press(u"Open System Settings"_s);
+    QCOMPARE(m_settings->refreshes, 1);
+    m_settings->show(Tab::daypart);
+    QCOMPARE(m_settings->refreshes, 1);
+    m_settings->show(Tab::permissions);
+    QCOMPARE(m_settings->refreshes, 2);
 }
 
 void TestSettingsWindow::answerAfterLeavingTheTabIsDropped() {
-    m_fixture->center.answersAtOnce = false;
-    tabs().setCurrentIndex(1);
-    tabs().setCurrentIndex(0);
-    m_fixture->center.answerAll();
-    QCOMPARE(m_refreshes, 0);
+    m_settings->center.answersAtOnce = false;
+    m_settings->show(Tab::permissions);
+    m_settings->show(Tab::bridge);
+    m_settings->center.answerAll();
+    QCOMPARE(m_settings->refreshes, 0);
 }
 
 void TestSettingsWindow::answerAfterClosingIsDropped() {
-    m_fixture->center.answersAtOnce = false;
-    tabs().setCurrentIndex(1);
+    m_settings->center.answersAtOnce = false;
+    m_settings->show(Tab::permissions);
     const QPointer<SettingsView> shown{view()};
     view()->close();
     QTRY_VERIFY(shown.isNull());
-    m_fixture->center.answerAll();
-    QCOMPARE(m_refreshes, 0);
-}
-
-void TestSettingsWindow::opensPanesAndPagesThroughItsLinks() {
-    tabs().setCurrentIndex(1);
-    QTRY_VERIFY(shownButton(*view(), u"Open System Settings"_s));
-    shownButton(*view(), u"Open System Settings"_s)->click();
-    QCOMPARE(m_fixture->openedPanes, QList<QUrl>{SettingsFixture::linkTo(SystemSettings::Pane::notifications)});
-    tabs().setCurrentIndex(3);
-    shownButton(*view(), u"Open Agents"_s)->click();
-    QCOMPARE(m_fixture->openedPages, QList<QUrl>{QUrl{u"https://vorna.localhost/dashboard/agents"_s}});
-}
-
-void TestSettingsWindow::arrowKeysWalkTheTabs() {
-    QCOMPARE(QApplication::focusWidget(), &tabs());
-    QTest::keyClick(&tabs(), Qt::Key_Right);
-    QTest::keyClick(&tabs(), Qt::Key_Right);
-    QCOMPARE(tabs().currentIndex(), 2);
-    QVERIFY(shownText(*view(), u"Appearance"_s));
-    QTest::keyClick(&tabs(), Qt::Key_Left);
-    QCOMPARE(tabs().currentIndex(), 1);
-    QCOMPARE(QApplication::focusWidget(), &tabs());
-}
-
-void TestSettingsWindow::controlTabWalksTheTabsAround() {
-    QTest::keyClick(view(), Qt::Key_Tab, Qt::ControlModifier);
-    QCOMPARE(tabs().currentIndex(), 1);
-    QTest::keyClick(view(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    QTest::keyClick(view(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(tabs().currentIndex(), 3);
-}
-
-void TestSettingsWindow::tabKeyReachesEveryControl() {
-    view()->resize(600, 900);
-    tabs().setCurrentIndex(1);
-    QTRY_VERIFY(shownButton(*view(), u"Open System Settings"_s));
-    QCoreApplication::processEvents();
-    for (int row = 0; row < 5; ++row) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget()->accessibleDescription(), m_permissions->items->at(row).title);
-    }
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget(), &tabs());
-
-    tabs().setCurrentIndex(0);
-    QStringList titles;
-    for (int step = 0; step < 2; ++step) {
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        titles.append(qobject_cast<QPushButton*>(QApplication::focusWidget())->text());
-    }
-    QCOMPARE(titles, (QStringList{u"Poll now"_s, u"Sign in with Google Workspace"_s}));
-}
-
-void TestSettingsWindow::tabsAreATabListForAccessibility() {
-    auto* const list = QAccessible::queryAccessibleInterface(&tabs());
-    QCOMPARE(list->role(), QAccessible::PageTabList);
-    QStringList names;
-    for (int index = 0; index < list->childCount(); ++index) {
-        auto* const tab = list->child(index);
-        QCOMPARE(tab->role(), QAccessible::PageTab);
-        QCOMPARE(bool(tab->state().selected), index == 0);
-        QCOMPARE(bool(tab->state().focused), index == 0);
-        QCOMPARE(tab->parent(), list);
-        QCOMPARE(list->indexOfChild(tab), index);
-        QCOMPARE(list->childAt(tab->rect().center().x(), tab->rect().center().y()), tab);
-        names.append(tab->text(QAccessible::Name));
-    }
-    list->child(2)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QCOMPARE(tabs().currentIndex(), 2);
-    QVERIFY(list->child(2)->state().selected);
-    QVERIFY(!list->child(0)->state().selected);
-    QCOMPARE(names, (QStringList{u"Bridge"_s, u"Permissions"_s, u"Daypart"_s, u"About"_s}));
-    QCOMPARE(QAccessible::queryAccessibleInterface(view())->text(QAccessible::Name), u"vorna Settings"_s);
+    m_settings->center.answerAll();
+    QCOMPARE(m_settings->refreshes, 0);
 }
 
 void TestSettingsWindow::followsThePaletteAtOnce() {
-    const auto* const text = shownText(*view(), u"URL"_s);
-    const auto light = view()->grab().toImage();
+    const auto pixels = [this] {
+        const auto* const heading = m_settings->text(u"Local bridge"_s);
+        const QPoint card = heading->mapTo(view(), heading->rect().bottomLeft()) + QPoint{8, 12};
+        const auto picture = view()->grab().toImage();
+        return std::pair{picture.pixelColor(2, view()->height() - 2), picture.pixelColor(card)};
+    };
+    const auto before = pixels();
     QPalette dark{QColor{0x24, 0x24, 0x28}};
     dark.setColor(QPalette::WindowText, Qt::white);
     QApplication::setPalette(dark);
-    QTRY_COMPARE(text->shownColour(), QColor{Qt::white});
-    const auto corner = view()->grab().toImage().pixelColor(2, view()->height() - 2);
-    QCOMPARE(corner, QColor(0x24, 0x24, 0x28));
-    QVERIFY(light.pixelColor(2, view()->height() - 2) != corner);
+    QTRY_COMPARE(pixels().first, QColor(0x24, 0x24, 0x28));
+    QVERIFY(pixels().second.lightness() < 0x40);
+    QVERIFY(before.second.lightness() > 0xc0);
+    QCOMPARE(m_settings->tabs().tabIcon(0).pixmap(QSize{16, 16}, 1).toImage(),
+             Symbol::pixmap(u"network"_s, 16, Qt::white, 1).toImage());
 }
 
 void TestSettingsWindow::followsTheFontAtOnce() {
-    const auto* const text = shownText(*view(), u"URL"_s);
-    const auto before = text->shownFont();
-    const auto tabHeight = tabs().height();
-    auto larger = QApplication::font();
-    larger.setPointSizeF(larger.pointSizeF() * 2);
-    QApplication::setFont(larger);
-    QTRY_COMPARE(text->shownFont().pointSizeF(), before.pointSizeF() * 2);
-    QTRY_VERIFY(tabs().height() > tabHeight);
-    QTRY_VERIFY(text->height() >= QFontMetrics{text->shownFont()}.height());
-}
-
-void TestSettingsWindow::contentScrollsWhereItIsTooHigh() {
-    view()->resize(440, 380);
-    QWidget* ancestor = shownText(*view(), u"URL"_s);
-    while (qobject_cast<QScrollArea*>(ancestor) == nullptr) {
-        ancestor = ancestor->parentWidget();
-    }
-    auto* const page = static_cast<QScrollArea*>(ancestor);
-    QTRY_VERIFY(page->verticalScrollBar()->maximum() > 0);
-    QCOMPARE(page->focusPolicy(), Qt::StrongFocus);
-    QCOMPARE(page->accessibleName(), u"Bridge"_s);
-    view()->resize(600, 1000);
-    QTRY_COMPARE(page->verticalScrollBar()->maximum(), 0);
-    QCOMPARE(page->focusPolicy(), Qt::NoFocus);
-}
-
-void TestSettingsWindow::looksDifferentOnEachTab() {
-    QList<QImage> pictures;
-    for (int index = 0; index < tabs().count(); ++index) {
-        tabs().setCurrentIndex(index);
-        const auto picture = view()->grab().toImage();
-        QVERIFY(!pictures.contains(picture));
-        pictures.append(picture);
-    }
+    const auto* const text = m_settings->text(u"URL"_s);
+    const auto height = text->height();
+    const auto tabHeight = m_settings->tabs().height();
+    setFontSize(m_font.pointSizeF() * 2);
+    QTRY_VERIFY(text->height() > height * 3 / 2);
+    QTRY_VERIFY(m_settings->tabs().height() > tabHeight);
 }
 
 QTEST_MAIN(TestSettingsWindow)
