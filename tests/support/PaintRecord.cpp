@@ -1,6 +1,6 @@
 #include "support/PaintRecord.h"
 
-#include <QHash>
+#include <QMap>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
@@ -229,7 +229,7 @@ void PaintRecord::addText(const QString& string, const QRectF& place, QColor pen
 }
 
 QColor PaintRecord::groundAt(const QRect& place) const {
-    QHash<QRgb, int> counts;
+    QMap<QRgb, int> counts;
     for (int y = place.top(); y <= place.bottom(); ++y) {
         for (int x = place.left(); x <= place.right(); ++x) {
             ++counts[m_picture.pixel(x, y)];
