@@ -9,33 +9,20 @@ import urllib.request
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAM = ROOT / "devtools" / "stand-in-bridge"
-NO_PROCESS = "no-such-process"
-NO_PORT = 1
+ABSENT = {"port": 0, "caddy_process": "no-such-process", "caddy_admin": "127.0.0.1:1", "postgres_port": 1}
 _OPENER = urllib.request.build_opener(urllib.request.ProxyHandler({}))
 
 
 class StandInBridge:
     """A running stand-in bridge; by default everything that it looks at is absent."""
 
-    def __init__(
-        self,
-        port=0,
-        caddy_process=NO_PROCESS,
-        caddy_admin=f"127.0.0.1:{NO_PORT}",
-        postgres_port=NO_PORT,
-        environment=None,
-    ):
-        command = [sys.executable, "-B", PROGRAM, "--port", str(port)]
-        command += ["--caddy-process", caddy_process, "--caddy-admin", caddy_admin]
-        if postgres_port is not None:
-            command += ["--postgres-port", str(postgres_port)]
-        self.process = subprocess.Popen(
-            command,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.STDOUT,
-            text=True,
-            env={**os.environ, **(environment or {})},
-        )
+    def __init__(self, environment=None, **options):
+        command = [sys.executable, "-B", PROGRAM]
+        for option, value in (ABSENT | options).items():
+            if value is not None:
+                command += ["--" + option.replace("_", "-"), str(value)]
+        env = {**os.environ, **(environment or {})}
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, env=env)
         self.first_line = self.process.stdout.readline().rstrip("\n")
         self.address = self.first_line.rpartition(" ")[2]
 

@@ -26,12 +26,11 @@ class FindSites(unittest.TestCase):
     def assert_sites(self, document, *expected):
         self.assertEqual(find_sites(document), list(expected))
 
-    def test_finds_nothing_where_there_is_no_http_server(self):
+    def test_finds_nothing_where_there_is_no_server_or_no_host(self):
         for document in (None, {}, [], {"apps": None}, {"apps": {"tls": {}}}, {"apps": {"http": {}}}, config({})):
             self.assert_sites(document)
-
-    def test_skips_routes_without_a_host(self):
         self.assert_sites(config({"listen": [":80"], "routes": [{"handle": [{"handler": "file_server"}]}]}))
+        self.assert_sites(config({"listen": [":80"], "routes": to_hosts("*.test", "{env.HOST}")}))
 
     def test_follows_nested_routes_and_keeps_the_order(self):
         nested = {"handle": [{"handler": "subroute", "routes": to_hosts("b.test")}], "match": [{"host": ["a.test"]}]}
@@ -45,9 +44,6 @@ class FindSites(unittest.TestCase):
         document = config({"listen": [":80"], "routes": to_hosts("a.test", "a.test")})
         document["apps"]["http"]["servers"]["srv1"] = {"listen": [":81"], "routes": to_hosts("a.test")}
         self.assert_sites(document, Site("a.test", ("127.0.0.1", 80), False))
-
-    def test_skips_patterns_that_are_no_host(self):
-        self.assert_sites(config({"listen": [":80"], "routes": to_hosts("*.test", "{env.HOST}")}))
 
     def test_reads_the_listener(self):
         cases = {

@@ -38,11 +38,10 @@ class StandInBridgeTest(unittest.TestCase):
 
 
 class Health(StandInBridgeTest):
-    def test_answers_200_with_status_ok(self):
-        self.assertEqual(self.start().get("/health"), (200, {"status": "ok"}))
-
-    def test_unknown_path_is_404(self):
-        self.assertEqual(self.start().get("/nothing-here")[0], 404)
+    def test_answers_200_with_status_ok_and_an_unknown_path_404(self):
+        bridge = self.start()
+        self.assertEqual(bridge.get("/health"), (200, {"status": "ok"}))
+        self.assertEqual(bridge.get("/nothing-here")[0], 404)
 
 
 class MonitorDocument(StandInBridgeTest):
@@ -51,17 +50,14 @@ class MonitorDocument(StandInBridgeTest):
         self.assertEqual(status, 200)
         self.assertEqual(set(document), {"host", "caddy_sites_up", "caddy_sites_total", "services"})
         texts = {"hostname", "platform"}
-        loads = {"cpu_load_1m", "cpu_load_5m", "cpu_load_15m"}
-        figures = loads | {"memory_used_pct", "disk_used_pct", "disk_free_gb"}
-        self.assertEqual(set(document["host"]), texts | figures)
-        for key in texts:
-            self.assertIs(type(document["host"][key]), str, key)
-        for key in figures:
-            self.assertIn(type(document["host"][key]), (int, float), key)
-        self.assertIs(type(document["caddy_sites_up"]), int)
-        self.assertIs(type(document["caddy_sites_total"]), int)
+        figures = {"cpu_load_1m", "cpu_load_5m", "cpu_load_15m", "memory_used_pct", "disk_used_pct", "disk_free_gb"}
+        types = {key: type(value) for key, value in document["host"].items()}
+        self.assertEqual(types, {**dict.fromkeys(texts, str), **dict.fromkeys(figures, float)})
+        self.assertEqual([type(document[key]) for key in ("caddy_sites_up", "caddy_sites_total")], [int, int])
         for probe in document["services"]:
             self.assertEqual([type(probe[key]) for key in ("name", "ok", "detail", "category")], [str, bool, str, str])
+        names = [probe["name"] for probe in document["services"]]
+        self.assertEqual(len(names), len(set(names)))
 
     def test_host_figures_are_those_of_this_machine(self):
         _, document = self.start().get("/monitor/desktop")
@@ -74,22 +70,14 @@ class MonitorDocument(StandInBridgeTest):
         self.assertTrue(0 < host["memory_used_pct"] < 100)
         self.assertTrue(0 < host["disk_used_pct"] <= 100)
 
-    def test_names_are_unique(self):
-        _, document = self.start().get("/monitor/desktop?probe_sites=true")
-        names = [probe["name"] for probe in document["services"]]
-        self.assertEqual(len(names), len(set(names)))
-
 
 class AbsentServices(StandInBridgeTest):
-    def test_are_reported_as_not_ok_with_the_reason(self):
-        probes = self.start().probes()
-        said = {name: (probes[name]["ok"], probes[name]["detail"]) for name in ("caddy.process", "caddy.admin", "postgres")}
+    def test_are_reported_as_not_ok_with_the_reason_and_leave_no_sites(self):
+        _, document = self.start().get("/monitor/desktop?probe_sites=true")
+        said = {probe["name"]: (probe["ok"], probe["detail"]) for probe in document["services"]}
         self.assertEqual(said["caddy.process"], (False, "not running"))
         self.assertEqual(said["caddy.admin"], (False, "connection refused"))
         self.assertEqual(said["postgres"], (False, "connection refused"))
-
-    def test_leave_no_sites(self):
-        _, document = self.start().get("/monitor/desktop?probe_sites=true")
         self.assertEqual((document["caddy_sites_up"], document["caddy_sites_total"]), (0, 0))
 
 
@@ -120,25 +108,19 @@ class CaddyProcess(StandInBridgeTest):
 
 
 class CaddyAdmin(StandInBridgeTest):
-    def probe(self, server):
-        return self.start(caddy_admin=f"127.0.0.1:{self.serve(server)}").probes()["caddy.admin"]
-
-    def test_is_ok_when_it_gives_its_configuration(self):
-        self.assertTrue(self.probe(fake_peers.caddy_admin({}))["ok"])
-
-    def test_is_ok_without_any_configuration(self):
-        self.assertTrue(self.probe(fake_peers.caddy_admin(None))["ok"])
-
-    def test_is_not_ok_when_the_answer_is_not_json(self):
-        self.assertFalse(self.probe(fake_peers.caddy_admin(b"<html>"))["ok"])
-
-    def test_is_not_ok_when_the_answer_is_not_http(self):
-        probe = self.probe(fake_peers.answering(b"SSH-2.0-OpenSSH_9.2\r\n"))
-        self.assertEqual((probe["ok"], probe["detail"]), (False, "the answer is not HTTP"))
-
-    def test_is_not_ok_when_nothing_comes(self):
-        probe = self.probe(fake_peers.stalling())
-        self.assertEqual((probe["ok"], probe["detail"]), (False, "no answer in time"))
+    def test_is_ok_when_it_gives_its_configuration_as_json(self):
+        cases = {
+            "a configuration": (fake_peers.caddy_admin({}), True, "HTTP 200 on"),
+            "none": (fake_peers.caddy_admin(None), True, "HTTP 200 on"),
+            "not JSON": (fake_peers.caddy_admin(b"<html>"), False, "does not answer with a configuration"),
+            "not HTTP": (fake_peers.answering(b"SSH-2.0-OpenSSH_9.2\r\n"), False, "the answer is not HTTP"),
+            "silence": (fake_peers.stalling(), False, "no answer in time"),
+        }
+        for name, (server, ok, detail) in cases.items():
+            with self.subTest(name):
+                probe = self.start(caddy_admin=f"127.0.0.1:{self.serve(server)}").probes()["caddy.admin"]
+                self.assertIs(probe["ok"], ok)
+                self.assertIn(detail, probe["detail"])
 
 
 class CaddySites(StandInBridgeTest):
@@ -176,23 +158,19 @@ class CaddySites(StandInBridgeTest):
 
 
 class Postgres(StandInBridgeTest):
-    def probe(self, server):
-        return self.start(postgres_port=self.serve(server)).probes()["postgres"]
-
     def test_is_ok_when_it_answers_in_its_protocol(self):
-        for answer in (b"N", b"S"):
-            self.assertTrue(self.probe(fake_peers.answering(answer))["ok"], answer)
-
-    def test_is_not_ok_when_something_else_has_its_port(self):
-        probe = self.probe(fake_peers.answering(b"HTTP/1.1 400 Bad Request\r\n\r\n"))
-        self.assertFalse(probe["ok"])
-        self.assertIn("does not speak PostgreSQL", probe["detail"])
-
-    def test_is_not_ok_when_the_connection_closes_at_once(self):
-        self.assertFalse(self.probe(fake_peers.answering(b""))["ok"])
-
-    def test_is_not_ok_when_it_says_nothing(self):
-        self.assertEqual(self.probe(fake_peers.stalling())["detail"], "no answer in time")
+        cases = {
+            "without TLS": (fake_peers.answering(b"N"), True, "answers on port"),
+            "with TLS": (fake_peers.answering(b"S"), True, "answers on port"),
+            "another protocol": (fake_peers.answering(b"HTTP/1.1 400 B\r\n\r\n"), False, "does not speak PostgreSQL"),
+            "closed at once": (fake_peers.answering(b""), False, ""),
+            "silence": (fake_peers.stalling(), False, "no answer in time"),
+        }
+        for name, (server, ok, detail) in cases.items():
+            with self.subTest(name):
+                probe = self.start(postgres_port=self.serve(server)).probes()["postgres"]
+                self.assertIs(probe["ok"], ok)
+                self.assertIn(detail, probe["detail"])
 
 
 class Stalls(StandInBridgeTest):
