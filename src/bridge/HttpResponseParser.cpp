@@ -92,7 +92,7 @@ HttpResponseParser::Outcome HttpResponseParser::takeLine(QByteArrayView line) {
 HttpResponseParser::Outcome HttpResponseParser::takeHeaderLine(QByteArrayView line) {
     if (line.startsWith(' ') || line.startsWith('\t')) {
         if (!m_header.isEmpty()) {
-            m_header.append(' ').append(line.trimmed());
+            m_header.append(line);
         }
         return std::nullopt;
     }

@@ -42,6 +42,8 @@ QByteArray sizedHead(qsizetype length) {
     return head("Content-Length: " + QByteArray::number(length) + "\r\n");
 }
 
+const Script silence{{}, End::stall};
+
 Script good() {
     return ScriptedPeer::plain(200, snapshot());
 }
@@ -64,43 +66,30 @@ struct Fault final {
 /// What the user then sees.
 enum class Outcome { snapshot, onlineWithoutData, offline, unreachable };
 
-struct Look final {
-    QStringList bridge;
-    QStringList caddy;
-    QString postgresDot;
-    QStringList services;
-    QString symbol;
-    QString meaning;
-};
+bool isOnline(Outcome outcome) {
+    return outcome == Outcome::snapshot || outcome == Outcome::onlineWithoutData;
+}
 
-const Look& lookOf(Outcome outcome) {
-    static const QStringList online{u"online · :43105"_s, u"ok"_s};
-    static const QStringList offline{u"offline"_s, u"not ok"_s};
-    static const QStringList hint{u"Start bridge: vorna server start"_s};
-    static const QString slash = u"antenna.radiowaves.left.and.right.slash"_s;
-    static const QString check = u"checkmark.circle.fill"_s;
-    static const std::array looks{
-        Look{online,
-             {u"running · 1/1 sites"_s, u"ok"_s},
-             u"ok"_s,
-             {u"ok"_s, u"caddy.process"_s, u"running"_s, u"ok"_s, u"postgres"_s, u"on 5432"_s},
-             check,
-             u"all well"_s},
-        Look{online, {u"bridge ok"_s, u"ok"_s}, u"ok"_s, {u"No probes yet"_s}, check, u"all well"_s},
-        Look{offline, {u"bridge offline"_s, u"not ok"_s}, u"not ok"_s, hint, slash, u"bridge offline"_s},
-        Look{offline, {u"bridge unreachable"_s, u"not ok"_s}, u"not ok"_s, hint, slash, u"bridge offline"_s},
-    };
-    return looks.at(static_cast<std::size_t>(outcome));
+QString iconOf(Outcome outcome) {
+    return isOnline(outcome) ? u"checkmark.circle.fill, all well"_s
+                             : u"antenna.radiowaves.left.and.right.slash, bridge offline"_s;
 }
 
 /// The rows from "Bridge" to the last service, as they must read.
 QStringList expected(Outcome outcome, const QString& error, const QDateTime& updated) {
-    const Look& look = lookOf(outcome);
-    return QStringList{u"Bridge"_s} + look.bridge + QStringList{u"Caddy"_s} + look.caddy +
-           QStringList{u"Postgres"_s, u"on 5432"_s, look.postgresDot} +
+    static const QStringList caddy{u"running · 1/1 sites"_s, u"bridge ok"_s, u"bridge offline"_s,
+                                   u"bridge unreachable"_s};
+    static const QStringList probes{u"ok"_s, u"caddy.process"_s, u"running"_s, u"ok"_s, u"postgres"_s, u"on 5432"_s};
+    const bool online = isOnline(outcome);
+    const QString dot = online ? u"ok"_s : u"not ok"_s;
+    return QStringList{u"Bridge"_s, online ? u"online · :43105"_s : u"offline"_s, dot} +
+           QStringList{u"Caddy"_s, caddy.at(static_cast<int>(outcome)), dot, u"Postgres"_s, u"on 5432"_s, dot} +
            QStringList{u"LOAD"_s, u"1.50"_s, u"MEMORY"_s, u"64%"_s, u"DISK"_s, u"70%"_s} +
            (error.isEmpty() ? QStringList{} : QStringList{error}) +
-           QStringList{u"Updated " + ClockText::withSeconds(updated), u"SERVICES"_s} + look.services;
+           QStringList{u"Updated " + ClockText::withSeconds(updated), u"SERVICES"_s} +
+           (outcome == Outcome::snapshot ? probes
+            : online                     ? QStringList{u"No probes yet"_s}
+                                         : QStringList{u"Start bridge: vorna server start"_s});
 }
 
 /// A panel that is shown, over a bridge that answers as it is told to.
@@ -145,7 +134,6 @@ public:
         return names.mid(first, names.indexOf(u"Refresh"_s) - first);
     }
     [[nodiscard]] QString icon() { return panel.status.menuBarSymbol() + u", " + panel.status.menuBarMeaning(); }
-    static QString iconOf(Outcome outcome) { return lookOf(outcome).symbol + u", " + lookOf(outcome).meaning; }
 
     QDateTime now{QDate{2026, 1, 15}, QTime{12, 0}};
     ScriptedPeer peer;
@@ -162,16 +150,13 @@ class TestBridgeFaults final : public QObject {
 private slots:
     void init() {
         m_desk.emplace();
-        QVERIFY(m_desk->settle());
-        QCOMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+        requireSettled(Outcome::snapshot);
         m_descriptors = openDescriptors();
     }
     void cleanup() {
         m_desk->heal();
         m_desk->refresh();
-        QVERIFY(m_desk->settle());
-        QCOMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
-        QCOMPARE(m_desk->icon(), Desk::iconOf(Outcome::snapshot));
+        requireSettled(Outcome::snapshot);
         QTRY_COMPARE(openDescriptors(), m_descriptors);
         m_desk.reset();
     }
@@ -187,16 +172,27 @@ private slots:
     void noDescriptorForASocketIsAnUnreachableBridge();
 
 private:
+    void requireSettled(Outcome outcome, const QString& error = {}) {
+        QVERIFY(m_desk->settle());
+        QCOMPARE(m_desk->shown(), expected(outcome, error, m_desk->now));
+        QCOMPARE(m_desk->icon(), iconOf(outcome));
+    }
+
     void poll(const Fault& fault, Outcome outcome, const QString& error = {}) {
         m_desk->set(fault);
         const auto requests = m_desk->peer.requests.size();
         m_desk->refresh();
         QVERIFY(m_desk->panel.status.polling);
-        QVERIFY(m_desk->settle());
-        QCOMPARE(m_desk->shown(), expected(outcome, error, m_desk->now));
-        QCOMPARE(m_desk->icon(), Desk::iconOf(outcome));
-        const bool asksForData = outcome == Outcome::snapshot || outcome == Outcome::onlineWithoutData;
-        QCOMPARE(m_desk->peer.requests.size() - requests, fault.refuses ? 0 : asksForData ? 2 : 1);
+        requireSettled(outcome, error);
+        QCOMPARE(m_desk->peer.requests.size() - requests, fault.refuses ? 0 : isOnline(outcome) ? 2 : 1);
+    }
+
+    /// Begins a poll that hangs behind so many requests.
+    void beginPoll(const Fault& fault, qsizetype requests) {
+        const auto before = m_desk->peer.requests.size();
+        m_desk->set(fault);
+        m_desk->refresh();
+        QTRY_COMPARE(m_desk->peer.requests.size(), before + requests);
     }
 
     std::optional<Desk> m_desk;
@@ -214,7 +210,6 @@ void TestBridgeFaults::faultIsShownAndGotOver_data() {
     };
     const QString lost = u"The network connection was lost."_s;
     const QString late = u"The request timed out."_s;
-    const QString garbled = u"The answer of the server was garbled."_s;
     const QString tooMuch = u"The server sent more data than expected."_s;
     const auto health = [](const Script& script) { return Fault{.health = script}; };
     const auto monitor = [](const Script& script) { return Fault{.monitor = script}; };
@@ -223,28 +218,23 @@ void TestBridgeFaults::faultIsShownAndGotOver_data() {
     const Script endless{{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece};
 
     row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
-    row("stall, health", health({{}, End::stall}), Outcome::unreachable, late);
-    row("stall, monitor", monitor({{}, End::stall}), Outcome::onlineWithoutData);
+    row("stall, health", health(silence), Outcome::unreachable, late);
+    row("stall, monitor", monitor(silence), Outcome::onlineWithoutData);
     row("drip under the limit",
         {.health = {inPieces(head({}), 4), End::close, 300ms}, .monitor = {inPieces(answer, 30), End::stall, 100ms}},
         Outcome::snapshot);
     row("drip over the limit", health({inPieces(sizedHead(0), 8), End::close, 2500ms}), Outcome::unreachable, late);
     row("reset, health", health({{sizedHead(100) + "{"}, End::reset, 20ms}), Outcome::unreachable, lost);
-    row("reset, monitor", monitor({{answer.chopped(1)}, End::reset, 20ms}), Outcome::onlineWithoutData);
     row("closed, health", health({}), Outcome::unreachable, lost);
     row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
     row("half-closed, health", health({{sizedHead(100)}, End::halfClose}), Outcome::unreachable, lost);
-    row("half-closed behind all of it", monitor({{head({}) + snapshot()}, End::halfClose}), Outcome::snapshot);
     row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
     row("status 204 with odd headers, health",
         health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline);
     row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
-    row("redirect loop", health({{"HTTP/1.1 302 Found\r\nLocation: /health\r\nContent-Length: 0\r\n\r\n"}}),
-        Outcome::offline);
     row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
-    row("garbage: headers, health", health({{head("nonsense\r\n")}}), Outcome::unreachable, garbled);
-    row("garbage: half of the JSON", json(snapshot().chopped(40)), Outcome::onlineWithoutData);
-    row("garbage: wrong types", json(snapshot(R"(,"host":{"cpu_load_1m":"high"})")), Outcome::onlineWithoutData);
+    row("garbage: headers, health", health({{head("nonsense\r\n")}}), Outcome::unreachable,
+        u"The answer of the server was garbled."_s);
     row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData);
     row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
         Outcome::onlineWithoutData);
@@ -254,8 +244,6 @@ void TestBridgeFaults::faultIsShownAndGotOver_data() {
         Outcome::unreachable, tooMuch);
     row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
         Outcome::snapshot);
-    row("giant: one byte more", json(snapshot(QByteArray(largestBody + 1 - snapshot().size(), ' '))),
-        Outcome::onlineWithoutData);
 }
 
 void TestBridgeFaults::faultIsShownAndGotOver() {
@@ -266,11 +254,8 @@ void TestBridgeFaults::faultIsShownAndGotOver() {
 }
 
 void TestBridgeFaults::panelWorksWhileTheBridgeHangs() {
-    m_desk->set({.health = {{}, End::stall}});
     const auto before = m_desk->shown();
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->peer.openConnections, 1);
-
+    beginPoll({.health = silence}, 1);
     m_desk->press(u"Console"_s);
     QTRY_COMPARE(m_desk->panel.pagesOpened.size(), 1);
     m_desk->press(u"Night"_s);
@@ -280,17 +265,13 @@ void TestBridgeFaults::panelWorksWhileTheBridgeHangs() {
     QTRY_VERIFY(PanelReading::named<QWidget>(*m_desk->view, u"Running vorna…"_s) != nullptr);
     QVERIFY(m_desk->panel.status.polling);
     QCOMPARE(m_desk->peer.openConnections, 1);
-    QVERIFY(m_desk->settle());
-    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"The request timed out."_s, m_desk->now));
+    requireSettled(Outcome::unreachable, u"The request timed out."_s);
 }
 
 void TestBridgeFaults::bridgeThatIsBackShowsWhileAnOlderPollHangs() {
     poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
     m_desk->heal();
-    m_desk->set({.health = {{}, End::stall}});
-    const auto requests = m_desk->peer.requests.size();
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->peer.requests.size(), requests + 1);
+    beginPoll({.health = silence}, 1);
     m_desk->heal();
     m_desk->refresh();
     QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
@@ -300,18 +281,16 @@ void TestBridgeFaults::bridgeThatIsBackShowsWhileAnOlderPollHangs() {
 
 void TestBridgeFaults::manyHangingPollsAreAllLetGo() {
     constexpr int polls = 50;
-    m_desk->set({.health = {{}, End::stall}});
+    m_desk->set({.health = silence});
     for (int i = 0; i < polls; ++i) {
         m_desk->refresh();
     }
     QTRY_COMPARE(m_desk->peer.openConnections, polls);
-    QVERIFY(m_desk->settle());
-    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"The request timed out."_s, m_desk->now));
+    requireSettled(Outcome::unreachable, u"The request timed out."_s);
 }
 
 void TestBridgeFaults::upAndDownAtEveryPollShowsEach() {
-    constexpr int turns = 10;
-    for (int i = 0; i < turns; ++i) {
+    for (int turn = 0; turn < 10; ++turn) {
         poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
         m_desk->heal();
         poll({}, Outcome::snapshot);
@@ -322,10 +301,7 @@ void TestBridgeFaults::upAndDownAtEveryPollShowsEach() {
 }
 
 void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
-    const auto requests = m_desk->peer.requests.size();
-    m_desk->set({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, healthIsLateBy}});
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->peer.requests.size(), requests + 1);
+    beginPoll({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, healthIsLateBy}}, 1);
     m_desk->set({});
     m_desk->refresh();
     QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
@@ -334,10 +310,7 @@ void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
 }
 
 void TestBridgeFaults::lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() {
-    const auto requests = m_desk->peer.requests.size();
-    m_desk->set({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, monitorIsLateBy}});
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->peer.requests.size(), requests + 2);
+    beginPoll({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, monitorIsLateBy}}, 2);
     m_desk->set({.health = {}});
     m_desk->refresh();
     const auto gone = expected(Outcome::unreachable, u"The network connection was lost."_s, m_desk->now);
@@ -347,7 +320,7 @@ void TestBridgeFaults::lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() 
     late.replace(1, u"offline"_s);
     late.replace(2, u"not ok"_s);
     QTRY_COMPARE(m_desk->shown(), late);
-    QCOMPARE(m_desk->icon(), Desk::iconOf(Outcome::offline));
+    QCOMPARE(m_desk->icon(), iconOf(Outcome::offline));
     QVERIFY(m_desk->settle());
 }
 

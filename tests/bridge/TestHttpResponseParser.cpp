@@ -139,7 +139,7 @@ void TestHttpResponseParser::responsesAreUnderstoodInPiecesOfAnySize_data() {
     }
     for (const auto* start :
          {"SSH-2.0-OpenSSH_9.2\r\n", "HTTP/2 200\r\n\r\n", "HTTP/1.1 2OO OK\r\n\r\n", "HTTP/1.1 20\r\n",
-          "HTTP/1.1 2000 OK\r\n", "HTTP/1.1 099 OK\r\n", "HTTP/1.1  200 OK\r\n", "\r\n"}) {
+          "HTTP/1.1 2000 OK\r\n", "HTTP/1.1 099 OK\r\n", "HTTP/1.1  200 OK\r\n", "HTTP/1.1x200 OK\r\n", "\r\n"}) {
         row(start, start, u"not HTTP"_s);
     }
     row("zero bytes", QByteArray(9, '\0'), u"not HTTP"_s);
