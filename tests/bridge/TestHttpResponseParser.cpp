@@ -93,9 +93,10 @@ void TestHttpResponseParser::responsesAreUnderstoodInPiecesOfAnySize_data() {
     row("bare line feeds", ok("A: b\r\nContent-Length: 2\r\n", "{}").replace("\r\n", "\n"), good);
     row("names in any case", ok("cONTENT-lENGTH:2\r\n", "{}x"), good);
     row("length twice the same", ok("Content-Length: 2\r\nContent-Length: 2\r\n", "{}x"), good);
-    row("chunks", chunked("1;x=y\r\n{\r\n01\r\n}\r\n000\r\nTrailer: x\r\n\r\n"), good);
+    row("chunks", chunked("1 ;x=y\r\n{\r\n01\r\n}\r\n000\r\nTrailer: x\r\n\r\n"), good);
     row("chunks, sizes in any case", chunked("A\r\n0123456789\r\na\r\n0123456789\r\n0\r\n\r\n"),
         u"200 01234567890123456789"_s);
+    row("codings in any case", ok("tRANSFER-eNCODING: Chunked\r\n", "2\r\n{}\r\n0\r\n\r\n"), good);
     row("chunks win over a length", ok("Content-Length: 9\r\nTransfer-Encoding: chunked\r\n", "2\r\n{}\r\n0\r\n\r\n"),
         good);
     row("interim responses",
