@@ -14,8 +14,10 @@ static void registerPictures() {
     Q_INIT_RESOURCE(symbols);
 }
 
-// Both weights are the same drawing: its strokes are two whole pixels wide, and half a pixel more is a soft edge.
-QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight /*weight*/) {
+// All are drawn in a square, and both weights are the same drawing: its strokes are two whole pixels wide, and half a
+// pixel more is a soft edge.
+QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight /*weight*/,
+                       Fit /*fit*/) {
     [[maybe_unused]] static const bool registered = (registerPictures(), true);
     const int side = std::max(1, static_cast<int>(std::lround(size * scale)));
     QImage picture{side, side, QImage::Format_ARGB32_Premultiplied};

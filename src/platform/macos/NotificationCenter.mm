@@ -47,7 +47,7 @@ Authorization authorizationOf(long status) {
     return found == authorizations.end() ? Authorization::unrecognized : found->second;
 }
 
-/// For a process without a bundle, for which the system's center raises an exception.
+/// For a process that the system has no center for.
 class NoCenter final : public NotificationCenter {
 public:
     QCoro::Task<bool> requestAuthorization() override { co_return false; }
@@ -99,7 +99,7 @@ QCoro::Task<Authorization> authorizationIn(Deferred<long> status) {
 }
 
 QCoro::Task<> finished(Deferred<long> answer) {
-    co_await answer;
+    (void)co_await answer;
 }
 
 UserNotificationCenter::UserNotificationCenter(UNUserNotificationCenter* center)
@@ -151,13 +151,24 @@ QCoro::Task<> UserNotificationCenter::post(Request request) {
     }
 }
 
+/// Nil for a process without a bundle, and for a bundle that the system does not know: for either it raises.
+UNUserNotificationCenter* currentCenter() {
+    @try {
+        NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
+        return identifier == nil ? nil : [UNUserNotificationCenter currentNotificationCenter];
+    } @catch (NSException*) {
+        return nil;
+    }
+}
+
 }
 
 std::unique_ptr<NotificationCenter> NotificationCenter::standard() {
     @autoreleasepool {
-        if ([[NSBundle mainBundle] bundleIdentifier] == nil) {
+        UNUserNotificationCenter* center = currentCenter();
+        if (center == nil) {
             return std::make_unique<NoCenter>();
         }
-        return std::make_unique<UserNotificationCenter>([UNUserNotificationCenter currentNotificationCenter]);
+        return std::make_unique<UserNotificationCenter>(center);
     }
 }

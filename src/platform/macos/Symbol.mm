@@ -39,19 +39,25 @@ NSBitmapImageRep* over(QImage& picture) {
                                                  bitsPerPixel:32];
 }
 
-/// In the middle, at its own size or as much smaller as it must be.
-NSRect placeFor(NSImage* image, int side, qreal scale) {
+/// At its own size in pixels, or as much smaller as it must be.
+QSizeF sizeOf(NSImage* image, int side, qreal scale, Symbol::Fit fit) {
     const QSizeF natural{image.size.width, image.size.height};
-    const qreal factor = std::min({scale, side / natural.width(), side / natural.height()});
-    const QSizeF size = natural * factor;
-    return NSMakeRect((side - size.width()) / 2, (side - size.height()) / 2, size.width(), size.height());
+    const qreal widest = fit == Symbol::Fit::square ? side / natural.width() : scale;
+    return natural * std::min({scale, widest, side / natural.height()});
 }
 
-void draw(NSImage* image, QImage& picture, qreal scale) {
+/// As wide as the symbol, by whole pixels on both sides.
+QSize pictureSize(const QSizeF& symbol, int side) {
+    const int overhang = std::max(0, static_cast<int>(std::ceil((symbol.width() - side) / 2)));
+    return {side + 2 * overhang, side};
+}
+
+void draw(NSImage* image, const QSizeF& size, QImage& picture) {
     NSGraphicsContext* context = [NSGraphicsContext graphicsContextWithBitmapImageRep:over(picture)];
     [NSGraphicsContext saveGraphicsState];
     [NSGraphicsContext setCurrentContext:context];
-    [image drawInRect:placeFor(image, picture.width(), scale)
+    [image drawInRect:NSMakeRect((picture.width() - size.width()) / 2, (picture.height() - size.height()) / 2,
+                                 size.width(), size.height())
              fromRect:NSZeroRect
             operation:NSCompositingOperationSourceOver
              fraction:1];
@@ -67,13 +73,16 @@ void tint(QImage& picture, const QColor& colour) {
 
 }
 
-QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight weight) {
+QPixmap Symbol::pixmap(const QString& name, qreal size, const QColor& colour, qreal scale, Weight weight, Fit fit) {
     const int side = std::max(1, static_cast<int>(std::lround(size * scale)));
-    QImage picture{side, side, QImage::Format_RGBA8888_Premultiplied};
-    picture.fill(Qt::transparent);
+    QImage picture;
     @autoreleasepool {
-        if (NSImage* image = symbol(name, size, weight); image != nil) {
-            draw(image, picture, scale);
+        NSImage* image = symbol(name, size, weight);
+        const QSizeF drawn = image == nil ? QSizeF{} : sizeOf(image, side, scale, fit);
+        picture = QImage{pictureSize(drawn, side), QImage::Format_RGBA8888_Premultiplied};
+        picture.fill(Qt::transparent);
+        if (image != nil) {
+            draw(image, drawn, picture);
             tint(picture, colour);
         }
     }

@@ -15,7 +15,8 @@ void SymbolImage::draw(QPainter& painter, const QRectF& square, const QColor& co
     const Look look{target.width(), colour, Drawing::scale(painter)};
     if (look != m_look) {
         m_look = look;
-        m_pixmap = Symbol::pixmap(m_name, look.size, look.colour, look.scale, m_weight);
+        m_pixmap = Symbol::pixmap(m_name, look.size, look.colour, look.scale, m_weight, Symbol::Fit::height);
     }
-    painter.drawPixmap(target.topLeft(), m_pixmap);
+    const qreal overhang = (m_pixmap.deviceIndependentSize().width() - target.width()) / 2;
+    painter.drawPixmap(target.topLeft() - QPointF{overhang, 0}, m_pixmap);
 }
