@@ -63,6 +63,10 @@ def make_kit():
     signer.write_text(f'#!/bin/sh\necho "$*" >>{kit}/signatures\n', encoding="utf-8")
     signer.chmod(0o755)
     copy_qcoro(kit / "qcoro")
+    json = kit / "packages" / "nlohmann"
+    if not json.exists():
+        json.parent.mkdir(exist_ok=True)
+        json.symlink_to("/usr/include/nlohmann")
     for script, folder in (("make_sysroot.py", "sysroot"), ("make_stubs.py", "stubs")):
         stamp = kit / f"{folder}.stamp"
         source = HERE / "target" / script

@@ -16,15 +16,15 @@ TARGET = kit.WORK / "target"
 RUN = kit.WORK / "run"
 
 # Words of the program's link line without which it must not link.
-LINK_WORDS = ["AppKit", "ApplicationServices", "Foundation", "UserNotifications"]
+LINK_WORDS = ["AppKit", "ApplicationServices", "CoreText", "Foundation", "UserNotifications"]
 
 # Objects of the libraries, without any one of which the program must not link.
 LIBRARIES = {
     "libvorna_platform.a": [
-        "AppInfo.mm", "ChildDescriptors.cpp", "Desktop.mm", "NotificationCenter.mm", "NativeWindow.mm",
-        "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
+        "Action.mm", "AppInfo.mm", "ChildDescriptors.cpp", "Desktop.mm", "FontDesign.mm", "NativeWindow.mm",
+        "NotificationCenter.mm", "SingleInstance.mm", "Symbol.mm", "SystemSettings.cpp", "UserDefaults.mm",
     ],
-    "libvorna_tray.a": ["StatusItem.mm"],
+    "libvorna_tray.a": ["MenuBar.cpp", "StatusItem.mm"],
 }
 
 
@@ -169,8 +169,8 @@ def all_mistakes():
     """The table: (file, what stands there, the mistake)."""
     mistakes, name = [], None
     for line in TABLE.read_text(encoding="utf-8").splitlines():
-        if line.startswith("["):
-            name = line.strip("[]")
+        if section := re.fullmatch(r"\[(\w+\.\w+)\]", line):
+            name = section[1]
         elif line.startswith("- "):
             mistakes.append((name, whole_line(name, line[2:]), ""))
         elif line and not line.startswith("#"):

@@ -8,8 +8,6 @@
 #include <functional>
 #include <optional>
 
-class QWindow;
-
 /// What stands in for the Mac's frameworks when the real files of src/platform/macos run elsewhere: what they were
 /// told, and what they answer. Main thread only, unless said otherwise.
 namespace Doubles {
@@ -27,7 +25,7 @@ struct PostedRequest {
 struct Button {
     QString title;
     QString toolTip;
-    QString accessibilityTitle;
+    QString accessibilityLabel;
     QString accessibilityValue;
     QString imageName; ///< empty for none
     QString imageDescription;
@@ -35,8 +33,10 @@ struct Button {
     bool showsImage = false;
     bool showsTitle = false;
     bool hasTarget = false;
+    bool isHighlighted = false;
     quint64 actionMask = 0;
-    QStringList menuWhenPressed; ///< the entries of the menu that was set when the button was pressed by the program
+    QStringList menus;    ///< the entries of each menu that a click by the program has opened
+    QStringList poppedUp; ///< the same of what was opened without a click
 };
 
 enum class Program { none, own, other };
@@ -44,6 +44,7 @@ enum class Program { none, own, other };
 struct State {
     // The bundle
     std::optional<QString> bundleIdentifier = QStringLiteral("test.bundle");
+    bool bundleIsUnknown = false; ///< to the system
     QHash<QString, QString> information;
     QString keyWithNumber; ///< this key of the information holds a number
 
@@ -57,17 +58,29 @@ struct State {
     int centersAskedFor = 0;
 
     // The application and its workspace
+    QString platform = QStringLiteral("offscreen"); ///< what Qt draws by
     long activationPolicy = -1;
     bool hasFinishedLaunching = false;
     int activations = 0;
+    bool grantsActivation = true;
+    int requestsToActivate = 0;
+    int ordersToTheFront = 0;
     bool isActive = false;
+    bool isHidden = false;
     Program inFront = Program::other;
     Program yieldedTo = Program::none;
     QList<quint64> otherActivations; ///< with these options
+    bool otherAccepts = true;
+    bool otherInstanceRuns = false;
+    bool otherHasFinishedLaunching = true;
+    QStringList openedApplications;
     quint64 windowBehavior = 0;
-    const QWindow* windowWithBehavior = nullptr;
+    bool nativeWindowWasVisible = false; ///< when it was last asked for
     QStringList openedUrls;
     bool isTrusted = false;
+
+    // Processes
+    QList<int> inheritedDescriptors;
 
     // Memory
     std::optional<quint64> reliefGoal; ///< what was asked of all zones at once
@@ -77,15 +90,13 @@ struct State {
     double itemLength = 0;
     int items = 0;
     int imagesMade = 0;
-    quint64 monitoredEvents = 0;
-    int monitors = 0;
     std::optional<long> currentEvent; ///< its type
     quint64 currentModifiers = 0;
-    QPointF pointer;
+    bool clickOpensMenu = true;
+    QString chosen; ///< this entry is chosen as soon as the menu opens
     bool hasWindow = true;
     QRectF buttonInWindow{3, 0, 30, 24};
-    QPointF windowOnScreen{1000, 876};
-    QList<QRectF> screens{QRectF{0, 0, 1440, 900}};
+    QPointF windowOnScreen{500, 776};
 
     // Symbols
     double symbolPointSize = 0;
@@ -93,6 +104,10 @@ struct State {
     QSizeF symbolSize{16, 16};
     int openGraphicsStates = 0;
     int flushes = 0;
+
+    // Fonts
+    QStringList fontDesigns; ///< that were asked for
+    QString fontFile;        ///< where the system keeps each of them; empty where it has none
 };
 
 State& state();
@@ -110,8 +125,9 @@ std::optional<quint64> presentation();
 void pressButton();
 void choose(const QString& entry);
 
-/// A mouse button is pressed in another program.
-void pressElsewhere();
+/// An event of this mask happens in another program; what is watched there.
+void happensElsewhere(quint64 event);
+QList<quint64> monitoredEvents();
 
 /// The application starts up; the user opens it again.
 void finishLaunching();

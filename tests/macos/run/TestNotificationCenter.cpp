@@ -44,7 +44,8 @@ private slots:
     void theCenterMayGoInItsOwnAnswer();
     void presentsNotificationsWhileInFront();
     void leavesNoDelegateBehind();
-    void answersAtOnceWithoutABundle();
+    void answersAtOnceWithoutACenter_data();
+    void answersAtOnceWithoutACenter();
 };
 
 void TestNotificationCenter::init() {
@@ -191,8 +192,15 @@ void TestNotificationCenter::leavesNoDelegateBehind() {
     QCOMPARE(Doubles::presentation(), std::nullopt);
 }
 
-void TestNotificationCenter::answersAtOnceWithoutABundle() {
-    Doubles::state().bundleIdentifier.reset();
+void TestNotificationCenter::answersAtOnceWithoutACenter_data() {
+    QTest::addColumn<bool>("hasBundle");
+    QTest::newRow("without a bundle") << false;
+    QTest::newRow("a bundle that the system does not know") << true;
+}
+
+void TestNotificationCenter::answersAtOnceWithoutACenter() {
+    QFETCH(bool, hasBundle);
+    hasBundle ? Doubles::state().bundleIsUnknown = true : (Doubles::state().bundleIdentifier.reset(), false);
     const auto center = NotificationCenter::standard();
     std::optional<bool> granted;
     std::optional<Authorization> status;
@@ -203,7 +211,7 @@ void TestNotificationCenter::answersAtOnceWithoutABundle() {
     QCOMPARE(granted, std::optional{false});
     QCOMPARE(status, std::optional{Authorization::notDetermined});
     QCOMPARE(done, 1);
-    QCOMPARE(Doubles::state().centersAskedFor, 0);
+    QCOMPARE(Doubles::state().centersAskedFor, hasBundle ? 1 : 0);
     QVERIFY(Doubles::state().requests.isEmpty());
 }
 

@@ -14,8 +14,12 @@ constexpr long leftMouseDown = 1;
 constexpr long rightMouseDown = 3;
 constexpr quint64 leftOrRightMouseDown = (1U << 1U) | (1U << 3U);
 constexpr quint64 anyMouseDown = leftOrRightMouseDown | (1U << 25U);
+constexpr quint64 rightMouseUp = 1U << 4U;
 constexpr quint64 control = 1U << 18U;
 constexpr double variableLength = -1;
+constexpr qsizetype entries = 4;
+constexpr QPoint onTheItem{510, 0};
+constexpr QPoint outside{200, 300};
 
 std::unique_ptr<StatusItem> makeItem() {
     auto item = StatusItem::create(u"vorna"_s);
@@ -45,12 +49,15 @@ private slots:
     void theSecondaryPressOpensTheMenu();
     void entriesOfTheMenuAreHeard_data();
     void entriesOfTheMenuAreHeard();
+    void aRightReleaseOnTheItemOpensTheMenu();
+    void oneClickOpensTheMenuOnce();
+    void popsTheMenuUpWhereAClickOpensNothing();
     void anchorIsWhereTheButtonIs_data();
     void anchorIsWhereTheButtonIs();
-    void anchorIsThePointerWhereThereIsNoPlace_data();
+    void anchorIsWhereTheClickWas();
     void anchorIsThePointerWhereThereIsNoPlace();
-    void pressesElsewhereAreHeard();
-    void aPressOnTheItemItselfIsNotElsewhere();
+    void pressesElsewhereAreHeardWhileThePanelIsOpen();
+    void looksPressedWhileThePanelIsOpen();
     void leavesNothingBehind();
 };
 
@@ -67,7 +74,7 @@ void TestStatusItem::takesOnePlaceOfVariableLength() {
 void TestStatusItem::isCalledByItsTitle() {
     const auto item = StatusItem::create(u"vorna"_s);
     QCOMPARE(button().title, u"vorna"_s);
-    QCOMPARE(button().accessibilityTitle, u"vorna"_s);
+    QCOMPARE(button().accessibilityLabel, u"vorna"_s);
     QVERIFY(button().showsTitle);
 }
 
@@ -79,7 +86,7 @@ void TestStatusItem::showsTheSymbolAsATemplateAndSaysWhatItMeans() {
     QVERIFY(button().showsImage);
     QCOMPARE(button().toolTip, u"all well"_s);
     QCOMPARE(button().accessibilityValue, u"all well"_s);
-    QCOMPARE(button().accessibilityTitle, u"vorna"_s);
+    QCOMPARE(button().accessibilityLabel, u"vorna"_s);
 }
 
 void TestStatusItem::showsItsTitleWhereThereIsNoSuchSymbol() {
@@ -111,7 +118,7 @@ void TestStatusItem::aPressIsAClick() {
     Doubles::pressButton();
     Doubles::pressButton();
     QCOMPARE(clicked.size(), 2);
-    QVERIFY(button().menuWhenPressed.isEmpty());
+    QVERIFY(button().menus.isEmpty());
 }
 
 void TestStatusItem::aPressWithoutAnEventIsAClick() {
@@ -137,7 +144,7 @@ void TestStatusItem::theSecondaryPressOpensTheMenu() {
     Doubles::state().currentEvent = event;
     Doubles::state().currentModifiers = modifiers;
     Doubles::pressButton();
-    QCOMPARE(button().menuWhenPressed, (QStringList{u"Show panel"_s, u"Settings…"_s, u"---"_s, u"Quit vorna"_s}));
+    QCOMPARE(button().menus, (QStringList{u"Show panel"_s, u"Settings…"_s, u"---"_s, u"Quit vorna"_s}));
     QCOMPARE(clicked.size(), 0);
 
     Doubles::state().currentEvent = leftMouseDown;
@@ -167,75 +174,117 @@ void TestStatusItem::entriesOfTheMenuAreHeard() {
     QTEST(heard, "heard");
 }
 
+void TestStatusItem::aRightReleaseOnTheItemOpensTheMenu() {
+    const auto item = makeItem();
+    QCursor::setPos(outside);
+    Doubles::happensElsewhere(rightMouseUp);
+    QVERIFY(button().menus.isEmpty());
+    QCursor::setPos(onTheItem);
+    Doubles::happensElsewhere(rightMouseUp);
+    QCOMPARE(button().menus.size(), entries);
+}
+
+void TestStatusItem::oneClickOpensTheMenuOnce() {
+    const auto item = makeItem();
+    QCursor::setPos(onTheItem);
+    Doubles::state().currentEvent = rightMouseDown;
+    Doubles::pressButton();
+    Doubles::happensElsewhere(rightMouseUp);
+    QCOMPARE(button().menus.size(), entries);
+    QTest::qSleep(310);
+    Doubles::happensElsewhere(rightMouseUp);
+    QCOMPARE(button().menus.size(), 2 * entries);
+}
+
+void TestStatusItem::popsTheMenuUpWhereAClickOpensNothing() {
+    const auto item = makeItem();
+    Doubles::state().currentEvent = rightMouseDown;
+    Doubles::pressButton();
+    QVERIFY(button().poppedUp.isEmpty());
+    Doubles::state().clickOpensMenu = false;
+    QTest::qSleep(310);
+    Doubles::pressButton();
+    QCOMPARE(button().poppedUp.size(), entries);
+}
+
 void TestStatusItem::anchorIsWhereTheButtonIs_data() {
-    QTest::addColumn<QList<QRectF>>("screens");
     QTest::addColumn<QPointF>("window");
     QTest::addColumn<QRect>("anchor");
-    const QRectF primary{0, 0, 1440, 900};
-    QTest::newRow("one screen") << QList{primary} << QPointF{1000, 876} << QRect{1003, 0, 30, 24};
-    QTest::newRow("a larger screen of another scale to the right, its lower edge lower")
-        << QList{primary, QRectF{1440, -180, 1920, 1080}} << QPointF{3000, 876} << QRect{3003, 0, 30, 24};
-    QTest::newRow("a screen above") << QList{primary, QRectF{0, 900, 2560, 1440}} << QPointF{2000, 2316}
-                                    << QRect{2003, -1440, 30, 24};
-    QTest::newRow("a screen to the left and below")
-        << QList{primary, QRectF{-1280, -600, 1280, 800}} << QPointF{-200, 176} << QRect{-197, 700, 30, 24};
-    QTest::newRow("half points") << QList{primary} << QPointF{1000.4, 876} << QRect{1003, 0, 30, 24};
+    QTest::newRow("primary screen") << QPointF{500, 776} << QRect{503, 0, 30, 24};
+    QTest::newRow("a screen to the right, its upper edge lower") << QPointF{3000, 676} << QRect{3003, 100, 30, 24};
+    QTest::newRow("a screen above") << QPointF{2000, 2216} << QRect{2003, -1440, 30, 24};
+    QTest::newRow("half points") << QPointF{500.4, 776} << QRect{503, 0, 30, 24};
 }
 
 void TestStatusItem::anchorIsWhereTheButtonIs() {
-    QFETCH(QList<QRectF>, screens);
     QFETCH(QPointF, window);
     const auto item = makeItem();
-    Doubles::state().screens = screens;
+    QCursor::setPos(outside);
     Doubles::state().windowOnScreen = window;
     QTEST(item->anchor(), "anchor");
 }
 
-void TestStatusItem::anchorIsThePointerWhereThereIsNoPlace_data() {
-    QTest::addColumn<bool>("hasWindow");
-    QTest::addColumn<bool>("hasScreen");
-    QTest::newRow("the item is not shown") << false << true;
-    QTest::newRow("there is no screen") << true << false;
+void TestStatusItem::anchorIsWhereTheClickWas() {
+    const QRect aroundThePointer{outside.x() - 15, 0, 30, 24};
+    const auto item = makeItem();
+    QList<QRect> anchors;
+    connect(item.get(), &StatusItem::clicked, this, [&] { anchors.append(item->anchor()); });
+    connect(item.get(), &StatusItem::showPanelChosen, this, [&] { anchors.append(item->anchor()); });
+    QCursor::setPos(outside.x(), 0);
+    Doubles::pressButton();
+    Doubles::state().currentEvent = rightMouseDown;
+    Doubles::state().chosen = u"Show panel"_s;
+    Doubles::pressButton();
+    QCOMPARE(anchors, (QList{aroundThePointer, aroundThePointer}));
+    QCOMPARE(item->anchor(), (QRect{503, 0, 30, 24}));
 }
 
 void TestStatusItem::anchorIsThePointerWhereThereIsNoPlace() {
-    QFETCH(bool, hasWindow);
-    QFETCH(bool, hasScreen);
     const auto item = makeItem();
     QCursor::setPos(123, 45);
-    Doubles::state().hasWindow = hasWindow;
-    if (!hasScreen) {
-        Doubles::state().screens.clear();
-    }
+    Doubles::state().hasWindow = false;
     QCOMPARE(item->anchor(), (QRect{QCursor::pos(), QSize{0, 0}}));
 }
 
-void TestStatusItem::pressesElsewhereAreHeard() {
+void TestStatusItem::pressesElsewhereAreHeardWhileThePanelIsOpen() {
     const auto item = makeItem();
     QSignalSpy elsewhere{item.get(), &StatusItem::clickedElsewhere};
-    QCOMPARE(Doubles::state().monitoredEvents, anyMouseDown);
-    Doubles::state().pointer = {200, 200};
-    Doubles::pressElsewhere();
+    QCOMPARE(Doubles::monitoredEvents(), QList{rightMouseUp});
+    item->setPanelOpen(true);
+    item->setPanelOpen(true);
+    QCOMPARE(Doubles::monitoredEvents(), (QList{rightMouseUp, anyMouseDown}));
+    QCursor::setPos(outside);
+    Doubles::happensElsewhere(leftOrRightMouseDown);
+    QCOMPARE(elsewhere.size(), 1);
+    QCursor::setPos(onTheItem);
+    Doubles::happensElsewhere(leftOrRightMouseDown);
     QCOMPARE(elsewhere.size(), 1);
     Doubles::state().hasWindow = false;
-    Doubles::pressElsewhere();
+    Doubles::happensElsewhere(leftOrRightMouseDown);
     QCOMPARE(elsewhere.size(), 2);
+    item->setPanelOpen(false);
+    QCOMPARE(Doubles::monitoredEvents(), QList{rightMouseUp});
 }
 
-void TestStatusItem::aPressOnTheItemItselfIsNotElsewhere() {
+void TestStatusItem::looksPressedWhileThePanelIsOpen() {
     const auto item = makeItem();
-    QSignalSpy elsewhere{item.get(), &StatusItem::clickedElsewhere};
-    Doubles::state().pointer = {1010, 890};
-    Doubles::pressElsewhere();
-    QCOMPARE(elsewhere.size(), 0);
+    item->setPanelOpen(true);
+    QVERIFY(button().isHighlighted);
+    Doubles::state().button.isHighlighted = false; // the end of the click
+    QCoreApplication::processEvents();
+    QVERIFY(button().isHighlighted);
+    item->setPanelOpen(false);
+    QVERIFY(!button().isHighlighted);
 }
 
 void TestStatusItem::leavesNothingBehind() {
-    makeItem().reset();
+    auto item = makeItem();
+    item->setPanelOpen(true);
+    item.reset();
     QCOMPARE(Doubles::state().items, 0);
-    QCOMPARE(Doubles::state().monitors, 0);
+    QVERIFY(Doubles::monitoredEvents().isEmpty());
     QVERIFY(!button().hasTarget);
-    Doubles::pressElsewhere();
+    QCoreApplication::processEvents();
 }
 
 QTEST_MAIN(TestStatusItem)

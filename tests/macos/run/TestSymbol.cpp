@@ -35,6 +35,8 @@ private slots:
     void hasTheAskedSizeOnEveryScale();
     void standsInTheMiddleAndFits_data();
     void standsInTheMiddleAndFits();
+    void widerSymbolsAreAsLargeAsTheirNeighbours_data();
+    void widerSymbolsAreAsLargeAsTheirNeighbours();
     void hasExactlyTheAskedColour();
     void aNameWithoutASymbolGivesATransparentPicture();
     void leavesTheGraphicsAsTheyWere();
@@ -95,6 +97,27 @@ void TestSymbol::standsInTheMiddleAndFits() {
     QFETCH(double, scale);
     Doubles::state().symbolSize = natural;
     QTEST(inked(Symbol::pixmap(u"bell"_s, 20, Qt::black, scale).toImage()), "place");
+}
+
+void TestSymbol::widerSymbolsAreAsLargeAsTheirNeighbours_data() {
+    QTest::addColumn<QSizeF>("natural");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<QSize>("picture");
+    QTest::addColumn<QRect>("place");
+    QTest::newRow("smaller") << QSizeF{10, 12} << 1.0 << QSize{20, 20} << QRect{5, 4, 10, 12};
+    QTest::newRow("wider") << QSizeF{24, 18} << 1.0 << QSize{24, 20} << QRect{0, 1, 24, 18};
+    QTest::newRow("wider by an odd number of pixels") << QSizeF{23, 18} << 2.0 << QSize{46, 40} << QRect{0, 2, 46, 36};
+    QTest::newRow("wider and higher") << QSizeF{60, 40} << 1.0 << QSize{30, 20} << QRect{0, 0, 30, 20};
+}
+
+void TestSymbol::widerSymbolsAreAsLargeAsTheirNeighbours() {
+    QFETCH(QSizeF, natural);
+    QFETCH(double, scale);
+    Doubles::state().symbolSize = natural;
+    const QPixmap picture =
+        Symbol::pixmap(u"bell"_s, 20, Qt::black, scale, Symbol::Weight::regular, Symbol::Fit::height);
+    QTEST(picture.size(), "picture");
+    QTEST(inked(picture.toImage()), "place");
 }
 
 void TestSymbol::hasExactlyTheAskedColour() {

@@ -1,22 +1,20 @@
 #include "Doubles.h"
 #include "platform/AppInfo.h"
-#include "platform/Desktop.h"
+#include "platform/ChildDescriptors.h"
 #include "platform/SingleInstance.h"
 #include "platform/SystemSettings.h"
 #include "platform/UserDefaults.h"
 
 #include <QSignalSpy>
 #include <QTest>
-#include <QWindow>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr long accessory = 1;
-constexpr quint64 moveToActiveSpace = 1U << 1U;
-constexpr quint64 fullScreenAuxiliary = 1U << 8U;
-const QList<quint64> onceWithoutOptions{0};
 const QString daypart = u"vorna.macos.daypart"_s;
 const QString manual = u"vorna.macos.daypart.manual"_s;
 
@@ -38,25 +36,17 @@ private slots:
     void truthsAreStoredUnderTheirKeys();
     void whatIsNoTruthIsFalse();
     void whatIsRemovedIsGone();
-    void hasNoPlaceInTheDock();
-    void opensAddresses_data();
-    void opensAddresses();
-    void comesToTheFront();
-    void comesToTheSpaceOfTheUser();
-    void givesTheKeyboardBackOnce();
-    void keepsTheKeyboard_data();
-    void keepsTheKeyboard();
-    void remembersWhoWasInFrontBeforeUs();
-    void trustIsWhatTheSystemSays();
-    void everythingThatIsNotUsedIsGivenBack();
     void everyPaneHasItsLink_data();
     void everyPaneHasItsLink();
-    void windowsAreBlended();
-    void panelIsAWindowInFrontWhereWePutIt();
     void thisProcessIsTheOneInstance();
+    void aStartBesideARunningOneOpensThatOne_data();
+    void aStartBesideARunningOneOpensThatOne();
     void openingItAgainShowsThePanel();
     void openingItAgainIsHeardAlsoWhenStartedLate();
     void nobodyListensAfterTheInstanceIsGone();
+    void noChildInheritsAPipe();
+    void childrenInheritStandardInputAndNothingElse_data();
+    void childrenInheritStandardInputAndNothingElse();
 };
 
 void TestSystem::init() {
@@ -137,102 +127,6 @@ void TestSystem::whatIsRemovedIsGone() {
     QVERIFY(!defaults->boolean(manual));
 }
 
-void TestSystem::hasNoPlaceInTheDock() {
-    Desktop::becomeAccessory();
-    QCOMPARE(Doubles::state().activationPolicy, accessory);
-}
-
-void TestSystem::opensAddresses_data() {
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QStringList>("opened");
-    const QString plain = u"https://console.example.org/dashboard?a=b&c=d#e"_s;
-    QTest::newRow("page") << plain << QStringList{plain};
-    QTest::newRow("accents are encoded") << u"https://example.org/ü b"_s
-                                         << QStringList{u"https://example.org/%C3%BC%20b"_s};
-}
-
-void TestSystem::opensAddresses() {
-    QFETCH(QString, address);
-    Desktop::openUrl(QUrl{address});
-    QTEST(Doubles::state().openedUrls, "opened");
-}
-
-void TestSystem::comesToTheFront() {
-    QWindow window;
-    QWindow other;
-    window.showMinimized();
-    other.show();
-    other.requestActivate();
-    QTRY_VERIFY(other.isActive());
-    Desktop::bringToFront(window);
-    QCOMPARE(Doubles::state().activations, 1);
-    QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
-    QTRY_VERIFY(window.isActive());
-}
-
-void TestSystem::comesToTheSpaceOfTheUser() {
-    QWindow window;
-    window.show();
-    Desktop::bringToFront(window);
-    QCOMPARE(Doubles::state().windowWithBehavior, &window);
-    QCOMPARE(Doubles::state().windowBehavior, moveToActiveSpace | fullScreenAuxiliary);
-}
-
-void TestSystem::givesTheKeyboardBackOnce() {
-    QWindow window;
-    window.show();
-    Desktop::bringToFront(window);
-    window.hide();
-    Desktop::activatePreviousProgram();
-    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
-    Doubles::state().isActive = true;
-    Desktop::activatePreviousProgram();
-    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
-}
-
-void TestSystem::keepsTheKeyboard_data() {
-    QTest::addColumn<bool>("isShown");
-    QTest::addColumn<bool>("isActive");
-    QTest::newRow("while a window of ours is shown") << true << true;
-    QTest::newRow("when another program has it already") << false << false;
-}
-
-void TestSystem::keepsTheKeyboard() {
-    QFETCH(bool, isShown);
-    QFETCH(bool, isActive);
-    QWindow window;
-    window.show();
-    Desktop::bringToFront(window);
-    window.setVisible(isShown);
-    Doubles::state().isActive = isActive;
-    Desktop::activatePreviousProgram();
-    QCOMPARE(Doubles::state().otherActivations, QList<quint64>{});
-}
-
-void TestSystem::remembersWhoWasInFrontBeforeUs() {
-    QWindow window;
-    for (const auto inFront : {Doubles::Program::other, Doubles::Program::own, Doubles::Program::none}) {
-        Doubles::state().inFront = inFront;
-        window.show();
-        Desktop::bringToFront(window);
-    }
-    window.hide();
-    Desktop::activatePreviousProgram();
-    QCOMPARE(Doubles::state().otherActivations, onceWithoutOptions);
-}
-
-void TestSystem::trustIsWhatTheSystemSays() {
-    QVERIFY(!Desktop::trustsAccessibility());
-    Doubles::state().isTrusted = true;
-    QVERIFY(Desktop::trustsAccessibility());
-}
-
-void TestSystem::everythingThatIsNotUsedIsGivenBack() {
-    constexpr quint64 asMuchAsThereIs = 0;
-    Desktop::releaseUnusedMemory();
-    QCOMPARE(Doubles::state().reliefGoal, std::optional{asMuchAsThereIs});
-}
-
 void TestSystem::everyPaneHasItsLink_data() {
     using enum SystemSettings::Pane;
     QTest::addColumn<SystemSettings::Pane>("pane");
@@ -255,21 +149,40 @@ void TestSystem::everyPaneHasItsLink() {
     QCOMPARE(Doubles::state().openedUrls, QStringList{u"x-apple.systempreferences:"_s + rest});
 }
 
-void TestSystem::windowsAreBlended() {
-    QVERIFY(Desktop::blendsWindows());
-}
-
-void TestSystem::panelIsAWindowInFrontWhereWePutIt() {
-    const Qt::WindowFlags flags = Desktop::panelFlags();
-    QCOMPARE(flags & Qt::WindowType_Mask, Qt::Window);
-    QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
-    QVERIFY(flags.testFlag(Qt::WindowStaysOnTopHint));
-    QVERIFY(!Desktop::placesPanel());
-}
-
 void TestSystem::thisProcessIsTheOneInstance() {
     QVERIFY(SingleInstance::claim(u"panel"_s));
     QVERIFY(SingleInstance::claim(u"settings"_s));
+}
+
+void TestSystem::aStartBesideARunningOneOpensThatOne_data() {
+    QTest::addColumn<bool>("hasBundle");
+    QTest::addColumn<bool>("runs");
+    QTest::addColumn<bool>("hasLaunched");
+    QTest::addColumn<bool>("answers");
+    QTest::addColumn<bool>("isOpened");
+    QTest::newRow("one runs") << true << true << true << true << true;
+    QTest::newRow("one runs, and the system says nothing") << true << true << true << false << true;
+    QTest::newRow("both start at once") << true << true << false << true << false;
+    QTest::newRow("none runs") << true << false << true << true << false;
+    QTest::newRow("without a bundle") << false << true << true << true << false;
+}
+
+void TestSystem::aStartBesideARunningOneOpensThatOne() {
+    QFETCH(bool, hasBundle);
+    QFETCH(bool, isOpened);
+    QFETCH(bool, answers);
+    QFETCH(bool, runs);
+    QFETCH(bool, hasLaunched);
+    auto& state = Doubles::state();
+    if (!hasBundle) {
+        state.bundleIdentifier.reset();
+    }
+    state.otherInstanceRuns = runs;
+    state.otherHasFinishedLaunching = hasLaunched;
+    state.holdsAnswers = !answers;
+    QCOMPARE(SingleInstance::claim(u"panel"_s) == nullptr, isOpened);
+    QCOMPARE(state.openedApplications, isOpened ? QStringList{u"file:///other.app"_s} : QStringList{});
+    Doubles::answerAll();
 }
 
 void TestSystem::openingItAgainShowsThePanel() {
@@ -298,6 +211,38 @@ void TestSystem::nobodyListensAfterTheInstanceIsGone() {
     QVERIFY(!Doubles::handlesReopening());
     Doubles::finishLaunching();
     QVERIFY(!Doubles::handlesReopening());
+}
+
+void TestSystem::noChildInheritsAPipe() {
+    std::array<int, 2> ends{-1, -1};
+    QCOMPARE(ChildDescriptors::openPipe(ends), 0);
+    QCOMPARE(::write(ends[1], "x", 1), 1);
+    for (const int end : ends) {
+        QVERIFY((fcntl(end, F_GETFD) & FD_CLOEXEC) != 0);
+        ::close(end);
+    }
+}
+
+void TestSystem::childrenInheritStandardInputAndNothingElse_data() {
+    QTest::addColumn<bool>("hasInput");
+    QTest::addColumn<QList<int>>("inherited");
+    QTest::newRow("standard input") << true << QList<int>{STDIN_FILENO};
+    QTest::newRow("no standard input") << false << QList<int>{};
+}
+
+void TestSystem::childrenInheritStandardInputAndNothingElse() {
+    constexpr short wanted = 0x02;
+    constexpr short closesTheRest = 0x4000;
+    QFETCH(bool, hasInput);
+    const int spare = ::dup(STDIN_FILENO);
+    hasInput ? (void)::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO) : (void)::close(STDIN_FILENO);
+    posix_spawn_file_actions_t actions;
+    short flags = wanted;
+    const int status = ChildDescriptors::inheritNothingElse(actions, flags);
+    spare == -1 ? (void)0 : (void)::dup2(spare, STDIN_FILENO);
+    QCOMPARE(status, 0);
+    QCOMPARE(flags, short{wanted | closesTheRest});
+    QTEST(Doubles::state().inheritedDescriptors, "inherited");
 }
 
 QTEST_MAIN(TestSystem)

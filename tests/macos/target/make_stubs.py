@@ -35,7 +35,7 @@ OBJECTIVE_C = [
     setProperty_nonatomic_copy storeStrong storeWeak unsafeClaimAutoreleasedReturnValue
 """.split()
     + [f"{action}_x{register}" for action in ("retain", "release") for register in range(29)]
-] + ["__objc_empty_cache", "___objc_personality_v0"]
+] + ["__objc_empty_cache", "___objc_personality_v0", "_objc_ehtype_vtable"]
 
 # The C++ library waits on 64 bits there.
 CXX_ELSEWHERE = {"__ZNSt3__120__libcpp_atomic_waitEPVKvx"}
@@ -44,7 +44,7 @@ CXX_ELSEWHERE = {"__ZNSt3__120__libcpp_atomic_waitEPVKvx"}
 FRAMEWORKS = {
     "CoreFoundation": (
         ["___CFConstantStringClassReference"],
-        ["NSArray", "NSData", "NSDictionary", "NSMutableArray", "NSNumber"],
+        ["NSArray", "NSData", "NSDictionary", "NSException", "NSMutableArray", "NSNumber"],
     ),
     "Foundation": (
         ["__NSRangeExceptionRaise"],  # in GNUstep's inline NSMakeRange()

@@ -9,7 +9,8 @@ function(vorna_use_stubs)
     foreach(TARGET ${TARGETS})
         get_target_property(INCLUDES ${TARGET} INTERFACE_INCLUDE_DIRECTORIES)
         if(INCLUDES)
-            list(REMOVE_ITEM INCLUDES /usr/include) # the headers of this machine's own system
+            # Packages, but not this machine's own system.
+            list(TRANSFORM INCLUDES REPLACE "^/usr/include/*$" "${VORNA_MAC_KIT}/packages")
             list(TRANSFORM INCLUDES REPLACE "^/usr/include/qcoro6" "${VORNA_MAC_KIT}/qcoro")
             set_target_properties(${TARGET} PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${INCLUDES}")
         endif()
