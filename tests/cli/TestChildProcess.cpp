@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -41,13 +42,10 @@ bool ends(ChildProcess& child) {
 }
 
 Outcome outcomeOf(const std::string& executable, const QStringList& arguments) {
-    auto child = ChildProcess::launch(executable, arguments);
-    if (!child) {
-        return {.status = -child.error(), .output = {}, .errors = {}};
-    }
-    const auto output = QCoro::waitFor(child->readOutput());
-    const auto errors = QCoro::waitFor(child->readErrors());
-    return {ends(*child) ? child->status() : -1, output.value_or(QString{}), errors.value_or(QString{})};
+    ChildProcess child = ChildProcess::launch(executable, arguments).value();
+    const auto output = QCoro::waitFor(child.readOutput());
+    const auto errors = QCoro::waitFor(child.readErrors());
+    return {ends(child) ? child.status() : -1, output.value_or(QString{}), errors.value_or(QString{})};
 }
 
 Outcome shell(const QString& script) {
@@ -60,13 +58,14 @@ QString scene(const QString& name) {
 }
 
 /// The same while other descriptors stand in for our standard ones; none does where that is -1.
-Outcome shellOver(std::array<int, 3> others, const QString& script) {
+Outcome shellOver(std::array<int, 3> others, const QString& script, const std::function<void()>& also = [] {}) {
     std::array<int, 3> kept{};
     for (int stream = 0; stream < 3; ++stream) {
         kept[stream] = fcntl(stream, F_DUPFD_CLOEXEC, 3);
         others[stream] < 0 ? close(stream) : dup2(others[stream], stream);
     }
     const Outcome outcome = shell(script);
+    also();
     for (int stream = 0; stream < 3; ++stream) {
         dup2(kept[stream], stream);
         close(kept[stream]);
@@ -95,9 +94,8 @@ private slots:
     }
 
     void processThatIsNotShownToUsRunsOn() {
-        const pid_t process = shell(u"sleep 100 >/dev/null 2>&1 & echo $!"_s).output.toInt(); // as below a debugger
-        ChildProcess child{process, {}, {}};
-        QVERIFY(process > 0 && child.isRunning());
+        ChildProcess child{shell(u"sleep 100 >/dev/null 2>&1 & echo $!"_s).output.toInt(), {}, {}}; // as one debugged
+        QVERIFY(child.isRunning());
         child.terminate();
         QVERIFY(ends(child));
         QCOMPARE(child.status(), ChildProcess::unknownStatus);
@@ -110,7 +108,6 @@ private slots:
                             "(trap 'echo wrong' TERM CONT; echo ready; sleep 1; echo left alone) & sleep 0.2\n"
                             "kill -STOP $$; while :; do sleep 0.1; done"_s;
         auto child = ChildProcess::launch("/bin/sh", {u"-c"_s, script});
-        QVERIFY(child.has_value());
         auto reading = child->readOutput();
         QVERIFY(QTest::qWaitFor([] { return OwnProcess::hasChildThat(WSTOPPED); }, waitMs));
         child->terminate();
@@ -138,7 +135,7 @@ private slots:
         qunsetenv("VORNA_TEST_TEXT");
         const StandInTool place;
         const QString before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(place.home()));
+        QDir::setCurrent(place.home());
         QCOMPARE(shell(u"pwd -P"_s).output.trimmed(), QDir{place.home()}.canonicalPath());
         QDir::setCurrent(before);
     }
@@ -156,8 +153,11 @@ private slots:
     }
 
     void worksWithoutStandardStreamsOfOurOwn() {
-        const Outcome outcome = shellOver({-1, -1, -1}, u"echo output; echo error >&2; exec true"_s);
+        std::optional<Pipe> pipe;
+        const Outcome outcome =
+            shellOver({-1, -1, -1}, u"echo output; echo error >&2"_s, [&] { pipe = *Pipe::open(); });
         QCOMPARE(outcome.output + outcome.errors, u"output\nerror\n"_s);
+        QVERIFY(pipe->reading.number() > STDERR_FILENO && pipe->writing.number() > STDERR_FILENO);
     }
 
     void passesNoSignalState() {
@@ -265,7 +265,7 @@ void playTerminal() {
 void playQuitting() {
     {
         int count = 0;
-        QCoreApplication app{count, nullptr};
+        const QCoreApplication app{count, nullptr};
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &app, [] {
             if (QFile::exists(u"started"_s)) {

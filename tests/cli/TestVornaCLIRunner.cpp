@@ -148,8 +148,8 @@ private slots:
     void textArrivesUnchangedOrNotAtAll() {
         QFETCH(QByteArray, escapes);
         QFETCH(QString, text);
-        m_tool->write("printf '" + escapes + "'; printf fine >&2; exit 3");
-        QCOMPARE(runTool(), (Result{.exitCode = 3, .stdOut = text, .stdErr = u"fine"_s}));
+        m_tool->write("printf '" + escapes + "'; printf fine >&2; exit 255");
+        QCOMPARE(runTool(), (Result{.exitCode = 255, .stdOut = text, .stdErr = u"fine"_s}));
         m_tool->write("printf '" + escapes + "' >&2; printf fine");
         QCOMPARE(runTool(), (Result{.exitCode = 0, .stdOut = u"fine"_s, .stdErr = text}));
     }
