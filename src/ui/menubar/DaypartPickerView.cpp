@@ -1,8 +1,8 @@
 #include "ui/menubar/DaypartPickerView.h"
 
 #include "daypart/DaypartController.h"
+#include "ui/kit/Button.h"
 #include "ui/kit/TextLabel.h"
-#include "ui/menubar/DaypartChip.h"
 #include "ui/menubar/PanelMetrics.h"
 
 #include <QHBoxLayout>
@@ -10,6 +10,25 @@
 
 using namespace Qt::StringLiterals;
 namespace Picker = PanelMetrics::Picker;
+
+namespace {
+
+/// One daypart to choose: its symbol over its title, filled with the accent while it is the current one, and checked.
+class DaypartChip final : public Button {
+public:
+    DaypartChip(Daypart daypart, const Colours& colours, QWidget* parent)
+        : Button{DaypartInfo::title(daypart), DaypartInfo::symbolName(daypart), Picker::chip, colours, parent} {
+        setCheckable(true);
+    }
+
+protected:
+    [[nodiscard]] const ButtonStyle& look() const override { return isChecked() ? Picker::selectedChip : Picker::chip; }
+
+    /// A press leaves the choice to whoever hears of it.
+    void nextCheckState() override {}
+};
+
+}
 
 DaypartPickerView::DaypartPickerView(DaypartController& daypart, QWidget* parent)
     : PanelSection{daypart, parent, Picker::margins, Picker::spacing}

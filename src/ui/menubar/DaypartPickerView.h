@@ -6,7 +6,6 @@
 #include <array>
 
 class Button;
-class DaypartChip;
 class DaypartController;
 class TextLabel;
 
@@ -27,5 +26,5 @@ private:
     DaypartController& m_daypart;
     TextLabel* m_autoText = nullptr;
     Button* m_autoButton = nullptr;
-    std::array<DaypartChip*, DaypartInfo::allCases.size()> m_chips{};
+    std::array<Button*, DaypartInfo::allCases.size()> m_chips{};
 };

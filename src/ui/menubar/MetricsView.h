@@ -3,7 +3,7 @@
 #include "ui/menubar/PanelSection.h"
 
 class DaypartController;
-class MetricRow;
+class DotLabel;
 class StatTile;
 class StatusModel;
 class TextLabel;
@@ -19,12 +19,21 @@ protected:
     void render() override;
 
 private:
+    /// What a check says, and its dot. One that is not ok stands in the warning colour.
+    struct Check final {
+        TextLabel* value;
+        DotLabel* dot;
+
+        void display(const QString& text, bool ok) const;
+    };
+
+    Check addCheck(const QString& label);
     void addTiles();
 
     StatusModel& m_status;
-    MetricRow* m_bridge;
-    MetricRow* m_caddy;
-    MetricRow* m_postgres;
+    const Check m_bridge;
+    const Check m_caddy;
+    const Check m_postgres;
     StatTile* m_load;
     StatTile* m_memory;
     StatTile* m_disk;

@@ -1,12 +1,8 @@
 #include "PanelFixture.h"
-#include "PanelReading.h"
-#include "ui/VersionLabels.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/ServiceRowView.h"
 #include "ui/menubar/StatTile.h"
-
-#include <QPushButton>
 
 using namespace Qt::StringLiterals;
 
@@ -106,81 +102,6 @@ private slots:
         QCOMPARE(shown.place<ServiceRowView>(7).height(), row);
     }
 
-    void itIsReadInOrderExactlyAsItIsShown() {
-        Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.fill();
-        shown.panel.status.services = PanelFixture::services(1);
-        shown.panel.status.lastError = u"The request timed out."_s;
-        shown.panel.status.cliMessage = u"a & b"_s;
-        shown.panel.daypart.set(Daypart::day);
-        (void)drawn(*shown.view);
-        QCOMPARE(PanelReading::names(*shown.view), (QStringList{u"vorna"_s,
-                                                                VersionLabels::caption() + u" · Day",
-                                                                u"ok"_s,
-                                                                u"Bridge"_s,
-                                                                u"online · :43105"_s,
-                                                                u"ok"_s,
-                                                                u"Caddy"_s,
-                                                                u"running · 4/4 sites"_s,
-                                                                u"ok"_s,
-                                                                u"Postgres"_s,
-                                                                u"accepting on 5432"_s,
-                                                                u"ok"_s,
-                                                                u"LOAD"_s,
-                                                                u"1.73"_s,
-                                                                u"MEMORY"_s,
-                                                                u"64%"_s,
-                                                                u"DISK"_s,
-                                                                u"71% · 138 GB free"_s,
-                                                                u"The request timed out."_s,
-                                                                u"Updated 14:03:07"_s,
-                                                                u"SERVICES"_s,
-                                                                u"ok"_s,
-                                                                u"caddy.process"_s,
-                                                                u"listening on 5432"_s,
-                                                                u"Refresh"_s,
-                                                                u"Console"_s,
-                                                                u"Agents"_s,
-                                                                u"Facet"_s,
-                                                                u"MAC → MAC"_s,
-                                                                u"Desk backup now"_s,
-                                                                u"Sync via iCloud"_s,
-                                                                u"a & b"_s,
-                                                                u"DAYPART"_s,
-                                                                u"Auto"_s,
-                                                                u"Dawn"_s,
-                                                                u"Day"_s,
-                                                                u"Dusk"_s,
-                                                                u"Night"_s,
-                                                                u"Test notification"_s,
-                                                                u"Settings & permissions"_s,
-                                                                u"Quit vorna"_s}));
-    }
-
-    void tabGoesThroughTheButtonsInReadingOrder() {
-        Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.daypart.set(Daypart::day);
-        (void)drawn(*shown.view);
-        const QStringList expected{u"Start bridge: vorna server start"_s,
-                                   u"Refresh"_s,
-                                   u"Console"_s,
-                                   u"Agents"_s,
-                                   u"Facet"_s,
-                                   u"Desk backup now"_s,
-                                   u"Sync via iCloud"_s,
-                                   u"Auto"_s,
-                                   u"Dawn"_s,
-                                   u"Day"_s,
-                                   u"Dusk"_s,
-                                   u"Night"_s,
-                                   u"Test notification"_s,
-                                   u"Settings & permissions"_s,
-                                   u"Quit vorna"_s};
-        QCOMPARE(PanelReading::tabOrder(*shown.view), expected);
-    }
-
     void eachAppearancePollsOnceMore() {
         Shown shown;
         QVERIFY(!shown.panel.status.polling);
@@ -195,38 +116,6 @@ private slots:
         QCOMPARE(shown.panel.tool.calls.size(), 2);
         QCOMPARE(shown.panel.status.findChildren<QTimer*>().size(), 1);
     }
-
-    void nothingIsLaidOutAgainWhenNothingHasChanged() {
-        Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.fill();
-        (void)drawn(*shown.view);
-        QCoreApplication::processEvents();
-        LayoutCounter counter;
-        for (auto* widget : shown.view->findChildren<QWidget*>()) {
-            widget->installEventFilter(&counter);
-        }
-        shown.panel.fill();
-        QCoreApplication::processEvents();
-        QCOMPARE(counter.requests, 0);
-        QCOMPARE(counter.paints, 0);
-        shown.panel.status.lastError = u"The request timed out."_s;
-        QTRY_VERIFY(counter.requests > 0);
-    }
-
-private:
-    class LayoutCounter final : public QObject {
-    public:
-        int requests = 0;
-        int paints = 0;
-
-    protected:
-        bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-            requests += event->type() == QEvent::LayoutRequest ? 1 : 0;
-            paints += event->type() == QEvent::Paint ? 1 : 0;
-            return false;
-        }
-    };
 };
 
 QTEST_MAIN(TestMenuBarView)

@@ -1,7 +1,9 @@
 #include "support/ApprovedRecord.h"
 #include "ui/DaypartColours.h"
+#include "ui/VersionLabels.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelFrame.h"
+#include "ui/menubar/PanelReading.h"
 #include "ui/menubar/PanelWindow.h"
 
 #include <QAbstractButton>
@@ -162,6 +164,16 @@ private slots:
         Shown shown;
         QVERIFY(shown.show());
         compare(u"panel"_s, shown.sections());
+    }
+
+    void readingOrderAndTabOrder() {
+        Shown shown;
+        QVERIFY(shown.show());
+        unreachable(shown);
+        (void)drawn(*shown.view);
+        QString text = PanelReading::names(*shown.view).join(u'\n') + u"\n\nTab\n"_s +
+                       PanelReading::tabOrder(*shown.view).join(u'\n') + u'\n';
+        compare(u"panel, order"_s, text.replace(VersionLabels::caption(), u"(the version)"_s));
     }
 
     void focusedButtons() {
