@@ -2,7 +2,6 @@
 
 #include "platform/NotificationCenter.h"
 
-
 /// Posts the companion's notifications and says whether the user allows them. Failures to post are silent. Main thread
 /// only; `center` must outlive the service.
 class NotificationService final {

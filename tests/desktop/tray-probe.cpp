@@ -1,5 +1,6 @@
 // An item in the tray and nothing else, told what to show by lines on its standard input:
-// "symbol NAME MEANING…", "anchor", "compositing", "front", "settle", "quit". It prints a line for each thing that happens.
+// "symbol NAME MEANING…", "anchor", "compositing", "front", "settle", "quit". It prints a line for each thing that
+// happens.
 
 #include "platform/Desktop.h"
 #include "platform/StatusItem.h"

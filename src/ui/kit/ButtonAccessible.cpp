@@ -4,8 +4,12 @@
 #include <QKeySequence>
 
 ButtonAccessible::ButtonAccessible(QAbstractButton& button)
-    : QAccessibleWidget{&button, button.isCheckable() ? QAccessible::RadioButton : QAccessible::Button}
+    : QAccessibleWidget{&button, QAccessible::Button}
     , m_button{button} {}
+
+QAccessible::Role ButtonAccessible::role() const {
+    return m_button.isCheckable() ? QAccessible::RadioButton : QAccessible::Button;
+}
 
 QString ButtonAccessible::text(QAccessible::Text kind) const {
     QString given = QAccessibleWidget::text(kind);

@@ -11,6 +11,8 @@ class ButtonAccessible final : public QAccessibleWidget {
 public:
     explicit ButtonAccessible(QAbstractButton& button);
 
+    [[nodiscard]] QAccessible::Role
+    role() const override; ///< also of one that becomes a choice only after it was asked
     [[nodiscard]] QString text(QAccessible::Text kind) const override;
     [[nodiscard]] QAccessible::State state() const override;
     [[nodiscard]] QStringList actionNames() const override;

@@ -1,5 +1,6 @@
 #include "PanelFixture.h"
 #include "PanelReading.h"
+#include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelWindow.h"
 
 #include <QLabel>
