@@ -20,11 +20,13 @@ class FakeStatusItem final : public StatusItem {
 public:
     QStringList symbols;
     QStringList meanings;
+    QList<bool> panelStates;
 
     void setSymbol(const QString& symbolName, const QString& meaning) override {
         symbols.append(symbolName);
         meanings.append(meaning);
     }
+    void setPanelOpen(bool isOpen) override { panelStates.append(isOpen); }
     [[nodiscard]] QRect anchor() const override { return {100, 0, 24, 24}; }
 };
 
@@ -54,6 +56,8 @@ private slots:
     void itemFollowsTheModel();
     void openingThePanelStartsPolling();
     void clickElsewhereClosesThePanel();
+    void theClickThatClosedThePanelDoesNotOpenIt();
+    void itemHearsWhetherThePanelIsOpen();
     void entriesOfTheMenuDoWhatTheySay();
 
 private:
@@ -177,6 +181,27 @@ void TestVornaApp::clickElsewhereClosesThePanel() {
     emit m_item->clicked();
     emit m_item->clickedElsewhere();
     QVERIFY(shown<PanelWindow>() == nullptr);
+}
+
+// A desktop may tell of the click on the icon as of one elsewhere, and only then as of its own.
+void TestVornaApp::theClickThatClosedThePanelDoesNotOpenIt() {
+    const auto vorna = launch();
+    emit m_item->clicked();
+    emit m_item->clickedElsewhere();
+    emit m_item->clicked();
+    QVERIFY(shown<PanelWindow>() == nullptr);
+    emit m_item->clicked();
+    QVERIFY(shown<PanelWindow>() != nullptr);
+}
+
+void TestVornaApp::itemHearsWhetherThePanelIsOpen() {
+    const auto vorna = launch();
+    emit m_item->clicked();
+    QCOMPARE(m_item->panelStates, QList{true});
+    shown<PanelWindow>()->close();
+    QCOMPARE(m_item->panelStates, (QList{true, false}));
+    emit m_item->showPanelChosen();
+    QCOMPARE(m_item->panelStates, (QList{true, false, true}));
 }
 
 void TestVornaApp::entriesOfTheMenuDoWhatTheySay() {
