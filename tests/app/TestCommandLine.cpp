@@ -27,6 +27,7 @@ void TestCommandLine::wordsBecomeOneRequest_data() {
     QTest::newRow("version wins") << u"--version --settings"_s << Request::version << u""_s;
     QTest::newRow("an option of Qt") << u"-style fusion"_s << Request::showPanel << u""_s;
     QTest::newRow("Qt's before ours") << u"-style fusion --version"_s << Request::version << u""_s;
+    QTest::newRow("a style sheet") << u"-stylesheet a.qss --version"_s << Request::version << u""_s;
     QTest::newRow("Qt's with two dashes") << u"--platform=xcb -reverse --settings"_s << Request::showSettings << u""_s;
     QTest::newRow("unknown") << u"--settings --setings"_s << Request::refused << u"setings"_s;
     QTest::newRow("unknown before a known one") << u"--bogus --version"_s << Request::refused << u"bogus"_s;
