@@ -221,7 +221,7 @@ void TestVornaBridgeClient::cookiesAndProxiesAreIgnored() {
     ScriptedPeer proxy;
     setScript({{head("Set-Cookie: a=b\r\nContent-Length: 0\r\n")}});
     QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, u"127.0.0.1"_s, proxy.serverPort()});
-    qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
+    qputenv("http_proxy", u"http://127.0.0.1:%1"_s.arg(proxy.serverPort()).toUtf8());
     QCOMPARE(health(), u"true"_s);
     QCOMPARE(health(), u"true"_s);
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);

@@ -14,7 +14,7 @@ public:
         QDir root{m_root.path()};
         root.mkdir(QStringLiteral("bin"));
         root.mkdir(QStringLiteral("home"));
-        qputenv("PATH", QFile::encodeName(onSearchPath().chopped(toolFile.size())) + ":/usr/bin:/bin");
+        qputenv("PATH", QFile::encodeName(onSearchPath().chopped(toolFile.size()) + QStringLiteral(":/usr/bin:/bin")));
         qputenv("HOME", QFile::encodeName(home()));
     }
     StandInTool(const StandInTool&) = delete;

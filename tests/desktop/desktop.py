@@ -241,6 +241,7 @@ class Desktop(SessionBus, XScreen):
 
     def start_trayer(self):
         """trayer along the upper edge: a tray for XEmbed alone."""
+        require("trayer")
         return self.start(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
                            BAR_HEIGHT, "--transparent", "true", "--alpha", "0", "--tint", "0x303030"])
 

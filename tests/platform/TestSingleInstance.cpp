@@ -53,8 +53,7 @@ private:
 void TestSingleInstance::init() {
     static int session = 0;
     qputenv("WAYLAND_DISPLAY", "");
-    qputenv("DISPLAY",
-            ":test-" + QByteArray::number(QCoreApplication::applicationPid()) + '-' + QByteArray::number(++session));
+    qputenv("DISPLAY", u":test-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(++session).toUtf8());
 }
 
 std::unique_ptr<SingleInstance> TestSingleInstance::claim(QByteArray& name) const {
@@ -121,7 +120,7 @@ void TestSingleInstance::otherSessionHasAFirstOfItsOwn() {
 void TestSingleInstance::screensOfOneDisplayAreTheSameSession() {
     Probe first;
     QTRY_COMPARE(first.output(), QByteArray("first\n"));
-    qputenv("DISPLAY", qgetenv("DISPLAY") + ".0");
+    qputenv("DISPLAY", QByteArray{qgetenv("DISPLAY") + ".0"});
     QVERIFY(!SingleInstance::claim(u"show"_s));
 }
 
