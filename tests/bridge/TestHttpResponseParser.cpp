@@ -7,8 +7,8 @@ using Kind = BridgeError::Kind;
 
 namespace {
 
-constexpr qsizetype maxHead = HttpResponseParser::maxHeadBytes;
-constexpr qsizetype maxBody = HttpResponseParser::maxBodyBytes;
+constexpr qsizetype maxHead = 65'536;
+constexpr qsizetype maxBody = 8'388'608;
 
 HttpResponseParser::Outcome parse(HttpResponseParser& parser, QByteArrayView bytes, qsizetype pieceSize) {
     for (qsizetype at = 0; at < bytes.size(); at += pieceSize) {
