@@ -27,7 +27,7 @@ QString familyOf(NSFontDescriptorSystemDesign design) {
 
 QString familyOf(FontDesign design) {
     static QHash<FontDesign, QString> known;
-    if (!known.contains(design)) {
+    if (known[design].isEmpty()) {
         known[design] = familyOf(design == FontDesign::rounded ? NSFontDescriptorSystemDesignRounded
                                                                : NSFontDescriptorSystemDesignMonospaced);
     }

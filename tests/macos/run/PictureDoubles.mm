@@ -67,8 +67,11 @@ NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignMonospaced = @"mo
 @end
 
 CFTypeRef CTFontDescriptorCopyAttribute(CTFontDescriptorRef descriptor, CFStringRef attribute) {
+    if (descriptor == nullptr) {
+        abort();
+    }
     NSURL* file = [NSURL fileURLWithPath:string(now().fontFile)];
-    return descriptor != nullptr && attribute == kCTFontURLAttribute ? (__bridge CFTypeRef)[file retain] : nullptr;
+    return attribute == kCTFontURLAttribute ? (__bridge CFTypeRef)[file retain] : nullptr;
 }
 
 const CGFloat NSFontWeightRegular = 0;
