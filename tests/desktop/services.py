@@ -63,16 +63,14 @@ def unprivileged_user():
 class _Service:
     """A process with a temporary folder of its own, as a context."""
 
+    process = None
+
     def __enter__(self):
-        self._stack = contextlib.ExitStack()
-        self.folder = pathlib.Path(self._stack.enter_context(tempfile.TemporaryDirectory(prefix="vorna-service-")))
-        self.process = None
-        self._stack.callback(self.stop)
-        try:
+        with contextlib.ExitStack() as stack:
+            self.folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="vorna-service-")))
+            stack.callback(self.stop)
             self.start()
-        except BaseException:
-            self._stack.close()
-            raise
+            self._stack = stack.pop_all()
         return self
 
     def __exit__(self, *_):
@@ -88,10 +86,9 @@ class _Service:
                 self.process.wait()
 
     def _run_in_background(self, command, **options):
-        log = self._stack.enter_context(open(self.folder / "log.txt", "ab"))
-        self.process = subprocess.Popen(
-            command, stdin=subprocess.DEVNULL, stdout=log, stderr=subprocess.STDOUT, cwd=self.folder, **options
-        )
+        with open(self.folder / "log.txt", "ab") as log:
+            self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=subprocess.STDOUT,
+                                            cwd=self.folder, **options)
 
     def _wait_until(self, ready):
         end = time.monotonic() + READY_SECONDS
@@ -121,10 +118,8 @@ class Caddy(_Service):
         (self.folder / "Caddyfile").write_text(options + self._caddyfile.replace("{port}", str(self.port)))
         program = self.folder / self.process_name
         program.symlink_to(caddy_program())
-        self._run_in_background(
-            [program, "run", "--config", "Caddyfile", "--adapter", "caddyfile"],
-            env={"HOME": str(self.folder), "PATH": os.environ["PATH"]},
-        )
+        self._run_in_background([program, "run", "--config", "Caddyfile", "--adapter", "caddyfile"],
+                                env={"HOME": str(self.folder), "PATH": os.environ["PATH"]})
         self._wait_until(self._answers)
 
     def _answers(self):
@@ -144,21 +139,13 @@ class Postgres(_Service):
         programs = postgres_programs()
         self.port = free_port()
         user = unprivileged_user()
-        options = {"user": user.pw_uid, "group": user.pw_gid, "extra_groups": []} if user else {}
+        options = {"env": {"LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]}}
         if user:
+            options |= {"user": user.pw_uid, "group": user.pw_gid, "extra_groups": []}
             os.chown(self.folder, user.pw_uid, user.pw_gid)
         cluster = self.folder / "cluster"
-        subprocess.run(
-            [programs / "initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync", "--encoding", "UTF8"],
-            check=True,
-            capture_output=True,
-            cwd=self.folder,
-            env={"LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]},
-            **options,
-        )
-        self._run_in_background(
-            [programs / "postgres", "-D", cluster, "-p", str(self.port), "-h", "127.0.0.1", "-k", self.folder, "-F"],
-            env={"LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]},
-            **options,
-        )
+        subprocess.run([programs / "initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync", "--encoding", "UTF8"],
+                       check=True, capture_output=True, cwd=self.folder, **options)
+        self._run_in_background([programs / "postgres", "-D", cluster, "-p", str(self.port), "-h", "127.0.0.1", "-k",
+                                 self.folder, "-F"], **options)
         self._wait_until(lambda: "database system is ready" in self.log())

@@ -1,7 +1,5 @@
 """What can be done from the panel, on a real desktop: the tool, notifications, web pages, polls and dayparts."""
 
-import unittest
-
 from companion import PANEL, POLL_SECONDS, CompanionTest, skip_unless_possible
 from contents import (BACKUP, BUTTON, DAYPARTS, HEARTBEAT, LABEL, RUNNING, SYNC, TOOL_BUTTONS, USABLE, well_rows)
 
@@ -209,7 +207,3 @@ class Actions(CompanionTest):
         self.wait_for_rows(PANEL, well_rows())
         self.click("Test notification", times=2)
         self.wait_for_notifications(*[("vorna", "Desktop notifications are working · Day")] * 2)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -4,7 +4,6 @@ import os
 import pathlib
 import re
 import signal
-import unittest
 
 import desktop
 from companion import COMPANION, POLL_SECONDS, skip_unless_possible
@@ -153,7 +152,3 @@ class Endings(Story):
                 self.check_ended(0)
                 manager.expect("left")
                 self.assertEqual(self.desk.output(self.companion), "")
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,6 +1,5 @@
 """The panel under a user's hands: keys, clicks, second starts; and what it says where there is no bridge."""
 
-import unittest
 
 import desktop
 from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
@@ -141,7 +140,3 @@ class WithoutATray(CompanionTest):
         self.assertEqual(self.names_with(PANEL, "checked"), ["Day"])
         self.check_within(self.wait_for_panel(), (0, 0, *self.desk.size))
         self.photograph("actions-without-a-tray")
-
-
-if __name__ == "__main__":
-    unittest.main()

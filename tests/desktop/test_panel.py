@@ -3,7 +3,6 @@
 import pathlib
 import socket
 import sys
-import unittest
 
 import desktop
 import psutil
@@ -120,7 +119,3 @@ class PanelOnADesktop(DesktopTest):
                 open_ports = [other.laddr.port for other in psutil.Process(self.companion.pid).connections("tcp")]
                 if peer[1] in open_ports:
                     return connection.recv(1024)
-
-
-if __name__ == "__main__":
-    unittest.main()

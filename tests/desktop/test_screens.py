@@ -93,7 +93,3 @@ class Screens(Story):
         settings.write_text("Xft/DPI 196608\n")
         daemon.send_signal(signal.SIGHUP)
         self.check_moves_within(1024, 768, "other-scale", scale=2)
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,7 +1,5 @@
 """The settings window on a real desktop: how it opens, what its tabs say and do, and how it goes."""
 
-import unittest
-
 from companion import PANEL, SETTINGS, CompanionTest, StandIn, skip_unless_possible
 from contents import (ABOUT_ROWS, COPYABLE, FOLLOW, HEARTBEAT, LINKS, ONLINE, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS,
                       bridge_rows, daypart_rows, permission_rows)
@@ -188,7 +186,3 @@ class Settings(CompanionTest):
         self.addCleanup(program.path.unlink)
         program.forget()
         return program
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -7,7 +7,6 @@ import shlex
 import shutil
 import signal
 import time
-import unittest
 from datetime import datetime, timedelta
 
 import desktop
@@ -224,7 +223,3 @@ class Clocks(Surroundings):
         zone.write_bytes((zones / "GMT-7").read_bytes())
         self.wait_for_hours_later(7, before)
         self.check_alive()
-
-
-if __name__ == "__main__":
-    unittest.main()

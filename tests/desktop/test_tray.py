@@ -81,18 +81,16 @@ class StatusNotifierTray(OnADesktop):
         self.start_probe()
         return self.item()
 
-    def test_item_says_its_name_and_meaning(self):
+    def test_item_says_its_name_and_meaning_with_pictures_of_every_size(self):
         item = self.start_in_tray()
+        sent = {(wide, high) for wide, high, _ in self.desk.item_property(item, "IconPixmap")}
+        self.assertLessEqual({(size, size) for size in (16, 22, 24, 32, 48, 64)}, sent)
         self.assertEqual(self.desk.item_property(item, "Title"), "vorna")
         self.assertEqual(self.desk.item_meaning(item), "vorna — bridge offline")
         self.probe.tell("symbol checkmark.circle.fill all is well")
         self.assertEqual(self.desk.item_meaning(item), "vorna — all is well")
         self.probe.tell("symbol xmark.octagon.fill")
         self.assertEqual(self.desk.item_meaning(item), "vorna")
-
-    def test_item_carries_pictures_of_every_size(self):
-        sent = self.desk.item_property(self.start_in_tray(), "IconPixmap")
-        self.assertLessEqual({(size, size) for size in (16, 22, 24, 32, 48, 64)}, {(wide, high) for wide, high, _ in sent})
 
     def test_activation_and_menu_are_heard(self):
         item = self.start_in_tray()
@@ -300,7 +298,3 @@ class NoTray(unittest.TestCase):
             with desktop.Desktop() as desk, Probe(desk) as probe:
                 desk.start_window_manager(compositing=compositing)
                 desk.wait_for(lambda: probe.compositing() == compositing, f"compositing to be {compositing}")
-
-
-if __name__ == "__main__":
-    unittest.main()

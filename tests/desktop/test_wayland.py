@@ -259,7 +259,3 @@ class Choice(OnWayland):
 
     def test_what_the_user_has_chosen_on_the_command_line(self):
         self.check_choice(GUEST, words=["-platform", "xcb"])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -25,7 +25,3 @@ class Soak(unittest.TestCase):
         self.assertEqual(sorted(day.peer.spoilt), sorted(day.peer.FAULTS))
         for what in ("daypart", "action", "settings", "notifications"):
             self.assertGreater(day.counts[what], 0, what)
-
-
-if __name__ == "__main__":
-    unittest.main()
