@@ -6,7 +6,7 @@
 #include "ui/menubar/PanelWindow.h"
 #include "ui/settings/SettingsWindow.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <chrono>
 
@@ -26,6 +26,7 @@ VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     , m_daypart{parts.daypart()}
     , m_delegate{parts.notifications, parts.becomeAccessory, parts.daypart}
     , m_status{parts.notifications, parts.runTool, parts.bridge, wallClock, parts.ticker} {
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     ApplicationAccessible::install();
     m_delegate.applicationDidFinishLaunching();
     m_item = parts.makeItem(u"vorna"_s);

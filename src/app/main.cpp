@@ -86,6 +86,5 @@ int main(int argc, char** argv) {
     qInstallMessageHandler(usualHandler);
     QApplication::setApplicationName(u"vorna"_s);
     QApplication::setDesktopFileName(u"vorna-companion"_s);
-    QApplication::setQuitOnLastWindowClosed(false);
     return run(application, line.request == Request::showSettings);
 }

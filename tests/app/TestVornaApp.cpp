@@ -148,6 +148,7 @@ void TestVornaApp::startsOfflineAndAsksNobody() {
     QVERIFY(!m_tick);
     QVERIFY(m_tool->calls.isEmpty());
     QVERIFY(!anyWindowIsShown());
+    QVERIFY(!QApplication::quitOnLastWindowClosed());
 }
 
 void TestVornaApp::itemFollowsTheModel() {

@@ -1,6 +1,8 @@
 """The program as a terminal sees it: what it prints, how it ends."""
 
+import hashlib
 import os
+import socket
 import subprocess
 import sys
 import unittest
@@ -42,3 +44,20 @@ class Companion(unittest.TestCase):
             outcome = run(env=env)
             self.assertEqual(outcome.returncode, 1, outcome.stderr)
             self.assertIn("display", outcome.stderr)
+
+    @unittest.skipUnless(sys.platform == "linux", "a Mac has other means")
+    def test_second_start_says_what_it_was_asked_for(self):
+        display = f":test-{os.getpid()}"
+        name = f"vorna-companion-{os.getuid()}-{hashlib.sha256(display.encode()).hexdigest()[:16]}"
+        with socket.socket(socket.AF_UNIX) as running:
+            running.bind(f"\0{name}")
+            running.listen()
+            running.settimeout(20)
+            for words, message in ([], b"panel\n"), (["--settings"], b"settings\n"):
+                start = subprocess.Popen([COMPANION, *words], stdin=subprocess.DEVNULL,
+                                         env={**WITHOUT_DISPLAY, "DISPLAY": display, "QT_QPA_PLATFORM": "offscreen"})
+                peer, _ = running.accept()
+                with peer:
+                    self.assertEqual(peer.recv(100), message)
+                    peer.sendall(b"ok\n")
+                self.assertEqual(start.wait(20), 0)

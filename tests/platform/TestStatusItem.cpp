@@ -7,6 +7,7 @@
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +21,8 @@ private slots:
     void panelWithoutATrayStandsAboveOthers();
     void windowsOutsideOfX11AreBlended();
     void menuHasAnEntryForEachThing();
+    void windowThatComesToTheFrontIsNotMinimized();
+    void trustIsNotKnown();
 };
 
 void TestStatusItem::itemWithoutATrayWaitsAndDoesNothing() {
@@ -65,6 +68,17 @@ void TestStatusItem::menuHasAnEntryForEachThing() {
     }
     QCOMPARE(texts, (QStringList{u"Show panel"_s, u"Settings…"_s, u"-"_s, u"Quit vorna"_s}));
     QCOMPARE(chosen, (QStringList{u"panel"_s, u"settings"_s, u"quit"_s}));
+}
+
+void TestStatusItem::windowThatComesToTheFrontIsNotMinimized() {
+    QWindow window;
+    window.showMinimized();
+    Desktop::bringToFront(window);
+    QVERIFY(!window.windowStates().testFlag(Qt::WindowMinimized));
+}
+
+void TestStatusItem::trustIsNotKnown() {
+    QVERIFY(!Desktop::trustsAccessibility());
 }
 
 QTEST_MAIN(TestStatusItem)
