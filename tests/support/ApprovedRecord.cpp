@@ -92,7 +92,7 @@ QString describe(const Item& item, const Colours& colours) {
         string.replace(VersionLabels::caption(), u"(the version)"_s);
         line += u"“%1” %2 %3 "_s.arg(string, number(item.place.x()), number(item.place.y()));
         line += roleOf(item.colour, colours) + u", "_s + QFontInfo{item.font}.family() + u' ' +
-                number(item.font.pixelSize() * item.scale) + u' ' + QString::number(item.font.weight());
+                number(QFontInfo{item.font}.pixelSize() * item.scale) + u' ' + QString::number(item.font.weight());
         if (item.font.letterSpacing() != 0) {
             line += u" tracking "_s + QString::number(item.font.letterSpacing(), 'f', 1);
         }

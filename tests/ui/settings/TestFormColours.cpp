@@ -51,6 +51,7 @@ void TestFormColours::coloursOfDesktops() {
     QCOMPARE(m_colours.of(ColourRole::text), text);
     QVERIFY(card != window);
     QVERIFY(m_colours.of(ColourRole::border) != card);
+    QVERIFY(FormColours::contrast(m_colours.of(ColourRole::border), card) < 1.5);
     QVERIFY(m_colours.of(ColourRole::textMuted) != text);
     for (const auto role : {ColourRole::text, ColourRole::textMuted, ColourRole::accent}) {
         constexpr qreal readable = 4.5;

@@ -64,9 +64,10 @@ void TestSettingsKeyboard::arrowKeysWalkTheTabs() {
 void TestSettingsKeyboard::controlTabWalksTheTabsAround() {
     press(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(m_settings->tabs().currentIndex(), 1);
-    press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(m_settings->tabs().currentIndex(), 3);
+    for (const int expected : {0, 3}) {
+        press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(m_settings->tabs().currentIndex(), expected);
+    }
 }
 
 void TestSettingsKeyboard::newPageLeavesTheKeyboardToItsTab_data() {
@@ -151,8 +152,10 @@ void TestSettingsKeyboard::pageTakesTheKeyboardOnlyToScroll() {
     m_settings->view()->resize(440, 380);
     QTRY_VERIFY(page().verticalScrollBar()->maximum() > 0);
     QCOMPARE(page().accessibleName(), u"Bridge"_s);
+    const auto before = page().viewport()->grab().toImage();
     press(Qt::Key_Tab);
     QCOMPARE(focused(), &page());
+    QVERIFY(page().viewport()->grab().toImage() != before);
     press(Qt::Key_PageDown);
     QVERIFY(page().verticalScrollBar()->value() > 0);
     m_settings->view()->resize(600, 1000);
