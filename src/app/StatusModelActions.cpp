@@ -42,15 +42,20 @@ QString shortened(const QString& summary) {
     return lines.join(u" · "_s);
 }
 
-/// The first `count` characters as a person counts them.
+/// The first `count` characters as a person counts them. No more of the text is looked at than they need: it may be
+/// millions of letters in one line.
 QString firstCharacters(const QString& text, int count) {
-    QTextBoundaryFinder finder{QTextBoundaryFinder::Grapheme, text};
-    for (int i = 0; i < count; ++i) {
-        if (finder.toNextBoundary() < 0) {
-            return text;
+    for (qsizetype look = 16 * count;; look *= 2) {
+        const QStringView start = QStringView{text}.left(look);
+        QTextBoundaryFinder finder{QTextBoundaryFinder::Grapheme, start.data(), start.size()};
+        qsizetype end = 0;
+        for (int i = 0; i < count && end < start.size(); ++i) {
+            end = finder.toNextBoundary();
+        }
+        if (end < start.size() || start.size() == text.size()) {
+            return text.left(end);
         }
     }
-    return text.left(finder.position());
 }
 
 QString notificationBody(qint32 exitCode, const QString& shortText) {

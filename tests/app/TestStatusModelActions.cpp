@@ -190,8 +190,11 @@ void TestStatusModelActions::notificationIsCutInCharacters_data() {
     QTest::addColumn<int>("count");
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<int>("kept");
-    const QList<std::pair<const char*, QString>> characters{
-        {"plain", u"x"_s}, {"accented", accented}, {"family", family}, {"beyond the first plane", u"🙂"_s}};
+    const QList<std::pair<const char*, QString>> characters{{"plain", u"x"_s},
+                                                            {"accented", accented},
+                                                            {"family", family},
+                                                            {"beyond the first plane", u"🙂"_s},
+                                                            {"with forty accents", u'e' + QString{40, QChar{0x301}}}};
     for (const auto& [name, character] : characters) {
         QTest::addRow("%s, failing, 300", name) << character << 300 << 1 << 160;
         QTest::addRow("%s, failing, 161", name) << character << 161 << 1 << 160;
