@@ -30,7 +30,7 @@ template struct Opened<&StatusModel::applyMonitor>;
 namespace {
 
 constexpr qsizetype mostServices = 12;
-constexpr qsizetype longestBeginning = 2000;
+constexpr qsizetype maxPreparedLength = 2000;
 constexpr qsizetype longestErrorText = 100;
 constexpr std::array decodeErrors{BridgeError::Kind::keyNotFound, BridgeError::Kind::typeMismatch,
                                   BridgeError::Kind::valueNotFound, BridgeError::Kind::dataCorrupted};
@@ -143,12 +143,12 @@ void requireCaddyAndPostgres(const StatusModel& model, const Payload& payload) {
 /// What the panel draws of a text is one line a line, of bounded length, without control characters, and ends with a
 /// whole character.
 void requireDrawable(const QString& text) {
-    const auto beginning = TextFitting::beginning(text);
-    require(beginning.text.size() <= longestBeginning && beginning.text.size() <= text.size());
-    require(std::ranges::none_of(beginning.text, [](QChar c) { return c.category() == QChar::Other_Control; }));
-    require(!text.isValidUtf16() || beginning.text.isValidUtf16());
-    const QString line = TextFitting::firstLine(beginning);
-    require(!line.contains(QChar::LineSeparator) && line.size() <= beginning.text.size() + 1);
+    const auto prepared = TextFitting::prepared(text);
+    require(prepared.text.size() <= maxPreparedLength && prepared.text.size() <= text.size());
+    require(std::ranges::none_of(prepared.text, [](QChar c) { return c.category() == QChar::Other_Control; }));
+    require(!text.isValidUtf16() || prepared.text.isValidUtf16());
+    const QString line = TextFitting::firstLine(prepared);
+    require(!line.contains(QChar::LineSeparator) && line.size() <= prepared.text.size() + 1);
 }
 
 void requireDrawable(const StatusModel& model) {

@@ -28,7 +28,7 @@ public:
     }
     QCoro::Task<> post(Request request) override {
         posted.append(std::move(request));
-        co_await answer();
+        (void)co_await answer();
     }
 
     /// Gives the answers that were held back, in order.
