@@ -6,8 +6,8 @@
 #include <utility>
 
 /// A value that arrives later, once. Copies share it: the producer keeps one and calls `deliver()`, a coroutine awaits
-/// another. A value that is never delivered leaves its coroutine waiting for ever. Main thread only; `deliver()` resumes
-/// the waiting coroutine before it returns, so a producer touches nothing of its own after it.
+/// another. A value that is never delivered leaves its coroutine waiting for ever. Main thread only; `deliver()`
+/// resumes the waiting coroutine before it returns, so a producer touches nothing of its own after it.
 template <typename T>
 class Deferred final {
 public:
