@@ -88,7 +88,11 @@ private slots:
 
     void thePointerIsAHand() { QCOMPARE(Shown{}.button.cursor().shape(), Qt::PointingHandCursor); }
 
-    void anAmpersandIsNoShortcut() { QVERIFY(Shown{}.button.shortcut().isEmpty()); }
+    void anAmpersandIsNoShortcut() {
+        const Button button{u"R&D"_s, {}, VornaMenuButtonStyle{}, colours};
+        QVERIFY(button.shortcut().isEmpty());
+        QCOMPARE(button.accessibleName(), u"R&D"_s);
+    }
 };
 
 QTEST_MAIN(TestButton)

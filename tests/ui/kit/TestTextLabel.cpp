@@ -110,6 +110,13 @@ private slots:
         QVERIFY(label.isCut());
     }
 
+    void controlCharactersAreBlanks() {
+        TextLabel label{oneLine, colours};
+        label.resize(width, label.lineHeight());
+        label.display(u"a\tb\x01z"_s);
+        QCOMPARE(label.shownText(), u"a b z"_s);
+    }
+
     void lineBreaksAtTheEndAreNotMissed() {
         TextLabel label{oneLine, colours};
         label.resize(width, label.lineHeight());

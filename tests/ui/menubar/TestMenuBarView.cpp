@@ -1,6 +1,7 @@
 #include "PanelFixture.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
+#include "ui/menubar/HeaderView.h"
 #include "ui/menubar/ServiceRowView.h"
 #include "ui/menubar/StatTile.h"
 
@@ -100,6 +101,14 @@ private slots:
             QVERIFY(!label->isVisible() || label->mapTo(shown.view.get(), QPoint{label->width(), 0}).x() <= width - 10);
         }
         QCOMPARE(shown.place<ServiceRowView>(7).height(), row);
+    }
+
+    void theHeadersTextsKeepTwiceTheSpacingFromTheDot() {
+        Shown shown;
+        QVERIFY(shown.show());
+        (void)drawn(*shown.view);
+        QCOMPARE(shown.view->findChild<HeaderView*>()->findChild<TextLabel*>()->width(),
+                 width - 2 * 14 - 2 * 10 - 28);
     }
 
     void eachAppearancePollsOnceMore() {

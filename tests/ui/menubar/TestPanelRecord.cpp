@@ -221,7 +221,10 @@ private slots:
 private:
     static void compare(const QString& name, const QString& text) {
         const QString difference = ApprovedRecord::difference(name, text);
-        QVERIFY2(difference.isEmpty(), qPrintable(u'\n' + difference));
+        if (!difference.isEmpty()) {
+            fputs(qPrintable(difference + u'\n'), stdout); // a message of the test would be cut
+            QFAIL("something else is painted than was approved");
+        }
     }
 };
 
