@@ -107,8 +107,7 @@ private slots:
         Shown shown;
         QVERIFY(shown.show());
         (void)drawn(*shown.view);
-        QCOMPARE(shown.view->findChild<HeaderView*>()->findChild<TextLabel*>()->width(),
-                 width - 2 * 14 - 2 * 10 - 28);
+        QCOMPARE(shown.view->findChild<HeaderView*>()->findChild<TextLabel*>()->width(), width - 2 * 14 - 2 * 10 - 28);
     }
 
     void eachAppearancePollsOnceMore() {
