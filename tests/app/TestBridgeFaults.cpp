@@ -161,15 +161,141 @@ private slots:
         m_desk.reset();
     }
 
-    void faultIsShownAndGotOver_data();
-    void faultIsShownAndGotOver();
-    void panelWorksWhileTheBridgeHangs();
-    void bridgeThatIsBackShowsWhileAnOlderPollHangs();
-    void manyHangingPollsAreAllLetGo();
-    void upAndDownAtEveryPollShowsEach();
-    void lateAnswerStandsUntilTheNextPoll();
-    void lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll();
-    void noDescriptorForASocketIsAnUnreachableBridge();
+    void faultIsShownAndGotOver_data() {
+        QTest::addColumn<Fault>("fault");
+        QTest::addColumn<Outcome>("outcome");
+        QTest::addColumn<QString>("error");
+        const auto row = [](const char* name, const Fault& fault, Outcome outcome, const QString& error = {}) {
+            QTest::newRow(name) << fault << outcome << error;
+        };
+        const QString lost = u"The network connection was lost."_s;
+        const QString late = u"The request timed out."_s;
+        const QString tooMuch = u"The server sent more data than expected."_s;
+        const auto health = [](const Script& script) { return Fault{.health = script}; };
+        const auto monitor = [](const Script& script) { return Fault{.monitor = script}; };
+        const auto json = [](const QByteArray& body) { return Fault{.monitor = ScriptedPeer::plain(200, body)}; };
+        const QByteArray answer = good().pieces.first();
+        const Script endless{{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece};
+
+        row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+        row("stall, health", health(silence), Outcome::unreachable, late);
+        row("stall, monitor", monitor(silence), Outcome::onlineWithoutData);
+        row("drip under the limit",
+            {.health = {inPieces(head({}), 4), End::close, 300ms},
+             .monitor = {inPieces(answer, 30), End::stall, 100ms}},
+            Outcome::snapshot);
+        row("drip over the limit", health({inPieces(sizedHead(0), 8), End::close, 2500ms}), Outcome::unreachable, late);
+        row("reset, health", health({{sizedHead(100) + "{"}, End::reset, 20ms}), Outcome::unreachable, lost);
+        row("closed, health", health({}), Outcome::unreachable, lost);
+        row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
+        row("half-closed, health", health({{sizedHead(100)}, End::halfClose}), Outcome::unreachable, lost);
+        row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
+        row("status 204 with odd headers, health",
+            health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline);
+        row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
+        row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
+        row("garbage: headers, health", health({{head("nonsense\r\n")}}), Outcome::unreachable,
+            u"The answer of the server was garbled."_s);
+        row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData);
+        row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
+            Outcome::onlineWithoutData);
+        row("giant: endless body, health", health(endless), Outcome::unreachable, tooMuch);
+        row("giant: endless body, monitor", monitor(endless), Outcome::onlineWithoutData);
+        row("giant: endless header",
+            health({{"HTTP/1.1 200 OK\r\nX: ", QByteArray(10'000, 'x')}, End::repeatLastPiece}), Outcome::unreachable,
+            tooMuch);
+        row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
+            Outcome::snapshot);
+    }
+    void faultIsShownAndGotOver() {
+        QFETCH(const Fault, fault);
+        QFETCH(const Outcome, outcome);
+        QFETCH(const QString, error);
+        poll(fault, outcome, error);
+    }
+
+    void panelWorksWhileTheBridgeHangs() {
+        const auto before = m_desk->shown();
+        beginPoll({.health = silence}, 1);
+        m_desk->press(u"Console"_s);
+        QTRY_COMPARE(m_desk->panel.pagesOpened.size(), 1);
+        m_desk->press(u"Night"_s);
+        QCOMPARE(m_desk->shown(), before);
+        QVERIFY(PanelReading::names(*m_desk->view).join(u' ').contains(u" · Night"_s));
+        m_desk->press(u"Desk backup now"_s);
+        QTRY_VERIFY(PanelReading::named<QWidget>(*m_desk->view, u"Running vorna…"_s) != nullptr);
+        QVERIFY(m_desk->panel.status.polling);
+        QCOMPARE(m_desk->peer.openConnections, 1);
+        requireSettled(Outcome::unreachable, u"The request timed out."_s);
+    }
+
+    void bridgeThatIsBackShowsWhileAnOlderPollHangs() {
+        poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+        m_desk->heal();
+        beginPoll({.health = silence}, 1);
+        m_desk->heal();
+        m_desk->refresh();
+        QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+        QCOMPARE(m_desk->peer.mostOpenConnections, 2);
+        QVERIFY(m_desk->settle());
+    }
+
+    void manyHangingPollsAreAllLetGo() {
+        constexpr int polls = 50;
+        m_desk->set({.health = silence});
+        for (int i = 0; i < polls; ++i) {
+            m_desk->refresh();
+        }
+        QTRY_COMPARE(m_desk->peer.openConnections, polls);
+        requireSettled(Outcome::unreachable, u"The request timed out."_s);
+    }
+
+    void upAndDownAtEveryPollShowsEach() {
+        for (int turn = 0; turn < 10; ++turn) {
+            poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
+            m_desk->heal();
+            poll({}, Outcome::snapshot);
+            poll({.health = ScriptedPeer::plain(503)}, Outcome::offline);
+            poll({}, Outcome::snapshot);
+            poll({.monitor = ScriptedPeer::plain(503)}, Outcome::onlineWithoutData);
+        }
+    }
+
+    void lateAnswerStandsUntilTheNextPoll() {
+        beginPoll({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, healthIsLateBy}}, 1);
+        m_desk->set({});
+        m_desk->refresh();
+        QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
+        QTRY_COMPARE(m_desk->shown(), expected(Outcome::offline, {}, m_desk->now));
+        QVERIFY(m_desk->settle());
+    }
+
+    void lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() {
+        beginPoll({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, monitorIsLateBy}}, 2);
+        m_desk->set({.health = {}});
+        m_desk->refresh();
+        const auto gone = expected(Outcome::unreachable, u"The network connection was lost."_s, m_desk->now);
+        QTRY_COMPARE(m_desk->shown(), gone);
+
+        auto late = expected(Outcome::snapshot, {}, m_desk->now);
+        late.replace(1, u"offline"_s);
+        late.replace(2, u"not ok"_s);
+        QTRY_COMPARE(m_desk->shown(), late);
+        QCOMPARE(m_desk->icon(), iconOf(Outcome::offline));
+        QVERIFY(m_desk->settle());
+    }
+
+    void noDescriptorForASocketIsAnUnreachableBridge() {
+        rlimit before{};
+        QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
+        const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
+        m_desk->refresh();
+        const bool ended = m_desk->settle();
+        QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
+        QVERIFY(ended);
+        QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"Could not connect to the server."_s, m_desk->now));
+    }
 
 private:
     void requireSettled(Outcome outcome, const QString& error = {}) {
@@ -200,141 +326,6 @@ private:
 };
 
 Q_DECLARE_METATYPE(Outcome)
-
-void TestBridgeFaults::faultIsShownAndGotOver_data() {
-    QTest::addColumn<Fault>("fault");
-    QTest::addColumn<Outcome>("outcome");
-    QTest::addColumn<QString>("error");
-    const auto row = [](const char* name, const Fault& fault, Outcome outcome, const QString& error = {}) {
-        QTest::newRow(name) << fault << outcome << error;
-    };
-    const QString lost = u"The network connection was lost."_s;
-    const QString late = u"The request timed out."_s;
-    const QString tooMuch = u"The server sent more data than expected."_s;
-    const auto health = [](const Script& script) { return Fault{.health = script}; };
-    const auto monitor = [](const Script& script) { return Fault{.monitor = script}; };
-    const auto json = [](const QByteArray& body) { return Fault{.monitor = ScriptedPeer::plain(200, body)}; };
-    const QByteArray answer = good().pieces.first();
-    const Script endless{{head({}), QByteArray(256 * 1024, ' ')}, End::repeatLastPiece};
-
-    row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
-    row("stall, health", health(silence), Outcome::unreachable, late);
-    row("stall, monitor", monitor(silence), Outcome::onlineWithoutData);
-    row("drip under the limit",
-        {.health = {inPieces(head({}), 4), End::close, 300ms}, .monitor = {inPieces(answer, 30), End::stall, 100ms}},
-        Outcome::snapshot);
-    row("drip over the limit", health({inPieces(sizedHead(0), 8), End::close, 2500ms}), Outcome::unreachable, late);
-    row("reset, health", health({{sizedHead(100) + "{"}, End::reset, 20ms}), Outcome::unreachable, lost);
-    row("closed, health", health({}), Outcome::unreachable, lost);
-    row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
-    row("half-closed, health", health({{sizedHead(100)}, End::halfClose}), Outcome::unreachable, lost);
-    row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
-    row("status 204 with odd headers, health",
-        health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline);
-    row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
-    row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
-    row("garbage: headers, health", health({{head("nonsense\r\n")}}), Outcome::unreachable,
-        u"The answer of the server was garbled."_s);
-    row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData);
-    row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
-        Outcome::onlineWithoutData);
-    row("giant: endless body, health", health(endless), Outcome::unreachable, tooMuch);
-    row("giant: endless body, monitor", monitor(endless), Outcome::onlineWithoutData);
-    row("giant: endless header", health({{"HTTP/1.1 200 OK\r\nX: ", QByteArray(10'000, 'x')}, End::repeatLastPiece}),
-        Outcome::unreachable, tooMuch);
-    row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
-        Outcome::snapshot);
-}
-
-void TestBridgeFaults::faultIsShownAndGotOver() {
-    QFETCH(const Fault, fault);
-    QFETCH(const Outcome, outcome);
-    QFETCH(const QString, error);
-    poll(fault, outcome, error);
-}
-
-void TestBridgeFaults::panelWorksWhileTheBridgeHangs() {
-    const auto before = m_desk->shown();
-    beginPoll({.health = silence}, 1);
-    m_desk->press(u"Console"_s);
-    QTRY_COMPARE(m_desk->panel.pagesOpened.size(), 1);
-    m_desk->press(u"Night"_s);
-    QCOMPARE(m_desk->shown(), before);
-    QVERIFY(PanelReading::names(*m_desk->view).join(u' ').contains(u" · Night"_s));
-    m_desk->press(u"Desk backup now"_s);
-    QTRY_VERIFY(PanelReading::named<QWidget>(*m_desk->view, u"Running vorna…"_s) != nullptr);
-    QVERIFY(m_desk->panel.status.polling);
-    QCOMPARE(m_desk->peer.openConnections, 1);
-    requireSettled(Outcome::unreachable, u"The request timed out."_s);
-}
-
-void TestBridgeFaults::bridgeThatIsBackShowsWhileAnOlderPollHangs() {
-    poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
-    m_desk->heal();
-    beginPoll({.health = silence}, 1);
-    m_desk->heal();
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
-    QCOMPARE(m_desk->peer.mostOpenConnections, 2);
-    QVERIFY(m_desk->settle());
-}
-
-void TestBridgeFaults::manyHangingPollsAreAllLetGo() {
-    constexpr int polls = 50;
-    m_desk->set({.health = silence});
-    for (int i = 0; i < polls; ++i) {
-        m_desk->refresh();
-    }
-    QTRY_COMPARE(m_desk->peer.openConnections, polls);
-    requireSettled(Outcome::unreachable, u"The request timed out."_s);
-}
-
-void TestBridgeFaults::upAndDownAtEveryPollShowsEach() {
-    for (int turn = 0; turn < 10; ++turn) {
-        poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
-        m_desk->heal();
-        poll({}, Outcome::snapshot);
-        poll({.health = ScriptedPeer::plain(503)}, Outcome::offline);
-        poll({}, Outcome::snapshot);
-        poll({.monitor = ScriptedPeer::plain(503)}, Outcome::onlineWithoutData);
-    }
-}
-
-void TestBridgeFaults::lateAnswerStandsUntilTheNextPoll() {
-    beginPoll({.health = {{"HTTP/1.1 503 Late\r\n", "Content-Length: 0\r\n\r\n"}, End::close, healthIsLateBy}}, 1);
-    m_desk->set({});
-    m_desk->refresh();
-    QTRY_COMPARE(m_desk->shown(), expected(Outcome::snapshot, {}, m_desk->now));
-    QTRY_COMPARE(m_desk->shown(), expected(Outcome::offline, {}, m_desk->now));
-    QVERIFY(m_desk->settle());
-}
-
-void TestBridgeFaults::lateSnapshotOfABridgeThatHasGoneStandsUntilTheNextPoll() {
-    beginPoll({.monitor = {{QByteArray{}, good().pieces.first()}, End::close, monitorIsLateBy}}, 2);
-    m_desk->set({.health = {}});
-    m_desk->refresh();
-    const auto gone = expected(Outcome::unreachable, u"The network connection was lost."_s, m_desk->now);
-    QTRY_COMPARE(m_desk->shown(), gone);
-
-    auto late = expected(Outcome::snapshot, {}, m_desk->now);
-    late.replace(1, u"offline"_s);
-    late.replace(2, u"not ok"_s);
-    QTRY_COMPARE(m_desk->shown(), late);
-    QCOMPARE(m_desk->icon(), iconOf(Outcome::offline));
-    QVERIFY(m_desk->settle());
-}
-
-void TestBridgeFaults::noDescriptorForASocketIsAnUnreachableBridge() {
-    rlimit before{};
-    QCOMPARE(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit none{.rlim_cur = 3, .rlim_max = before.rlim_max};
-    QCOMPARE(setrlimit(RLIMIT_NOFILE, &none), 0);
-    m_desk->refresh();
-    const bool ended = m_desk->settle();
-    QCOMPARE(setrlimit(RLIMIT_NOFILE, &before), 0);
-    QVERIFY(ended);
-    QCOMPARE(m_desk->shown(), expected(Outcome::unreachable, u"Could not connect to the server."_s, m_desk->now));
-}
 
 QTEST_MAIN(TestBridgeFaults)
 #include "TestBridgeFaults.moc"

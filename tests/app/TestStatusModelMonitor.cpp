@@ -28,24 +28,208 @@ class TestStatusModelMonitor final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void missingHostKeepsTheFiguresAndEmptiesTheName();
-    void hostWithoutFiguresShowsDashes();
-    void figuresAreFormatted_data();
-    void figuresAreFormatted();
-    void largestFigureIsWrittenOut();
-    void figuresIgnoreTheLocale();
-    void caddyProbeIsFound_data();
-    void caddyProbeIsFound();
-    void sitesDegradeAGreenBandOnly_data();
-    void sitesDegradeAGreenBandOnly();
-    void detailIsTakenLiterally();
-    void postgresProbeIsFound_data();
-    void postgresProbeIsFound();
-    void sitesAreNotRows();
-    void rowsEndAfterTwelve();
-    void rowsCarryTheirProbe();
-    void snapshotReplacesTheRowsWhole();
+    void init() {
+        m_peer.setScript("/health", ScriptedPeer::plain(200));
+        m_model = std::make_unique<StatusModel>(m_notifications, m_tool.runner(), m_peer.baseUrl());
+    }
+
+    void missingHostKeepsTheFiguresAndEmptiesTheName() {
+        apply(snapshot(
+            {}, 0, 0,
+            R"({"hostname":"desk","cpu_load_1m":1.731,"memory_used_pct":64.2,"disk_used_pct":71,"disk_free_gb":138})"));
+        apply(snapshot({}));
+        QCOMPARE(m_model->hostname.value(), QString());
+        QCOMPARE(m_model->hostLoad.value(), u"1.73"_s);
+        QCOMPARE(m_model->hostMemory.value(), u"64%"_s);
+        QCOMPARE(m_model->hostDisk.value(), u"71% · 138 GB free"_s);
+    }
+
+    void hostWithoutFiguresShowsDashes() {
+        apply(snapshot({}, 0, 0, R"({"hostname":"desk","cpu_load_1m":1.7,"memory_used_pct":64,"disk_used_pct":71})"));
+        apply(snapshot({}, 0, 0, R"({"platform":"any","cpu_load_5m":1,"disk_free_gb":5})"));
+        QCOMPARE(m_model->hostname.value(), QString());
+        QCOMPARE(m_model->hostLoad.value(), u"—"_s);
+        QCOMPARE(m_model->hostMemory.value(), u"—"_s);
+        QCOMPARE(m_model->hostDisk.value(), u"—"_s);
+    }
+
+    void figuresAreFormatted_data() {
+        QTest::addColumn<QByteArray>("host");
+        QTest::addColumn<QString>("figures");
+        QTest::newRow("as usual")
+            << QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})")
+            << u"1.73 64% 71% · 138 GB free"_s;
+        QTest::newRow("disk without free space") << QByteArray(R"({"disk_used_pct":70.6})") << u"— — 71%"_s;
+        QTest::newRow("ties go to even, as in C")
+            << QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})")
+            << u"0.12 64% 66% · 0 GB free"_s;
+        QTest::newRow("whole numbers")
+            << QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})")
+            << u"2.00 100% 0% · 123456 GB free"_s;
+        QTest::newRow("beyond reason") << QByteArray(R"({"cpu_load_1m":-1e20,"memory_used_pct":1e20})")
+                                       << u"-100000000000000000000.00 100000000000000000000% —"_s;
+    }
+    void figuresAreFormatted() {
+        QFETCH(const QByteArray, host);
+        QFETCH(const QString, figures);
+        apply(snapshot({}, 0, 0, host));
+        QCOMPARE((QStringList{m_model->hostLoad, m_model->hostMemory, m_model->hostDisk}.join(u' ')), figures);
+    }
+
+    void largestFigureIsWrittenOut() {
+        apply(snapshot({}, 0, 0, R"({"cpu_load_1m":-1.7e308})"));
+        QCOMPARE(m_model->hostLoad->size(), 1 + 309 + 3);
+    }
+
+    void figuresIgnoreTheLocale() {
+        QLocale::setDefault(QLocale{QLocale::German});
+        setlocale(LC_ALL, "de_DE.UTF-8");
+        apply(snapshot({}, 0, 0, R"({"cpu_load_1m":1234.5,"disk_used_pct":50,"disk_free_gb":12345})"));
+        QLocale::setDefault(QLocale::c());
+        setlocale(LC_ALL, "C");
+        QCOMPARE(m_model->hostLoad.value(), u"1234.50"_s);
+        QCOMPARE(m_model->hostDisk.value(), u"50% · 12345 GB free"_s);
+    }
+
+    void caddyProbeIsFound_data() {
+        QTest::addColumn<QByteArrayList>("probes");
+        QTest::addColumn<Band>("band");
+        QTest::addColumn<QString>("detail");
+        QTest::newRow("none") << QByteArrayList{} << Band::amber << u"no caddy probe"_s;
+        QTest::newRow("exact, ok") << QByteArrayList{probe("caddy.process", true, "running")} << Band::green
+                                   << u"running"_s;
+        QTest::newRow("exact, not ok") << QByteArrayList{probe("caddy.process", false, "gone")} << Band::red
+                                       << u"gone"_s;
+        QTest::newRow("exact before a longer name that stands first")
+            << QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")} << Band::green
+            << u"b"_s;
+        QTest::newRow("name that goes on")
+            << QByteArrayList{probe("caddy.process.main", true, "a")} << Band::green << u"a"_s;
+        QTest::newRow("words the other way round")
+            << QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")} << Band::green << u"a"_s;
+        QTest::newRow("both words, one inside another")
+            << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green
+            << u"a"_s;
+        for (const char* name : {"Caddy.Process", "Caddy.process", "caddy.Process", "CADDY.PROCESS", "caddy.admin",
+                                 "caddy", "process", "cad.process", "caddy.proc"}) {
+            QTest::newRow(name) << QByteArrayList{probe(name)} << Band::amber << u"no caddy probe"_s;
+        }
+        QTest::newRow("the words in two probes")
+            << QByteArrayList{probe("caddy"), probe("process")} << Band::amber << u"no caddy probe"_s;
+        QTest::newRow("process before caddy")
+            << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
+    }
+    void caddyProbeIsFound() {
+        QFETCH(const QByteArrayList, probes);
+        QFETCH(const Band, band);
+        QFETCH(const QString, detail);
+        apply(snapshot(probes));
+        QCOMPARE(m_model->caddyBand.value(), band);
+        QCOMPARE(m_model->caddyDetail.value(), detail);
+    }
+
+    void sitesDegradeAGreenBandOnly_data() {
+        QTest::addColumn<QByteArrayList>("probes");
+        QTest::addColumn<int>("up");
+        QTest::addColumn<int>("total");
+        QTest::addColumn<Band>("band");
+        QTest::addColumn<QString>("detail");
+        const QByteArrayList ok{probe("caddy.process", true, "D")};
+        const QByteArrayList notOk{probe("caddy.process", false, "D")};
+        QTest::newRow("no sites") << ok << 0 << 0 << Band::green << u"D"_s;
+        QTest::newRow("fewer than no sites") << ok << 0 << -3 << Band::green << u"D"_s;
+        QTest::newRow("3 of 4") << ok << 3 << 4 << Band::green << u"D · 3/4 sites"_s;
+        QTest::newRow("1 of 4") << ok << 1 << 4 << Band::amber << u"D · 1/4 sites"_s;
+        QTest::newRow("2 of 4") << ok << 2 << 4 << Band::green << u"D · 2/4 sites"_s;
+        QTest::newRow("0 of 1") << ok << 0 << 1 << Band::amber << u"D · 0/1 sites"_s;
+        QTest::newRow("1 of 3") << ok << 1 << 3 << Band::green << u"D · 1/3 sites"_s;
+        QTest::newRow("1 of 5") << ok << 1 << 5 << Band::amber << u"D · 1/5 sites"_s;
+        QTest::newRow("2 of 5") << ok << 2 << 5 << Band::green << u"D · 2/5 sites"_s;
+        QTest::newRow("more up than there are") << ok << 9 << 2 << Band::green << u"D · 9/2 sites"_s;
+        QTest::newRow("fewer than none up") << ok << -1 << 1 << Band::amber << u"D · -1/1 sites"_s;
+        QTest::newRow("not ok, all up") << notOk << 4 << 4 << Band::red << u"D · 4/4 sites"_s;
+        QTest::newRow("not ok, none up") << notOk << 0 << 4 << Band::red << u"D · 0/4 sites"_s;
+        QTest::newRow("no probe, none up")
+            << QByteArrayList{} << 0 << 2 << Band::amber << u"no caddy probe · 0/2 sites"_s;
+        QTest::newRow("no probe, all up")
+            << QByteArrayList{} << 2 << 2 << Band::amber << u"no caddy probe · 2/2 sites"_s;
+    }
+    void sitesDegradeAGreenBandOnly() {
+        QFETCH(const QByteArrayList, probes);
+        QFETCH(const int, up);
+        QFETCH(const int, total);
+        QFETCH(const Band, band);
+        QFETCH(const QString, detail);
+        apply(snapshot(probes, up, total));
+        QCOMPARE(m_model->caddyBand.value(), band);
+        QCOMPARE(m_model->caddyDetail.value(), detail);
+    }
+
+    void detailIsTakenLiterally() {
+        apply(snapshot({probe("caddy.process", true, "%1 %2 %3 100%")}, 1, 2));
+        QCOMPARE(m_model->caddyDetail.value(), u"%1 %2 %3 100% · 1/2 sites"_s);
+    }
+
+    void postgresProbeIsFound_data() {
+        QTest::addColumn<QByteArrayList>("probes");
+        QTest::addColumn<QString>("state");
+        QTest::newRow("none") << QByteArrayList{probe("postgres.other"), probe("Postgres")} << u"absent —"_s;
+        QTest::newRow("postgres") << QByteArrayList{probe("postgres", true, "a")} << u"ok a"_s;
+        QTest::newRow("its port") << QByteArrayList{probe("postgres.port", false, "b")} << u"not ok b"_s;
+        QTest::newRow("both") << QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")}
+                              << u"ok a"_s;
+        QTest::newRow("both the other way")
+            << QByteArrayList{probe("postgres.port", false, "b"), probe("postgres", true, "a")} << u"ok a"_s;
+        QTest::newRow("two of a name") << QByteArrayList{probe("postgres", false, "first"),
+                                                         probe("postgres", true, "second")}
+                                       << u"not ok first"_s;
+    }
+    void postgresProbeIsFound() {
+        QFETCH(const QByteArrayList, probes);
+        QFETCH(const QString, state);
+        m_model->postgresOk = true;
+        m_model->postgresDetail = u"old"_s;
+        apply(snapshot(probes));
+        const auto ok = m_model->postgresOk.value();
+        QCOMPARE((ok ? (*ok ? u"ok"_s : u"not ok"_s) : u"absent"_s) + u' ' + m_model->postgresDetail.value(), state);
+    }
+
+    void sitesAreNotRows() {
+        QByteArrayList probes;
+        QStringList expected;
+        for (int i = 0; i < 10; ++i) {
+            probes << probe("site.example" + QByteArray::number(i)) << probe("service" + QByteArray::number(i));
+            expected << u"service%1"_s.arg(i);
+        }
+        apply(snapshot(probes));
+        QCOMPARE(rowNames(), expected);
+        apply(snapshot({probe("Site.x"), probe("my.site.x"), probe("site")}));
+        QCOMPARE(rowNames(), (QStringList{u"Site.x"_s, u"my.site.x"_s, u"site"_s}));
+    }
+
+    void rowsEndAfterTwelve() {
+        QByteArrayList probes{probe("site.a")};
+        for (int i = 0; i < 15; ++i) {
+            probes << probe("service" + QByteArray::number(i));
+        }
+        apply(snapshot(probes));
+        QCOMPARE(m_model->services->size(), 12);
+        QCOMPARE(rowNames().last(), u"service11"_s);
+    }
+
+    void rowsCarryTheirProbe() {
+        apply(snapshot({probe("a", false, "down"), R"({"name":"b","ok":true,"detail":"","category":"database"})"}));
+        const QList<StatusModel::ServiceRow> expected{{u"a"_s, u"a"_s, false, u"down"_s, u"service"_s},
+                                                      {u"b"_s, u"b"_s, true, QString(), u"database"_s}};
+        QVERIFY(m_model->services.value() == expected);
+    }
+
+    void snapshotReplacesTheRowsWhole() {
+        apply(snapshot({probe("a"), probe("caddy.process"), probe("postgres")}));
+        QCOMPARE(rowNames(), (QStringList{u"a"_s, u"caddy.process"_s, u"postgres"_s}));
+        apply(snapshot({probe("b")}));
+        QCOMPARE(rowNames(), QStringList{u"b"_s});
+    }
 
 private:
     void apply(const QByteArray& json) {
@@ -67,211 +251,6 @@ private:
     ScriptedPeer m_peer;
     std::unique_ptr<StatusModel> m_model;
 };
-
-void TestStatusModelMonitor::init() {
-    m_peer.setScript("/health", ScriptedPeer::plain(200));
-    m_model = std::make_unique<StatusModel>(m_notifications, m_tool.runner(), m_peer.baseUrl());
-}
-
-void TestStatusModelMonitor::missingHostKeepsTheFiguresAndEmptiesTheName() {
-    apply(snapshot(
-        {}, 0, 0,
-        R"({"hostname":"desk","cpu_load_1m":1.731,"memory_used_pct":64.2,"disk_used_pct":71,"disk_free_gb":138})"));
-    apply(snapshot({}));
-    QCOMPARE(m_model->hostname.value(), QString());
-    QCOMPARE(m_model->hostLoad.value(), u"1.73"_s);
-    QCOMPARE(m_model->hostMemory.value(), u"64%"_s);
-    QCOMPARE(m_model->hostDisk.value(), u"71% · 138 GB free"_s);
-}
-
-void TestStatusModelMonitor::hostWithoutFiguresShowsDashes() {
-    apply(snapshot({}, 0, 0, R"({"hostname":"desk","cpu_load_1m":1.7,"memory_used_pct":64,"disk_used_pct":71})"));
-    apply(snapshot({}, 0, 0, R"({"platform":"any","cpu_load_5m":1,"disk_free_gb":5})"));
-    QCOMPARE(m_model->hostname.value(), QString());
-    QCOMPARE(m_model->hostLoad.value(), u"—"_s);
-    QCOMPARE(m_model->hostMemory.value(), u"—"_s);
-    QCOMPARE(m_model->hostDisk.value(), u"—"_s);
-}
-
-void TestStatusModelMonitor::figuresAreFormatted_data() {
-    QTest::addColumn<QByteArray>("host");
-    QTest::addColumn<QString>("figures");
-    QTest::newRow("as usual")
-        << QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})")
-        << u"1.73 64% 71% · 138 GB free"_s;
-    QTest::newRow("disk without free space") << QByteArray(R"({"disk_used_pct":70.6})") << u"— — 71%"_s;
-    QTest::newRow("ties go to even, as in C")
-        << QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})")
-        << u"0.12 64% 66% · 0 GB free"_s;
-    QTest::newRow("whole numbers")
-        << QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})")
-        << u"2.00 100% 0% · 123456 GB free"_s;
-    QTest::newRow("beyond reason") << QByteArray(R"({"cpu_load_1m":-1e20,"memory_used_pct":1e20})")
-                                   << u"-100000000000000000000.00 100000000000000000000% —"_s;
-}
-
-void TestStatusModelMonitor::figuresAreFormatted() {
-    QFETCH(const QByteArray, host);
-    QFETCH(const QString, figures);
-    apply(snapshot({}, 0, 0, host));
-    QCOMPARE((QStringList{m_model->hostLoad, m_model->hostMemory, m_model->hostDisk}.join(u' ')), figures);
-}
-
-void TestStatusModelMonitor::largestFigureIsWrittenOut() {
-    apply(snapshot({}, 0, 0, R"({"cpu_load_1m":-1.7e308})"));
-    QCOMPARE(m_model->hostLoad->size(), 1 + 309 + 3);
-}
-
-void TestStatusModelMonitor::figuresIgnoreTheLocale() {
-    QLocale::setDefault(QLocale{QLocale::German});
-    setlocale(LC_ALL, "de_DE.UTF-8");
-    apply(snapshot({}, 0, 0, R"({"cpu_load_1m":1234.5,"disk_used_pct":50,"disk_free_gb":12345})"));
-    QLocale::setDefault(QLocale::c());
-    setlocale(LC_ALL, "C");
-    QCOMPARE(m_model->hostLoad.value(), u"1234.50"_s);
-    QCOMPARE(m_model->hostDisk.value(), u"50% · 12345 GB free"_s);
-}
-
-void TestStatusModelMonitor::caddyProbeIsFound_data() {
-    QTest::addColumn<QByteArrayList>("probes");
-    QTest::addColumn<Band>("band");
-    QTest::addColumn<QString>("detail");
-    QTest::newRow("none") << QByteArrayList{} << Band::amber << u"no caddy probe"_s;
-    QTest::newRow("exact, ok") << QByteArrayList{probe("caddy.process", true, "running")} << Band::green
-                               << u"running"_s;
-    QTest::newRow("exact, not ok") << QByteArrayList{probe("caddy.process", false, "gone")} << Band::red << u"gone"_s;
-    QTest::newRow("exact before a longer name that stands first")
-        << QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")} << Band::green
-        << u"b"_s;
-    QTest::newRow("name that goes on") << QByteArrayList{probe("caddy.process.main", true, "a")} << Band::green
-                                       << u"a"_s;
-    QTest::newRow("words the other way round")
-        << QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")} << Band::green << u"a"_s;
-    QTest::newRow("both words, one inside another")
-        << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green
-        << u"a"_s;
-    for (const char* name : {"Caddy.Process", "Caddy.process", "caddy.Process", "CADDY.PROCESS", "caddy.admin", "caddy",
-                             "process", "cad.process", "caddy.proc"}) {
-        QTest::newRow(name) << QByteArrayList{probe(name)} << Band::amber << u"no caddy probe"_s;
-    }
-    QTest::newRow("the words in two probes")
-        << QByteArrayList{probe("caddy"), probe("process")} << Band::amber << u"no caddy probe"_s;
-    QTest::newRow("process before caddy")
-        << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
-}
-
-void TestStatusModelMonitor::caddyProbeIsFound() {
-    QFETCH(const QByteArrayList, probes);
-    QFETCH(const Band, band);
-    QFETCH(const QString, detail);
-    apply(snapshot(probes));
-    QCOMPARE(m_model->caddyBand.value(), band);
-    QCOMPARE(m_model->caddyDetail.value(), detail);
-}
-
-void TestStatusModelMonitor::sitesDegradeAGreenBandOnly_data() {
-    QTest::addColumn<QByteArrayList>("probes");
-    QTest::addColumn<int>("up");
-    QTest::addColumn<int>("total");
-    QTest::addColumn<Band>("band");
-    QTest::addColumn<QString>("detail");
-    const QByteArrayList ok{probe("caddy.process", true, "D")};
-    const QByteArrayList notOk{probe("caddy.process", false, "D")};
-    QTest::newRow("no sites") << ok << 0 << 0 << Band::green << u"D"_s;
-    QTest::newRow("fewer than no sites") << ok << 0 << -3 << Band::green << u"D"_s;
-    QTest::newRow("3 of 4") << ok << 3 << 4 << Band::green << u"D · 3/4 sites"_s;
-    QTest::newRow("1 of 4") << ok << 1 << 4 << Band::amber << u"D · 1/4 sites"_s;
-    QTest::newRow("2 of 4") << ok << 2 << 4 << Band::green << u"D · 2/4 sites"_s;
-    QTest::newRow("0 of 1") << ok << 0 << 1 << Band::amber << u"D · 0/1 sites"_s;
-    QTest::newRow("1 of 3") << ok << 1 << 3 << Band::green << u"D · 1/3 sites"_s;
-    QTest::newRow("1 of 5") << ok << 1 << 5 << Band::amber << u"D · 1/5 sites"_s;
-    QTest::newRow("2 of 5") << ok << 2 << 5 << Band::green << u"D · 2/5 sites"_s;
-    QTest::newRow("more up than there are") << ok << 9 << 2 << Band::green << u"D · 9/2 sites"_s;
-    QTest::newRow("fewer than none up") << ok << -1 << 1 << Band::amber << u"D · -1/1 sites"_s;
-    QTest::newRow("not ok, all up") << notOk << 4 << 4 << Band::red << u"D · 4/4 sites"_s;
-    QTest::newRow("not ok, none up") << notOk << 0 << 4 << Band::red << u"D · 0/4 sites"_s;
-    QTest::newRow("no probe, none up") << QByteArrayList{} << 0 << 2 << Band::amber << u"no caddy probe · 0/2 sites"_s;
-    QTest::newRow("no probe, all up") << QByteArrayList{} << 2 << 2 << Band::amber << u"no caddy probe · 2/2 sites"_s;
-}
-
-void TestStatusModelMonitor::sitesDegradeAGreenBandOnly() {
-    QFETCH(const QByteArrayList, probes);
-    QFETCH(const int, up);
-    QFETCH(const int, total);
-    QFETCH(const Band, band);
-    QFETCH(const QString, detail);
-    apply(snapshot(probes, up, total));
-    QCOMPARE(m_model->caddyBand.value(), band);
-    QCOMPARE(m_model->caddyDetail.value(), detail);
-}
-
-void TestStatusModelMonitor::detailIsTakenLiterally() {
-    apply(snapshot({probe("caddy.process", true, "%1 %2 %3 100%")}, 1, 2));
-    QCOMPARE(m_model->caddyDetail.value(), u"%1 %2 %3 100% · 1/2 sites"_s);
-}
-
-void TestStatusModelMonitor::postgresProbeIsFound_data() {
-    QTest::addColumn<QByteArrayList>("probes");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("none") << QByteArrayList{probe("postgres.other"), probe("Postgres")} << u"absent —"_s;
-    QTest::newRow("postgres") << QByteArrayList{probe("postgres", true, "a")} << u"ok a"_s;
-    QTest::newRow("its port") << QByteArrayList{probe("postgres.port", false, "b")} << u"not ok b"_s;
-    QTest::newRow("both") << QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")}
-                          << u"ok a"_s;
-    QTest::newRow("both the other way") << QByteArrayList{probe("postgres.port", false, "b"),
-                                                          probe("postgres", true, "a")}
-                                        << u"ok a"_s;
-    QTest::newRow("two of a name") << QByteArrayList{probe("postgres", false, "first"),
-                                                     probe("postgres", true, "second")}
-                                   << u"not ok first"_s;
-}
-
-void TestStatusModelMonitor::postgresProbeIsFound() {
-    QFETCH(const QByteArrayList, probes);
-    QFETCH(const QString, state);
-    m_model->postgresOk = true;
-    m_model->postgresDetail = u"old"_s;
-    apply(snapshot(probes));
-    const auto ok = m_model->postgresOk.value();
-    QCOMPARE((ok ? (*ok ? u"ok"_s : u"not ok"_s) : u"absent"_s) + u' ' + m_model->postgresDetail.value(), state);
-}
-
-void TestStatusModelMonitor::sitesAreNotRows() {
-    QByteArrayList probes;
-    QStringList expected;
-    for (int i = 0; i < 10; ++i) {
-        probes << probe("site.example" + QByteArray::number(i)) << probe("service" + QByteArray::number(i));
-        expected << u"service%1"_s.arg(i);
-    }
-    apply(snapshot(probes));
-    QCOMPARE(rowNames(), expected);
-    apply(snapshot({probe("Site.x"), probe("my.site.x"), probe("site")}));
-    QCOMPARE(rowNames(), (QStringList{u"Site.x"_s, u"my.site.x"_s, u"site"_s}));
-}
-
-void TestStatusModelMonitor::rowsEndAfterTwelve() {
-    QByteArrayList probes{probe("site.a")};
-    for (int i = 0; i < 15; ++i) {
-        probes << probe("service" + QByteArray::number(i));
-    }
-    apply(snapshot(probes));
-    QCOMPARE(m_model->services->size(), 12);
-    QCOMPARE(rowNames().last(), u"service11"_s);
-}
-
-void TestStatusModelMonitor::rowsCarryTheirProbe() {
-    apply(snapshot({probe("a", false, "down"), R"({"name":"b","ok":true,"detail":"","category":"database"})"}));
-    const QList<StatusModel::ServiceRow> expected{{u"a"_s, u"a"_s, false, u"down"_s, u"service"_s},
-                                                  {u"b"_s, u"b"_s, true, QString(), u"database"_s}};
-    QVERIFY(m_model->services.value() == expected);
-}
-
-void TestStatusModelMonitor::snapshotReplacesTheRowsWhole() {
-    apply(snapshot({probe("a"), probe("caddy.process"), probe("postgres")}));
-    QCOMPARE(rowNames(), (QStringList{u"a"_s, u"caddy.process"_s, u"postgres"_s}));
-    apply(snapshot({probe("b")}));
-    QCOMPARE(rowNames(), QStringList{u"b"_s});
-}
 
 QTEST_GUILESS_MAIN(TestStatusModelMonitor)
 #include "TestStatusModelMonitor.moc"

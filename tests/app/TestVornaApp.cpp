@@ -48,20 +48,150 @@ class TestVornaApp final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void policyThenRequestThenItem();
-    void nothingWaitsForTheAnswerAboutNotifications_data();
-    void nothingWaitsForTheAnswerAboutNotifications();
-    void startsOfflineAndAsksNobody();
-    void itemFollowsTheModel();
-    void openingThePanelStartsPolling();
-    void clickElsewhereClosesThePanel();
-    void theClickThatClosedThePanelDoesNotOpenIt();
-    void itemHearsWhetherThePanelIsOpen();
-    void entriesOfTheMenuDoWhatTheySay();
+    void init() {
+        m_daypart = std::make_unique<DaypartController>(m_defaults);
+        m_tool = std::make_unique<FakeTool>();
+        m_center.state = NotificationCenter::Authorization::authorized;
+        m_center.answersAtOnce = true;
+        m_center.authorizationRequests = 0;
+        m_events.clear();
+        m_timesDaypartWasTaken = 0;
+        m_tick = nullptr;
+    }
+
+    void policyThenRequestThenItem() {
+        const auto vorna = launch();
+        QCOMPARE(m_events, (QStringList{u"policy, 0 requests"_s, u"item vorna, 1 requests"_s}));
+    }
+
+    void nothingWaitsForTheAnswerAboutNotifications_data() {
+        using enum NotificationCenter::Authorization;
+        QTest::addColumn<NotificationCenter::Authorization>("state");
+        QTest::newRow("granted") << authorized;
+        QTest::newRow("denied") << denied;
+        QTest::newRow("not determined") << notDetermined;
+    }
+    void nothingWaitsForTheAnswerAboutNotifications() {
+        QFETCH(const NotificationCenter::Authorization, state);
+        m_center.state = state;
+        m_center.answersAtOnce = false;
+        const auto vorna = launch();
+        QVERIFY(m_item != nullptr);
+        QCOMPARE(m_timesDaypartWasTaken, 1);
+        m_center.answerAll();
+        QCOMPARE(m_timesDaypartWasTaken, 2);
+        QCOMPARE(m_center.authorizationRequests, 1);
+        QVERIFY(m_center.posted.isEmpty());
+    }
+
+    void startsOfflineAndAsksNobody() {
+        const auto vorna = launch();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_item->symbols, QStringList{offline});
+        QCOMPARE(m_item->meanings, QStringList{u"bridge offline"_s});
+        QVERIFY(!m_tick);
+        QVERIFY(m_tool->calls.isEmpty());
+        QVERIFY(!anyWindowIsShown());
+        QVERIFY(!QApplication::quitOnLastWindowClosed());
+    }
+
+    void itemFollowsTheModel() {
+        const auto vorna = launch();
+        auto& model = vorna->status();
+        model.bridgeOnline = true;
+        model.caddyBand = StatusModel::Band::red;
+        QCOMPARE(m_item->symbols, QStringList{offline});
+        QCoreApplication::processEvents();
+        QCOMPARE(m_item->symbols, (QStringList{offline, u"xmark.octagon.fill"_s}));
+        QCOMPARE(m_item->meanings.last(), u"down"_s);
+    }
+
+    void openingThePanelStartsPolling() {
+        const auto vorna = launch();
+        emit m_item->clicked();
+        QVERIFY(shown<PanelWindow>() != nullptr);
+        QVERIFY(vorna->status().polling);
+        QCOMPARE(m_interval, std::chrono::milliseconds{5000});
+        QCOMPARE(m_tool->calls.size(), 1);
+        emit m_item->clicked();
+        QVERIFY(shown<PanelWindow>() == nullptr);
+        emit m_item->clicked();
+        QCOMPARE(m_tool->calls.size(), 2);
+    }
+
+    void clickElsewhereClosesThePanel() {
+        const auto vorna = launch();
+        emit m_item->clickedElsewhere();
+        QVERIFY(!anyWindowIsShown());
+        emit m_item->clicked();
+        emit m_item->clickedElsewhere();
+        QVERIFY(shown<PanelWindow>() == nullptr);
+    }
+
+    // A desktop may tell of the click on the icon as of one elsewhere, and only then as of its own.
+    void theClickThatClosedThePanelDoesNotOpenIt() {
+        const auto vorna = launch();
+        emit m_item->clicked();
+        emit m_item->clickedElsewhere();
+        emit m_item->clicked();
+        QVERIFY(shown<PanelWindow>() == nullptr);
+        emit m_item->clicked();
+        QVERIFY(shown<PanelWindow>() != nullptr);
+    }
+
+    void itemHearsWhetherThePanelIsOpen() {
+        const auto vorna = launch();
+        emit m_item->clicked();
+        QCOMPARE(m_item->panelStates, QList{true});
+        shown<PanelWindow>()->close();
+        QCOMPARE(m_item->panelStates, (QList{true, false}));
+        emit m_item->showPanelChosen();
+        QCOMPARE(m_item->panelStates, (QList{true, false, true}));
+    }
+
+    void entriesOfTheMenuDoWhatTheySay() {
+        const auto vorna = launch();
+        emit m_item->showPanelChosen();
+        QVERIFY(shown<PanelWindow>() != nullptr);
+        emit m_item->settingsChosen();
+        QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
+            return window->isVisible() && window->minimumSize() == QSize(440, 380);
+        }));
+        bool quits = false;
+        connect(qApp, &QCoreApplication::aboutToQuit, this, [&quits] { quits = true; });
+        QTimer::singleShot(0, m_item, &StatusItem::quitChosen);
+        QApplication::exec();
+        QVERIFY(quits);
+    }
 
 private:
-    [[nodiscard]] std::unique_ptr<VornaApp> launch();
+    [[nodiscard]] std::unique_ptr<VornaApp> launch() {
+        const auto note = [this](const QString& event) {
+            m_events.append(u"%1, %2 requests"_s.arg(event).arg(m_center.authorizationRequests));
+        };
+        return std::make_unique<VornaApp>(VornaParts{
+            .daypart = [this]() -> DaypartController& {
+                ++m_timesDaypartWasTaken;
+                return *m_daypart;
+            },
+            .becomeAccessory = [note] { note(u"policy"_s); },
+            .notifications = m_notifications,
+            .makeItem =
+                [this, note](const QString& title) {
+                    note(u"item "_s + title);
+                    auto item = std::make_unique<FakeStatusItem>();
+                    m_item = item.get();
+                    return item;
+                },
+            .runTool = m_tool->runner(),
+            .bridge = QUrl{u"http://127.0.0.1:9"_s},
+            .ticker =
+                [this](QObject&, std::chrono::milliseconds interval, const std::function<void()>& tick) {
+                    m_interval = interval;
+                    m_tick = tick;
+                },
+        });
+    }
 
     FakeNotificationCenter m_center;
     NotificationService m_notifications{m_center};
@@ -74,151 +204,6 @@ private:
     std::function<void()> m_tick;
     std::chrono::milliseconds m_interval{};
 };
-
-void TestVornaApp::init() {
-    m_daypart = std::make_unique<DaypartController>(m_defaults);
-    m_tool = std::make_unique<FakeTool>();
-    m_center.state = NotificationCenter::Authorization::authorized;
-    m_center.answersAtOnce = true;
-    m_center.authorizationRequests = 0;
-    m_events.clear();
-    m_timesDaypartWasTaken = 0;
-    m_tick = nullptr;
-}
-
-std::unique_ptr<VornaApp> TestVornaApp::launch() {
-    const auto note = [this](const QString& event) {
-        m_events.append(u"%1, %2 requests"_s.arg(event).arg(m_center.authorizationRequests));
-    };
-    return std::make_unique<VornaApp>(VornaParts{
-        .daypart = [this]() -> DaypartController& {
-            ++m_timesDaypartWasTaken;
-            return *m_daypart;
-        },
-        .becomeAccessory = [note] { note(u"policy"_s); },
-        .notifications = m_notifications,
-        .makeItem =
-            [this, note](const QString& title) {
-                note(u"item "_s + title);
-                auto item = std::make_unique<FakeStatusItem>();
-                m_item = item.get();
-                return item;
-            },
-        .runTool = m_tool->runner(),
-        .bridge = QUrl{u"http://127.0.0.1:9"_s},
-        .ticker =
-            [this](QObject&, std::chrono::milliseconds interval, const std::function<void()>& tick) {
-                m_interval = interval;
-                m_tick = tick;
-            },
-    });
-}
-
-void TestVornaApp::policyThenRequestThenItem() {
-    const auto vorna = launch();
-    QCOMPARE(m_events, (QStringList{u"policy, 0 requests"_s, u"item vorna, 1 requests"_s}));
-}
-
-void TestVornaApp::nothingWaitsForTheAnswerAboutNotifications_data() {
-    using enum NotificationCenter::Authorization;
-    QTest::addColumn<NotificationCenter::Authorization>("state");
-    QTest::newRow("granted") << authorized;
-    QTest::newRow("denied") << denied;
-    QTest::newRow("not determined") << notDetermined;
-}
-
-void TestVornaApp::nothingWaitsForTheAnswerAboutNotifications() {
-    QFETCH(const NotificationCenter::Authorization, state);
-    m_center.state = state;
-    m_center.answersAtOnce = false;
-    const auto vorna = launch();
-    QVERIFY(m_item != nullptr);
-    QCOMPARE(m_timesDaypartWasTaken, 1);
-    m_center.answerAll();
-    QCOMPARE(m_timesDaypartWasTaken, 2);
-    QCOMPARE(m_center.authorizationRequests, 1);
-    QVERIFY(m_center.posted.isEmpty());
-}
-
-void TestVornaApp::startsOfflineAndAsksNobody() {
-    const auto vorna = launch();
-    QCoreApplication::processEvents();
-    QCOMPARE(m_item->symbols, QStringList{offline});
-    QCOMPARE(m_item->meanings, QStringList{u"bridge offline"_s});
-    QVERIFY(!m_tick);
-    QVERIFY(m_tool->calls.isEmpty());
-    QVERIFY(!anyWindowIsShown());
-    QVERIFY(!QApplication::quitOnLastWindowClosed());
-}
-
-void TestVornaApp::itemFollowsTheModel() {
-    const auto vorna = launch();
-    auto& model = vorna->status();
-    model.bridgeOnline = true;
-    model.caddyBand = StatusModel::Band::red;
-    QCOMPARE(m_item->symbols, QStringList{offline});
-    QCoreApplication::processEvents();
-    QCOMPARE(m_item->symbols, (QStringList{offline, u"xmark.octagon.fill"_s}));
-    QCOMPARE(m_item->meanings.last(), u"down"_s);
-}
-
-void TestVornaApp::openingThePanelStartsPolling() {
-    const auto vorna = launch();
-    emit m_item->clicked();
-    QVERIFY(shown<PanelWindow>() != nullptr);
-    QVERIFY(vorna->status().polling);
-    QCOMPARE(m_interval, std::chrono::milliseconds{5000});
-    QCOMPARE(m_tool->calls.size(), 1);
-    emit m_item->clicked();
-    QVERIFY(shown<PanelWindow>() == nullptr);
-    emit m_item->clicked();
-    QCOMPARE(m_tool->calls.size(), 2);
-}
-
-void TestVornaApp::clickElsewhereClosesThePanel() {
-    const auto vorna = launch();
-    emit m_item->clickedElsewhere();
-    QVERIFY(!anyWindowIsShown());
-    emit m_item->clicked();
-    emit m_item->clickedElsewhere();
-    QVERIFY(shown<PanelWindow>() == nullptr);
-}
-
-// A desktop may tell of the click on the icon as of one elsewhere, and only then as of its own.
-void TestVornaApp::theClickThatClosedThePanelDoesNotOpenIt() {
-    const auto vorna = launch();
-    emit m_item->clicked();
-    emit m_item->clickedElsewhere();
-    emit m_item->clicked();
-    QVERIFY(shown<PanelWindow>() == nullptr);
-    emit m_item->clicked();
-    QVERIFY(shown<PanelWindow>() != nullptr);
-}
-
-void TestVornaApp::itemHearsWhetherThePanelIsOpen() {
-    const auto vorna = launch();
-    emit m_item->clicked();
-    QCOMPARE(m_item->panelStates, QList{true});
-    shown<PanelWindow>()->close();
-    QCOMPARE(m_item->panelStates, (QList{true, false}));
-    emit m_item->showPanelChosen();
-    QCOMPARE(m_item->panelStates, (QList{true, false, true}));
-}
-
-void TestVornaApp::entriesOfTheMenuDoWhatTheySay() {
-    const auto vorna = launch();
-    emit m_item->showPanelChosen();
-    QVERIFY(shown<PanelWindow>() != nullptr);
-    emit m_item->settingsChosen();
-    QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
-        return window->isVisible() && window->minimumSize() == QSize(440, 380);
-    }));
-    bool quits = false;
-    connect(qApp, &QCoreApplication::aboutToQuit, this, [&quits] { quits = true; });
-    QTimer::singleShot(0, m_item, &StatusItem::quitChosen);
-    QApplication::exec();
-    QVERIFY(quits);
-}
 
 QTEST_MAIN(TestVornaApp)
 #include "TestVornaApp.moc"

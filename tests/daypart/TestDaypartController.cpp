@@ -42,20 +42,166 @@ class TestDaypartController final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void firstStartFollowsTheClockAndWritesNothing();
-    void choiceIsPinnedAndOutlivesTheProcess();
-    void choosingAgainAnnouncesAgain();
-    void pinnedDaypartIgnoresTicks();
-    void autoReturnsToTheClockAtOnce();
-    void autoAtTheSameDaypartAnnouncesOnlyTheFlag();
-    void manualFlagWithoutAValidDaypartStaysManual_data();
-    void manualFlagWithoutAValidDaypartStaysManual();
-    void storedDaypartWithoutTheFlagIsIgnored();
-    void clockIsFollowedAtTheNextTick();
-    void nextTickFollowsAClockThatWasSet_data();
-    void nextTickFollowsAClockThatWasSet();
-    void clockTicksOnceAMinuteWhateverIsPinned();
+    void init() {
+        m_defaults.values.clear();
+        m_defaults.writes.clear();
+        m_intervals.clear();
+        setHour(12);
+    }
+
+    void firstStartFollowsTheClockAndWritesNothing() {
+        const DaypartController controller{m_defaults, clock(), ticker()};
+        QVERIFY(!controller.isManual);
+        QCOMPARE(controller.daypart.value(), Daypart::day);
+        QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
+        QVERIFY(m_defaults.writes.isEmpty());
+    }
+
+    void choiceIsPinnedAndOutlivesTheProcess() {
+        {
+            DaypartController controller{m_defaults, clock(), ticker()};
+            const Record record{controller};
+            controller.set(Daypart::night);
+            QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
+            QVERIFY(controller.isManual);
+            QCOMPARE(m_defaults.writes, (QStringList{manualKey + u" = true"_s, storageKey + u" = night"_s}));
+        }
+        const DaypartController restarted{m_defaults, clock(), ticker()};
+        QVERIFY(restarted.isManual);
+        QCOMPARE(restarted.daypart.value(), Daypart::night);
+        QVERIFY(restarted.palette.value() == DaypartPalette::of(Daypart::night));
+    }
+
+    void choosingAgainAnnouncesAgain() {
+        DaypartController controller{m_defaults, clock(), ticker()};
+        controller.set(Daypart::day);
+        const Record record{controller};
+        controller.set(Daypart::day);
+        QCOMPARE(record.lines.size(), 3);
+    }
+
+    void pinnedDaypartIgnoresTicks() {
+        DaypartController controller{m_defaults, clock(), ticker()};
+        controller.set(Daypart::night);
+        const Record record{controller};
+        for (int hour = 0; hour < 24; ++hour) {
+            setHour(hour);
+            m_tick();
+        }
+        QCOMPARE(record.lines, QStringList{});
+        QCOMPARE(controller.daypart.value(), Daypart::night);
+    }
+
+    void autoReturnsToTheClockAtOnce() {
+        DaypartController controller{m_defaults, clock(), ticker()};
+        controller.set(Daypart::night);
+        const Record record{controller};
+        controller.useAuto();
+        QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
+        QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
+        QCOMPARE(m_defaults.writes.mid(2), (QStringList{manualKey + u" = false"_s, storageKey + u" removed"_s}));
+        QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, false}}));
+    }
+
+    void autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
+        DaypartController controller{m_defaults, clock(), ticker()};
+        controller.set(Daypart::day);
+        const Record record{controller};
+        controller.useAuto();
+        QCOMPARE(record.lines, QStringList{u"Day Day manual"_s});
+    }
+
+    void manualFlagWithoutAValidDaypartStaysManual_data() {
+        QTest::addColumn<QVariant>("stored");
+        QTest::newRow("unknown") << QVariant{u"noon"_s};
+        QTest::newRow("capitalised") << QVariant{u"Night"_s};
+        QTest::newRow("missing") << QVariant{};
+    }
+    void manualFlagWithoutAValidDaypartStaysManual() {
+        QFETCH(const QVariant, stored);
+        m_defaults.values = {{manualKey, true}};
+        if (stored.isValid()) {
+            m_defaults.values.insert(storageKey, stored);
+        }
+        const DaypartController controller{m_defaults, clock(), ticker()};
+        QVERIFY(controller.isManual);
+        QCOMPARE(controller.daypart.value(), Daypart::day);
+        setHour(23);
+        m_tick();
+        QCOMPARE(controller.daypart.value(), Daypart::day);
+        QVERIFY(m_defaults.writes.isEmpty());
+    }
+
+    void storedDaypartWithoutTheFlagIsIgnored() {
+        m_defaults.values = {{storageKey, u"night"_s}};
+        const DaypartController controller{m_defaults, clock(), ticker()};
+        QVERIFY(!controller.isManual);
+        QCOMPARE(controller.daypart.value(), Daypart::day);
+    }
+
+    void clockIsFollowedAtTheNextTick() {
+        setHour(9, 59);
+        DaypartController controller{m_defaults, clock(), ticker()};
+        const Record record{controller};
+        m_tick();
+        QCOMPARE(record.lines, QStringList{});
+        setHour(10);
+        QCOMPARE(controller.daypart.value(), Daypart::dawn);
+        m_tick();
+        QCOMPARE(record.lines, (QStringList{u"Dawn Dawn clock"_s, u"Day Dawn clock"_s}));
+        QCOMPARE(controller.daypart.value(), Daypart::day);
+    }
+
+    void nextTickFollowsAClockThatWasSet_data() {
+        const QTimeZone berlin{"Europe/Berlin"};
+        const QTimeZone tokyo{"Asia/Tokyo"};
+        const auto at = [](const QTimeZone& zone, const QDate& date, int hour, int minute) {
+            return QDateTime{date, QTime{hour, minute}, zone};
+        };
+        const QDate winter{2026, 1, 15};
+        const QDate spring{2026, 3, 29};
+        const QDate autumn{2026, 10, 25};
+        const QDateTime evening = at(berlin, winter, 16, 30);
+        const QDateTime beforeTheGap = at(berlin, spring, 1, 59);
+        const QDateTime twiceTwo = at(berlin, autumn, 2, 59);
+
+        QTest::addColumn<QDateTime>("before");
+        QTest::addColumn<QDateTime>("after");
+        QTest::addColumn<Daypart>("expected");
+        QTest::newRow("forward") << evening << evening.addSecs(6 * 3600) << Daypart::night;
+        QTest::newRow("backward") << evening << evening.addSecs(-8 * 3600) << Daypart::dawn;
+        QTest::newRow("a year back") << evening << evening.addYears(-1) << Daypart::day;
+        QTest::newRow("to the beginning") << evening << QDateTime::fromSecsSinceEpoch(0, berlin) << Daypart::night;
+        QTest::newRow("another zone") << evening << evening.toTimeZone(tokyo) << Daypart::night;
+        QTest::newRow("summer time begins") << beforeTheGap << beforeTheGap.addSecs(2 * 3600) << Daypart::night;
+        QTest::newRow("dawn of that day") << beforeTheGap << beforeTheGap.addSecs(5 * 3600) << Daypart::dawn;
+        QTest::newRow("summer time ends") << twiceTwo << twiceTwo.addSecs(60) << Daypart::night;
+        QTest::newRow("dusk of that day") << at(berlin, autumn, 16, 59) << at(berlin, autumn, 17, 0) << Daypart::dusk;
+    }
+    void nextTickFollowsAClockThatWasSet() {
+        QFETCH(const QDateTime, before);
+        QFETCH(const QDateTime, after);
+        QVERIFY(before.isValid() && after.isValid());
+        m_now = before;
+        DaypartController controller{m_defaults, clock(), ticker()};
+        const Record record{controller};
+        const auto first = controller.daypart.value();
+        m_now = after;
+        m_tick();
+        QTEST(controller.daypart.value(), "expected");
+        QVERIFY(controller.palette.value() == DaypartPalette::of(controller.daypart));
+        QCOMPARE(record.lines.size(), controller.daypart == first ? 0 : 2);
+    }
+
+    void clockTicksOnceAMinuteWhateverIsPinned() {
+        int looks = 0;
+        DaypartController controller{m_defaults, [&] { return ++looks, m_now; }, ticker()};
+        QCOMPARE(looks, 1);
+        controller.set(Daypart::night);
+        controller.useAuto();
+        controller.set(Daypart::dawn);
+        QCOMPARE(m_intervals, QList<qint64>{60'000});
+    }
 
 private:
     [[nodiscard]] Clock clock() {
@@ -74,169 +220,6 @@ private:
     QList<qint64> m_intervals;
     std::function<void()> m_tick;
 };
-
-void TestDaypartController::init() {
-    m_defaults.values.clear();
-    m_defaults.writes.clear();
-    m_intervals.clear();
-    setHour(12);
-}
-
-void TestDaypartController::firstStartFollowsTheClockAndWritesNothing() {
-    const DaypartController controller{m_defaults, clock(), ticker()};
-    QVERIFY(!controller.isManual);
-    QCOMPARE(controller.daypart.value(), Daypart::day);
-    QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
-    QVERIFY(m_defaults.writes.isEmpty());
-}
-
-void TestDaypartController::choiceIsPinnedAndOutlivesTheProcess() {
-    {
-        DaypartController controller{m_defaults, clock(), ticker()};
-        const Record record{controller};
-        controller.set(Daypart::night);
-        QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
-        QVERIFY(controller.isManual);
-        QCOMPARE(m_defaults.writes, (QStringList{manualKey + u" = true"_s, storageKey + u" = night"_s}));
-    }
-    const DaypartController restarted{m_defaults, clock(), ticker()};
-    QVERIFY(restarted.isManual);
-    QCOMPARE(restarted.daypart.value(), Daypart::night);
-    QVERIFY(restarted.palette.value() == DaypartPalette::of(Daypart::night));
-}
-
-void TestDaypartController::choosingAgainAnnouncesAgain() {
-    DaypartController controller{m_defaults, clock(), ticker()};
-    controller.set(Daypart::day);
-    const Record record{controller};
-    controller.set(Daypart::day);
-    QCOMPARE(record.lines.size(), 3);
-}
-
-void TestDaypartController::pinnedDaypartIgnoresTicks() {
-    DaypartController controller{m_defaults, clock(), ticker()};
-    controller.set(Daypart::night);
-    const Record record{controller};
-    for (int hour = 0; hour < 24; ++hour) {
-        setHour(hour);
-        m_tick();
-    }
-    QCOMPARE(record.lines, QStringList{});
-    QCOMPARE(controller.daypart.value(), Daypart::night);
-}
-
-void TestDaypartController::autoReturnsToTheClockAtOnce() {
-    DaypartController controller{m_defaults, clock(), ticker()};
-    controller.set(Daypart::night);
-    const Record record{controller};
-    controller.useAuto();
-    QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
-    QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
-    QCOMPARE(m_defaults.writes.mid(2), (QStringList{manualKey + u" = false"_s, storageKey + u" removed"_s}));
-    QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, false}}));
-}
-
-void TestDaypartController::autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
-    DaypartController controller{m_defaults, clock(), ticker()};
-    controller.set(Daypart::day);
-    const Record record{controller};
-    controller.useAuto();
-    QCOMPARE(record.lines, QStringList{u"Day Day manual"_s});
-}
-
-void TestDaypartController::manualFlagWithoutAValidDaypartStaysManual_data() {
-    QTest::addColumn<QVariant>("stored");
-    QTest::newRow("unknown") << QVariant{u"noon"_s};
-    QTest::newRow("capitalised") << QVariant{u"Night"_s};
-    QTest::newRow("missing") << QVariant{};
-}
-
-void TestDaypartController::manualFlagWithoutAValidDaypartStaysManual() {
-    QFETCH(const QVariant, stored);
-    m_defaults.values = {{manualKey, true}};
-    if (stored.isValid()) {
-        m_defaults.values.insert(storageKey, stored);
-    }
-    const DaypartController controller{m_defaults, clock(), ticker()};
-    QVERIFY(controller.isManual);
-    QCOMPARE(controller.daypart.value(), Daypart::day);
-    setHour(23);
-    m_tick();
-    QCOMPARE(controller.daypart.value(), Daypart::day);
-    QVERIFY(m_defaults.writes.isEmpty());
-}
-
-void TestDaypartController::storedDaypartWithoutTheFlagIsIgnored() {
-    m_defaults.values = {{storageKey, u"night"_s}};
-    const DaypartController controller{m_defaults, clock(), ticker()};
-    QVERIFY(!controller.isManual);
-    QCOMPARE(controller.daypart.value(), Daypart::day);
-}
-
-void TestDaypartController::clockIsFollowedAtTheNextTick() {
-    setHour(9, 59);
-    DaypartController controller{m_defaults, clock(), ticker()};
-    const Record record{controller};
-    m_tick();
-    QCOMPARE(record.lines, QStringList{});
-    setHour(10);
-    QCOMPARE(controller.daypart.value(), Daypart::dawn);
-    m_tick();
-    QCOMPARE(record.lines, (QStringList{u"Dawn Dawn clock"_s, u"Day Dawn clock"_s}));
-    QCOMPARE(controller.daypart.value(), Daypart::day);
-}
-
-void TestDaypartController::nextTickFollowsAClockThatWasSet_data() {
-    const QTimeZone berlin{"Europe/Berlin"};
-    const QTimeZone tokyo{"Asia/Tokyo"};
-    const auto at = [](const QTimeZone& zone, const QDate& date, int hour, int minute) {
-        return QDateTime{date, QTime{hour, minute}, zone};
-    };
-    const QDate winter{2026, 1, 15};
-    const QDate spring{2026, 3, 29};
-    const QDate autumn{2026, 10, 25};
-    const QDateTime evening = at(berlin, winter, 16, 30);
-    const QDateTime beforeTheGap = at(berlin, spring, 1, 59);
-    const QDateTime twiceTwo = at(berlin, autumn, 2, 59);
-
-    QTest::addColumn<QDateTime>("before");
-    QTest::addColumn<QDateTime>("after");
-    QTest::addColumn<Daypart>("expected");
-    QTest::newRow("forward") << evening << evening.addSecs(6 * 3600) << Daypart::night;
-    QTest::newRow("backward") << evening << evening.addSecs(-8 * 3600) << Daypart::dawn;
-    QTest::newRow("a year back") << evening << evening.addYears(-1) << Daypart::day;
-    QTest::newRow("to the beginning") << evening << QDateTime::fromSecsSinceEpoch(0, berlin) << Daypart::night;
-    QTest::newRow("another zone") << evening << evening.toTimeZone(tokyo) << Daypart::night;
-    QTest::newRow("summer time begins") << beforeTheGap << beforeTheGap.addSecs(2 * 3600) << Daypart::night;
-    QTest::newRow("dawn of that day") << beforeTheGap << beforeTheGap.addSecs(5 * 3600) << Daypart::dawn;
-    QTest::newRow("summer time ends") << twiceTwo << twiceTwo.addSecs(60) << Daypart::night;
-    QTest::newRow("dusk of that day") << at(berlin, autumn, 16, 59) << at(berlin, autumn, 17, 0) << Daypart::dusk;
-}
-
-void TestDaypartController::nextTickFollowsAClockThatWasSet() {
-    QFETCH(const QDateTime, before);
-    QFETCH(const QDateTime, after);
-    QVERIFY(before.isValid() && after.isValid());
-    m_now = before;
-    DaypartController controller{m_defaults, clock(), ticker()};
-    const Record record{controller};
-    const auto first = controller.daypart.value();
-    m_now = after;
-    m_tick();
-    QTEST(controller.daypart.value(), "expected");
-    QVERIFY(controller.palette.value() == DaypartPalette::of(controller.daypart));
-    QCOMPARE(record.lines.size(), controller.daypart == first ? 0 : 2);
-}
-
-void TestDaypartController::clockTicksOnceAMinuteWhateverIsPinned() {
-    int looks = 0;
-    DaypartController controller{m_defaults, [&] { return ++looks, m_now; }, ticker()};
-    QCOMPARE(looks, 1);
-    controller.set(Daypart::night);
-    controller.useAuto();
-    controller.set(Daypart::dawn);
-    QCOMPARE(m_intervals, QList<qint64>{60'000});
-}
 
 QTEST_GUILESS_MAIN(TestDaypartController)
 #include "TestDaypartController.moc"

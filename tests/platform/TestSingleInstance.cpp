@@ -26,272 +26,252 @@ class TestSingleInstance final : public QObject {
     static constexpr int limit = 1500;
 
 private slots:
-    void init();
-    void secondStartHandsItsMessageToTheFirst();
-    void ofManyStartsAtOnceExactlyOneIsTheFirst();
-    void placeIsFreeAfterTheFirstWasKilled();
-    void otherSessionHasAFirstOfItsOwn();
-    void screensOfOneDisplayAreTheSameSession();
-    void hungFirstDoesNotHangTheSecond();
-    void hungFirstWithAFullQueueDoesNotHangTheSecond();
-    void messageIsCutToItsLimit();
-    void garbageIsNotAMessage_data();
-    void garbageIsNotAMessage();
-    void lineThatComesInPiecesIsRead();
-    void firstLineOfAClientThatLeftAtOnceIsRead();
-    void silentClientIsDropped();
-    void floodLeavesTheFirstListening();
-    void strangerIsNotHeard();
-    void strangerInOurPlaceDoesNotKeepUsFromStarting();
-    void nothingIsLeftOnTheDisk();
+    void init() {
+        static int session = 0;
+        qputenv("WAYLAND_DISPLAY", "");
+        qputenv("DISPLAY", u":test-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(++session).toUtf8());
+    }
+
+    void secondStartHandsItsMessageToTheFirst() {
+        Probe first;
+        QTRY_COMPARE(first.output(), QByteArray("first\n"));
+        QElapsedTimer clock;
+        clock.start();
+        Probe second{{u"show panel"_s}};
+        QVERIFY(second.waitForFinished(limit));
+        QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(second.output(), QByteArray("second\n"));
+        QTRY_COMPARE(first.output(), QByteArray("first\nheard show panel\n"));
+        QVERIFY(!SingleInstance::claim(u"again"_s));
+        QTRY_COMPARE(first.output(), QByteArray("first\nheard show panel\nheard again\n"));
+    }
+
+    void ofManyStartsAtOnceExactlyOneIsTheFirst() {
+        constexpr int starts = 12;
+        for (int round = 0; round < 3; ++round) {
+            init();
+            std::vector<std::unique_ptr<Probe>> probes;
+            probes.reserve(starts);
+            for (int start = 0; start < starts; ++start) {
+                probes.push_back(std::make_unique<Probe>());
+            }
+            const auto count = [&probes](const QByteArray& word) {
+                return std::ranges::count_if(probes,
+                                             [&](const auto& probe) { return probe->output().startsWith(word); });
+            };
+            QTRY_COMPARE_WITH_TIMEOUT(count("first") + count("second"), starts, 10000);
+            QCOMPARE(count("first"), 1);
+            const auto& first =
+                *std::ranges::find_if(probes, [](const auto& probe) { return probe->output().startsWith("first"); });
+            QTRY_COMPARE(first->output().count("heard show\n"), starts - 1);
+        }
+    }
+
+    void placeIsFreeAfterTheFirstWasKilled() {
+        for (int round = 0; round < 5; ++round) {
+            Probe first;
+            QTRY_COMPARE(first.output(), QByteArray("first\n"));
+            first.kill();
+            QVERIFY(first.waitForFinished(limit));
+        }
+        QVERIFY(SingleInstance::claim(u"show"_s));
+    }
+
+    void otherSessionHasAFirstOfItsOwn() {
+        const auto here = SingleInstance::claim(u"show"_s);
+        QVERIFY(here);
+        init();
+        QVERIFY(SingleInstance::claim(u"show"_s));
+    }
+
+    void screensOfOneDisplayAreTheSameSession() {
+        Probe first;
+        QTRY_COMPARE(first.output(), QByteArray("first\n"));
+        qputenv("DISPLAY", QByteArray{qgetenv("DISPLAY") + ".0"});
+        QVERIFY(!SingleInstance::claim(u"show"_s));
+    }
+
+    void hungFirstDoesNotHangTheSecond() {
+        Probe first;
+        QTRY_COMPARE(first.output(), QByteArray("first\n"));
+        QCOMPARE(::kill(static_cast<pid_t>(first.processId()), SIGSTOP), 0);
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(!SingleInstance::claim(u"show"_s));
+        QVERIFY2(clock.elapsed() < limit, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void hungFirstWithAFullQueueDoesNotHangTheSecond() {
+        QByteArray name;
+        const auto first = claim(name);
+        QVERIFY(first && !name.isEmpty());
+        std::vector<std::unique_ptr<Client>> queue;
+        do {
+            queue.push_back(std::make_unique<Client>(name));
+        } while (queue.back()->connected() && queue.size() < 5000);
+        QVERIFY(!queue.back()->connected());
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(!SingleInstance::claim(u"show"_s));
+        QVERIFY2(clock.elapsed() < limit, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void messageIsCutToItsLimit() {
+        Probe first;
+        QTRY_COMPARE(first.output(), QByteArray("first\n"));
+        QVERIFY(!SingleInstance::claim(QString{500, u'é'}));
+        QTRY_COMPARE(first.output(), QByteArray("first\nheard ") + QByteArray("é").repeated(64) + '\n');
+    }
+
+    void garbageIsNotAMessage_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("empty line") << QByteArray("\n");
+        QTest::newRow("65 characters") << QByteArray(65, 'x') + '\n';
+        QTest::newRow("too long for a line") << QByteArray(1000, 'x') + '\n';
+        QTest::newRow("a megabyte without an end") << QByteArray(1 << 20, 'x');
+        QTest::newRow("zero bytes") << QByteArray(20, '\0') + '\n';
+        QTest::newRow("control characters") << QByteArray("show\x1b[2J\n");
+    }
+    void garbageIsNotAMessage() {
+        QFETCH(QByteArray, bytes);
+        QByteArray name;
+        const auto first = claim(name);
+        QVERIFY(first && !name.isEmpty());
+        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        const Client client{name};
+        QVERIFY(client.connected());
+        client.send(bytes);
+        QTRY_VERIFY(client.dropped());
+        QCOMPARE(heard.size(), 0);
+        const Client next{name};
+        next.send("show\n");
+        QTRY_COMPARE(heard.size(), 1);
+    }
+
+    void lineThatComesInPiecesIsRead() {
+        QByteArray name;
+        const auto first = claim(name);
+        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        const Client client{name};
+        for (const char* piece : {"s", "ho", "w"}) {
+            client.send(piece);
+            QCoreApplication::processEvents();
+            QCOMPARE(heard.size(), 0);
+        }
+        client.send("\n");
+        QTRY_COMPARE(heard.size(), 1);
+        QCOMPARE(heard.at(0).at(0).toString(), u"show"_s);
+    }
+
+    void firstLineOfAClientThatLeftAtOnceIsRead() {
+        QByteArray name;
+        const auto first = claim(name);
+        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        Client{name}.send("one\ntwo\nthree\n");
+        QTRY_COMPARE(heard.size(), 1);
+        QCOMPARE(heard.at(0).at(0).toString(), u"one"_s);
+        Client{name}.send("show\n");
+        QTRY_COMPARE(heard.size(), 2);
+        QCOMPARE(heard.at(1).at(0).toString(), u"show"_s);
+    }
+
+    void silentClientIsDropped() {
+        QByteArray name;
+        const auto first = claim(name);
+        const Client client{name};
+        QVERIFY(client.connected());
+        QTRY_VERIFY(client.dropped());
+    }
+
+    void floodLeavesTheFirstListening() {
+        QByteArray name;
+        const auto first = claim(name);
+        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        std::vector<std::unique_ptr<Client>> flood;
+        for (int client = 0; client < 500; ++client) {
+            flood.push_back(std::make_unique<Client>(name));
+            flood.back()->send(QByteArray(100, '\xff'));
+            if (client % 10 == 0) {
+                QCoreApplication::processEvents();
+            }
+        }
+        QTRY_VERIFY(
+            std::ranges::all_of(flood, [](const auto& client) { return !client->connected() || client->dropped(); }));
+        QCOMPARE(heard.size(), 0);
+        const Client late{name};
+        late.send("show\n");
+        QTRY_COMPARE(heard.size(), 1);
+    }
+
+    void strangerIsNotHeard() {
+        if (::geteuid() != 0) {
+            QSKIP("only root can be somebody else");
+        }
+        QByteArray name;
+        const auto first = claim(name);
+        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        const pid_t stranger = asStranger([&name] {
+            const Client client{name};
+            client.send("show\n");
+            for (int tries = 0; tries < 300 && !client.dropped(); ++tries) {
+                ::usleep(10000);
+            }
+            return client.connected() && client.dropped() ? 0 : 1;
+        });
+        int status = -1;
+        QTRY_VERIFY(status != -1 || ::waitpid(stranger, &status, WNOHANG) == stranger);
+        QCOMPARE(status, 0);
+        QCOMPARE(heard.size(), 0);
+    }
+
+    void strangerInOurPlaceDoesNotKeepUsFromStarting() {
+        if (::geteuid() != 0) {
+            QSKIP("only root can be somebody else");
+        }
+        QByteArray name;
+        claim(name).reset();
+        QVERIFY(!name.isEmpty());
+        const pid_t stranger = asStranger([&name] {
+            const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+            const sockaddr_un address = abstractAddress(name);
+            if (descriptor < 0 ||
+                ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), addressSize(name)) != 0 ||
+                ::listen(descriptor, 5) != 0) {
+                return 1;
+            }
+            ::pause();
+            return 0;
+        });
+        const bool squatted = QTest::qWaitFor([&name] { return socketNames().contains(name); });
+        const auto instance = SingleInstance::claim(u"show"_s);
+        ::kill(stranger, SIGKILL);
+        ::waitpid(stranger, nullptr, 0);
+        QVERIFY(squatted);
+        QVERIFY(instance);
+    }
+
+    void nothingIsLeftOnTheDisk() {
+        const auto files = [] {
+            return QDir::temp().entryList({u"*vorna-companion*"_s}, QDir::AllEntries | QDir::System | QDir::Hidden);
+        };
+        const QStringList before = files();
+        const auto first = SingleInstance::claim(u"show"_s);
+        QVERIFY(first);
+        QCOMPARE(files(), before);
+    }
 
 private:
     /// Claims here, in this process, and tells the name of the socket.
-    std::unique_ptr<SingleInstance> claim(QByteArray& name) const;
+    std::unique_ptr<SingleInstance> claim(QByteArray& name) const {
+        const QSet<QByteArray> before = socketNames();
+        auto instance = SingleInstance::claim(u"show"_s);
+        const QSet<QByteArray> added = socketNames() - before;
+        if (added.size() == 1) {
+            name = *added.begin();
+        }
+        return instance;
+    }
 };
-
-void TestSingleInstance::init() {
-    static int session = 0;
-    qputenv("WAYLAND_DISPLAY", "");
-    qputenv("DISPLAY", u":test-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(++session).toUtf8());
-}
-
-std::unique_ptr<SingleInstance> TestSingleInstance::claim(QByteArray& name) const {
-    const QSet<QByteArray> before = socketNames();
-    auto instance = SingleInstance::claim(u"show"_s);
-    const QSet<QByteArray> added = socketNames() - before;
-    if (added.size() == 1) {
-        name = *added.begin();
-    }
-    return instance;
-}
-
-void TestSingleInstance::secondStartHandsItsMessageToTheFirst() {
-    Probe first;
-    QTRY_COMPARE(first.output(), QByteArray("first\n"));
-    QElapsedTimer clock;
-    clock.start();
-    Probe second{{u"show panel"_s}};
-    QVERIFY(second.waitForFinished(limit));
-    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(second.output(), QByteArray("second\n"));
-    QTRY_COMPARE(first.output(), QByteArray("first\nheard show panel\n"));
-    QVERIFY(!SingleInstance::claim(u"again"_s));
-    QTRY_COMPARE(first.output(), QByteArray("first\nheard show panel\nheard again\n"));
-}
-
-void TestSingleInstance::ofManyStartsAtOnceExactlyOneIsTheFirst() {
-    constexpr int starts = 12;
-    for (int round = 0; round < 3; ++round) {
-        init();
-        std::vector<std::unique_ptr<Probe>> probes;
-        probes.reserve(starts);
-        for (int start = 0; start < starts; ++start) {
-            probes.push_back(std::make_unique<Probe>());
-        }
-        const auto count = [&probes](const QByteArray& word) {
-            return std::ranges::count_if(probes, [&](const auto& probe) { return probe->output().startsWith(word); });
-        };
-        QTRY_COMPARE_WITH_TIMEOUT(count("first") + count("second"), starts, 10000);
-        QCOMPARE(count("first"), 1);
-        const auto& first =
-            *std::ranges::find_if(probes, [](const auto& probe) { return probe->output().startsWith("first"); });
-        QTRY_COMPARE(first->output().count("heard show\n"), starts - 1);
-    }
-}
-
-void TestSingleInstance::placeIsFreeAfterTheFirstWasKilled() {
-    for (int round = 0; round < 5; ++round) {
-        Probe first;
-        QTRY_COMPARE(first.output(), QByteArray("first\n"));
-        first.kill();
-        QVERIFY(first.waitForFinished(limit));
-    }
-    QVERIFY(SingleInstance::claim(u"show"_s));
-}
-
-void TestSingleInstance::otherSessionHasAFirstOfItsOwn() {
-    const auto here = SingleInstance::claim(u"show"_s);
-    QVERIFY(here);
-    init();
-    QVERIFY(SingleInstance::claim(u"show"_s));
-}
-
-void TestSingleInstance::screensOfOneDisplayAreTheSameSession() {
-    Probe first;
-    QTRY_COMPARE(first.output(), QByteArray("first\n"));
-    qputenv("DISPLAY", QByteArray{qgetenv("DISPLAY") + ".0"});
-    QVERIFY(!SingleInstance::claim(u"show"_s));
-}
-
-void TestSingleInstance::hungFirstDoesNotHangTheSecond() {
-    Probe first;
-    QTRY_COMPARE(first.output(), QByteArray("first\n"));
-    QCOMPARE(::kill(static_cast<pid_t>(first.processId()), SIGSTOP), 0);
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(!SingleInstance::claim(u"show"_s));
-    QVERIFY2(clock.elapsed() < limit, qPrintable(QString::number(clock.elapsed())));
-}
-
-void TestSingleInstance::hungFirstWithAFullQueueDoesNotHangTheSecond() {
-    QByteArray name;
-    const auto first = claim(name);
-    QVERIFY(first && !name.isEmpty());
-    std::vector<std::unique_ptr<Client>> queue;
-    do {
-        queue.push_back(std::make_unique<Client>(name));
-    } while (queue.back()->connected() && queue.size() < 5000);
-    QVERIFY(!queue.back()->connected());
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY(!SingleInstance::claim(u"show"_s));
-    QVERIFY2(clock.elapsed() < limit, qPrintable(QString::number(clock.elapsed())));
-}
-
-void TestSingleInstance::messageIsCutToItsLimit() {
-    Probe first;
-    QTRY_COMPARE(first.output(), QByteArray("first\n"));
-    QVERIFY(!SingleInstance::claim(QString{500, u'é'}));
-    QTRY_COMPARE(first.output(), QByteArray("first\nheard ") + QByteArray("é").repeated(64) + '\n');
-}
-
-void TestSingleInstance::garbageIsNotAMessage_data() {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("empty line") << QByteArray("\n");
-    QTest::newRow("65 characters") << QByteArray(65, 'x') + '\n';
-    QTest::newRow("too long for a line") << QByteArray(1000, 'x') + '\n';
-    QTest::newRow("a megabyte without an end") << QByteArray(1 << 20, 'x');
-    QTest::newRow("zero bytes") << QByteArray(20, '\0') + '\n';
-    QTest::newRow("control characters") << QByteArray("show\x1b[2J\n");
-}
-
-void TestSingleInstance::garbageIsNotAMessage() {
-    QFETCH(QByteArray, bytes);
-    QByteArray name;
-    const auto first = claim(name);
-    QVERIFY(first && !name.isEmpty());
-    QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-    const Client client{name};
-    QVERIFY(client.connected());
-    client.send(bytes);
-    QTRY_VERIFY(client.dropped());
-    QCOMPARE(heard.size(), 0);
-    const Client next{name};
-    next.send("show\n");
-    QTRY_COMPARE(heard.size(), 1);
-}
-
-void TestSingleInstance::lineThatComesInPiecesIsRead() {
-    QByteArray name;
-    const auto first = claim(name);
-    QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-    const Client client{name};
-    for (const char* piece : {"s", "ho", "w"}) {
-        client.send(piece);
-        QCoreApplication::processEvents();
-        QCOMPARE(heard.size(), 0);
-    }
-    client.send("\n");
-    QTRY_COMPARE(heard.size(), 1);
-    QCOMPARE(heard.at(0).at(0).toString(), u"show"_s);
-}
-
-void TestSingleInstance::firstLineOfAClientThatLeftAtOnceIsRead() {
-    QByteArray name;
-    const auto first = claim(name);
-    QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-    Client{name}.send("one\ntwo\nthree\n");
-    QTRY_COMPARE(heard.size(), 1);
-    QCOMPARE(heard.at(0).at(0).toString(), u"one"_s);
-    Client{name}.send("show\n");
-    QTRY_COMPARE(heard.size(), 2);
-    QCOMPARE(heard.at(1).at(0).toString(), u"show"_s);
-}
-
-void TestSingleInstance::silentClientIsDropped() {
-    QByteArray name;
-    const auto first = claim(name);
-    const Client client{name};
-    QVERIFY(client.connected());
-    QTRY_VERIFY(client.dropped());
-}
-
-void TestSingleInstance::floodLeavesTheFirstListening() {
-    QByteArray name;
-    const auto first = claim(name);
-    QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-    std::vector<std::unique_ptr<Client>> flood;
-    for (int client = 0; client < 500; ++client) {
-        flood.push_back(std::make_unique<Client>(name));
-        flood.back()->send(QByteArray(100, '\xff'));
-        if (client % 10 == 0) {
-            QCoreApplication::processEvents();
-        }
-    }
-    QTRY_VERIFY(
-        std::ranges::all_of(flood, [](const auto& client) { return !client->connected() || client->dropped(); }));
-    QCOMPARE(heard.size(), 0);
-    const Client late{name};
-    late.send("show\n");
-    QTRY_COMPARE(heard.size(), 1);
-}
-
-void TestSingleInstance::strangerIsNotHeard() {
-    if (::geteuid() != 0) {
-        QSKIP("only root can be somebody else");
-    }
-    QByteArray name;
-    const auto first = claim(name);
-    QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-    const pid_t stranger = asStranger([&name] {
-        const Client client{name};
-        client.send("show\n");
-        for (int tries = 0; tries < 300 && !client.dropped(); ++tries) {
-            ::usleep(10000);
-        }
-        return client.connected() && client.dropped() ? 0 : 1;
-    });
-    int status = -1;
-    QTRY_VERIFY(status != -1 || ::waitpid(stranger, &status, WNOHANG) == stranger);
-    QCOMPARE(status, 0);
-    QCOMPARE(heard.size(), 0);
-}
-
-void TestSingleInstance::strangerInOurPlaceDoesNotKeepUsFromStarting() {
-    if (::geteuid() != 0) {
-        QSKIP("only root can be somebody else");
-    }
-    QByteArray name;
-    claim(name).reset();
-    QVERIFY(!name.isEmpty());
-    const pid_t stranger = asStranger([&name] {
-        const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        const sockaddr_un address = abstractAddress(name);
-        if (descriptor < 0 || ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), addressSize(name)) != 0 ||
-            ::listen(descriptor, 5) != 0) {
-            return 1;
-        }
-        ::pause();
-        return 0;
-    });
-    const bool squatted = QTest::qWaitFor([&name] { return socketNames().contains(name); });
-    const auto instance = SingleInstance::claim(u"show"_s);
-    ::kill(stranger, SIGKILL);
-    ::waitpid(stranger, nullptr, 0);
-    QVERIFY(squatted);
-    QVERIFY(instance);
-}
-
-void TestSingleInstance::nothingIsLeftOnTheDisk() {
-    const auto files = [] {
-        return QDir::temp().entryList({u"*vorna-companion*"_s}, QDir::AllEntries | QDir::System | QDir::Hidden);
-    };
-    const QStringList before = files();
-    const auto first = SingleInstance::claim(u"show"_s);
-    QVERIFY(first);
-    QCOMPARE(files(), before);
-}
 
 QTEST_GUILESS_MAIN(TestSingleInstance)
 #include "TestSingleInstance.moc"

@@ -55,107 +55,98 @@ class TestSymbol final : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void everyNameInTheSourcesHasAPicture();
+    void initTestCase() {
+        QVERIFY(ink(draw(u"bell"_s)) > 0);
+        QCOMPARE(knownNames().size(), 22);
+    }
+
+    void everyNameInTheSourcesHasAPicture() {
+        static const QRegularExpression symbolic{
+            u"\"([a-z]+|[a-z.]+\\.(fill|slash|dashed|clockwise|below|right|up|timemachine|shield|horizon|circle))\""_s};
+        const QStringList known = knownNames();
+        QStringList used;
+        QDirIterator files{QStringLiteral(VORNA_SOURCE_DIR), {u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories};
+        while (files.hasNext()) {
+            QFile file{files.next()};
+            QVERIFY(file.open(QFile::ReadOnly));
+            for (const auto& match : symbolic.globalMatch(QString::fromUtf8(file.readAll()))) {
+                const QString name = match.captured(1);
+                QVERIFY2(!name.contains(u'.') || known.contains(name), qPrintable(name));
+                used.append(name);
+            }
+        }
+        QVERIFY(std::ranges::all_of(known, [&used](const QString& name) { return used.contains(name); }));
+    }
+
     void weightIsEven_data() { addNames(); }
-    void weightIsEven();
+
+    void weightIsEven() {
+        QFETCH(QString, name);
+        static const QMap<QString, std::pair<qreal, qreal>> others{
+            {u"checkmark.circle.fill"_s, {0.4, 0.55}},
+            {u"exclamationmark.triangle.fill"_s, {0.4, 0.55}},
+            {u"xmark.octagon.fill"_s, {0.4, 0.55}},
+            {u"circle.dashed"_s, {0.15, 0.25}},
+        };
+        const qreal covered = ink(draw(name));
+        const auto [least, most] = others.value(name, {0.25, 0.43});
+        QVERIFY2(covered > least && covered < most, qPrintable(QString::number(covered)));
+    }
+
     void edgesAreWholePixels_data() { addNames(); }
-    void edgesAreWholePixels();
-    void everyPictureIsToldFromTheOthers();
-    void tintIsExactlyTheAskedColour();
-    void pictureHasTheAskedSizeOnEveryScale_data();
-    void pictureHasTheAskedSizeOnEveryScale();
-    void unknownNameGivesATransparentPicture();
+
+    void edgesAreWholePixels() {
+        QFETCH(QString, name);
+        const QImage picture = draw(name);
+        const qreal whole = share(picture, [](qreal alpha, int, int) { return alpha > 0.9; });
+        QVERIFY2(whole > 0.45 * ink(picture), qPrintable(QString::number(whole / ink(picture))));
+    }
+
+    void everyPictureIsToldFromTheOthers() {
+        const QStringList names = knownNames();
+        for (const QString& one : names) {
+            for (const QString& other : names) {
+                const QImage against = draw(other);
+                const qreal different = share(draw(one), [&against](qreal alpha, int x, int y) {
+                    return std::abs(alpha - against.pixelColor(x, y).alphaF()) > 0.6;
+                });
+                QVERIFY2(one == other || different > 0.06, qPrintable(one + u' ' + other + QString::number(different)));
+            }
+        }
+    }
+
+    void tintIsExactlyTheAskedColour() {
+        for (const QColor& colour : {QColor{Qt::black}, QColor{0x12, 0x9A, 0xF3}, QColor{0xFF, 0xFF, 0xFF, 128}}) {
+            QCOMPARE(Symbol::pixmap(u"checkmark.circle.fill"_s, 24, colour, 1).toImage().pixelColor(12, 4), colour);
+        }
+    }
+
+    void pictureHasTheAskedSizeOnEveryScale_data() {
+        QTest::addColumn<qreal>("size");
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<int>("pixels");
+        QTest::newRow("1x") << 16.0 << 1.0 << 16;
+        QTest::newRow("1.5x") << 12.0 << 1.5 << 18;
+        QTest::newRow("not a whole number") << 13.0 << 1.25 << 16;
+        QTest::newRow("nothing") << 0.0 << 1.0 << 1;
+    }
+    void pictureHasTheAskedSizeOnEveryScale() {
+        QFETCH(qreal, size);
+        QFETCH(qreal, scale);
+        for (const QString& name : {u"bell"_s, u"no.such.symbol"_s}) {
+            const QPixmap picture = Symbol::pixmap(name, size, Qt::black, scale);
+            QTEST(picture.width(), "pixels");
+            QTEST(picture.height(), "pixels");
+            QCOMPARE(picture.devicePixelRatio(), scale);
+        }
+    }
+
+    void unknownNameGivesATransparentPicture() {
+        for (const QString& name : {u"no.such.symbol"_s, QString{}, u"../symbols/bell"_s}) {
+            QCOMPARE(ink(draw(name)), 0.0);
+        }
+    }
 };
-
-void TestSymbol::initTestCase() {
-    QVERIFY(ink(draw(u"bell"_s)) > 0);
-    QCOMPARE(knownNames().size(), 22);
-}
-
-void TestSymbol::everyNameInTheSourcesHasAPicture() {
-    static const QRegularExpression symbolic{
-        u"\"([a-z]+|[a-z.]+\\.(fill|slash|dashed|clockwise|below|right|up|timemachine|shield|horizon|circle))\""_s};
-    const QStringList known = knownNames();
-    QStringList used;
-    QDirIterator files{QStringLiteral(VORNA_SOURCE_DIR), {u"*.cpp"_s}, QDir::Files, QDirIterator::Subdirectories};
-    while (files.hasNext()) {
-        QFile file{files.next()};
-        QVERIFY(file.open(QFile::ReadOnly));
-        for (const auto& match : symbolic.globalMatch(QString::fromUtf8(file.readAll()))) {
-            const QString name = match.captured(1);
-            QVERIFY2(!name.contains(u'.') || known.contains(name), qPrintable(name));
-            used.append(name);
-        }
-    }
-    QVERIFY(std::ranges::all_of(known, [&used](const QString& name) { return used.contains(name); }));
-}
-
-void TestSymbol::weightIsEven() {
-    QFETCH(QString, name);
-    static const QMap<QString, std::pair<qreal, qreal>> others{
-        {u"checkmark.circle.fill"_s, {0.4, 0.55}},
-        {u"exclamationmark.triangle.fill"_s, {0.4, 0.55}},
-        {u"xmark.octagon.fill"_s, {0.4, 0.55}},
-        {u"circle.dashed"_s, {0.15, 0.25}},
-    };
-    const qreal covered = ink(draw(name));
-    const auto [least, most] = others.value(name, {0.25, 0.43});
-    QVERIFY2(covered > least && covered < most, qPrintable(QString::number(covered)));
-}
-
-void TestSymbol::edgesAreWholePixels() {
-    QFETCH(QString, name);
-    const QImage picture = draw(name);
-    const qreal whole = share(picture, [](qreal alpha, int, int) { return alpha > 0.9; });
-    QVERIFY2(whole > 0.45 * ink(picture), qPrintable(QString::number(whole / ink(picture))));
-}
-
-void TestSymbol::everyPictureIsToldFromTheOthers() {
-    const QStringList names = knownNames();
-    for (const QString& one : names) {
-        for (const QString& other : names) {
-            const QImage against = draw(other);
-            const qreal different = share(draw(one), [&against](qreal alpha, int x, int y) {
-                return std::abs(alpha - against.pixelColor(x, y).alphaF()) > 0.6;
-            });
-            QVERIFY2(one == other || different > 0.06, qPrintable(one + u' ' + other + QString::number(different)));
-        }
-    }
-}
-
-void TestSymbol::tintIsExactlyTheAskedColour() {
-    for (const QColor& colour : {QColor{Qt::black}, QColor{0x12, 0x9A, 0xF3}, QColor{0xFF, 0xFF, 0xFF, 128}}) {
-        QCOMPARE(Symbol::pixmap(u"checkmark.circle.fill"_s, 24, colour, 1).toImage().pixelColor(12, 4), colour);
-    }
-}
-
-void TestSymbol::pictureHasTheAskedSizeOnEveryScale_data() {
-    QTest::addColumn<qreal>("size");
-    QTest::addColumn<qreal>("scale");
-    QTest::addColumn<int>("pixels");
-    QTest::newRow("1x") << 16.0 << 1.0 << 16;
-    QTest::newRow("1.5x") << 12.0 << 1.5 << 18;
-    QTest::newRow("not a whole number") << 13.0 << 1.25 << 16;
-    QTest::newRow("nothing") << 0.0 << 1.0 << 1;
-}
-
-void TestSymbol::pictureHasTheAskedSizeOnEveryScale() {
-    QFETCH(qreal, size);
-    QFETCH(qreal, scale);
-    for (const QString& name : {u"bell"_s, u"no.such.symbol"_s}) {
-        const QPixmap picture = Symbol::pixmap(name, size, Qt::black, scale);
-        QTEST(picture.width(), "pixels");
-        QTEST(picture.height(), "pixels");
-        QCOMPARE(picture.devicePixelRatio(), scale);
-    }
-}
-
-void TestSymbol::unknownNameGivesATransparentPicture() {
-    for (const QString& name : {u"no.such.symbol"_s, QString{}, u"../symbols/bell"_s}) {
-        QCOMPARE(ink(draw(name)), 0.0);
-    }
-}
 
 QTEST_MAIN(TestSymbol)
 #include "TestSymbol.moc"

@@ -34,172 +34,152 @@ class TestSystemSettings final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() {
+        m_path = qgetenv("PATH");
+        m_workingFolder = QDir::currentPath();
+        m_programs = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_programs->isValid());
+        qputenv("PATH", m_programs->path().toLocal8Bit());
+        installProgram(m_programs->path(), u"gnome-control-center"_s);
+        installProgram(m_programs->path(), u"systemsettings"_s);
+    }
 
-    void linksPanesOfTheRunningDesktop_data();
-    void linksPanesOfTheRunningDesktop();
-    void linksNothingWhereTheProgramIsMissing_data();
-    void linksNothingWhereTheProgramIsMissing();
-    void linksNothingForADesktopOrSearchPathThatIsNotSane_data();
-    void linksNothingForADesktopOrSearchPathThatIsNotSane();
-    void linkIsAValidAddressOfItsOwnScheme();
-    void opensThePaneInItsProgram_data();
-    void opensThePaneInItsProgram();
-    void opensNothingButItsOwnLinks_data();
-    void opensNothingButItsOwnLinks();
-    void openSurvivesAProgramThatIsGone();
+    void cleanup() {
+        QDir::setCurrent(m_workingFolder);
+        qputenv("PATH", m_path);
+        qunsetenv("XDG_CURRENT_DESKTOP");
+    }
+
+    void linksPanesOfTheRunningDesktop_data() {
+        QTest::addColumn<QByteArray>("desktop");
+        QTest::addColumn<QList<Pane>>("linked");
+        const QList<Pane> both{Pane::notifications, Pane::accessibility};
+        QTest::newRow("GNOME") << "GNOME"_ba << both;
+        QTest::newRow("a distribution's GNOME") << "ubuntu:GNOME"_ba << both;
+        QTest::newRow("GNOME Classic") << "GNOME-Classic:GNOME"_ba << both;
+        QTest::newRow("KDE") << "KDE"_ba << both;
+        QTest::newRow("Xfce") << "XFCE"_ba << QList<Pane>{};
+        QTest::newRow("a name that only begins like one") << "GNOMEX:KDEX"_ba << QList<Pane>{};
+        QTest::newRow("none") << ""_ba << QList<Pane>{};
+    }
+    void linksPanesOfTheRunningDesktop() {
+        QFETCH(QByteArray, desktop);
+        QFETCH(QList<Pane>, linked);
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        for (const auto pane : allPanes) {
+            QCOMPARE(SystemSettings::link(pane).has_value(), linked.contains(pane));
+        }
+    }
+
+    void linksNothingWhereTheProgramIsMissing_data() {
+        QTest::addColumn<QByteArray>("desktop");
+        QTest::addColumn<QString>("missing");
+        QTest::newRow("GNOME") << "GNOME"_ba << u"gnome-control-center"_s;
+        QTest::newRow("KDE") << "KDE"_ba << u"systemsettings"_s;
+    }
+    void linksNothingWhereTheProgramIsMissing() {
+        QFETCH(QByteArray, desktop);
+        QFETCH(QString, missing);
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        const auto program = m_programs->filePath(missing);
+        QVERIFY(SystemSettings::link(Pane::notifications));
+
+        QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(!SystemSettings::link(Pane::notifications));
+
+        QVERIFY(QFile::remove(program));
+        QVERIFY(!SystemSettings::link(Pane::notifications));
+        QVERIFY(!SystemSettings::link(Pane::accessibility));
+    }
+
+    void linksNothingForADesktopOrSearchPathThatIsNotSane_data() {
+        QTest::addColumn<QByteArray>("desktop");
+        QTest::addColumn<QByteArray>("path");
+        const auto good = "%1"_ba;
+        QTest::newRow("only colons") << ":::"_ba << good;
+        QTest::newRow("a path") << "../GNOME:/KDE"_ba << good;
+        QTest::newRow("spaces and commands") << " GNOME ;KDE;$(KDE)"_ba << good;
+        QTest::newRow("not UTF-8") << "\xff\xfe:GN\xffOME"_ba << good;
+        QTest::newRow("very long") << QByteArray(1'000'000, 'G') << good;
+        QTest::newRow("empty search path") << "GNOME"_ba << ""_ba;
+        QTest::newRow("search path of colons") << "GNOME"_ba << ":::"_ba;
+        QTest::newRow("working directory in the search path") << "GNOME"_ba << ".:./:"_ba;
+    }
+    void linksNothingForADesktopOrSearchPathThatIsNotSane() {
+        QFETCH(QByteArray, desktop);
+        QFETCH(QByteArray, path);
+        QVERIFY(QDir::setCurrent(m_programs->path()));
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        qputenv("PATH", path.replace("%1", m_programs->path().toLocal8Bit()));
+        for (const auto pane : allPanes) {
+            QVERIFY(!SystemSettings::link(pane));
+        }
+    }
+
+    void linkIsAValidAddressOfItsOwnScheme() {
+        qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+        const auto link = SystemSettings::link(Pane::accessibility);
+        QVERIFY(link);
+        QVERIFY(link->isValid());
+        QCOMPARE(link->scheme(), u"x-desktop-settings"_s);
+        QVERIFY(*link != *SystemSettings::link(Pane::notifications));
+    }
+
+    void opensThePaneInItsProgram_data() {
+        QTest::addColumn<QByteArray>("desktop");
+        QTest::addColumn<Pane>("pane");
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QByteArray>("arguments");
+        QTest::newRow("GNOME notifications")
+            << "GNOME"_ba << Pane::notifications << u"gnome-control-center"_s << "notifications\n"_ba;
+        QTest::newRow("GNOME accessibility")
+            << "GNOME"_ba << Pane::accessibility << u"gnome-control-center"_s << "universal-access\n"_ba;
+        QTest::newRow("KDE notifications")
+            << "KDE"_ba << Pane::notifications << u"systemsettings"_s << "kcm_notifications\n"_ba;
+        QTest::newRow("KDE accessibility")
+            << "KDE"_ba << Pane::accessibility << u"systemsettings"_s << "kcm_access\n"_ba;
+    }
+    void opensThePaneInItsProgram() {
+        QFETCH(QByteArray, desktop);
+        QFETCH(Pane, pane);
+        QFETCH(QString, program);
+        QFETCH(QByteArray, arguments);
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        SystemSettings::open(SystemSettings::link(pane).value());
+        QTRY_COMPARE(argumentsOf(m_programs->filePath(program)), arguments);
+    }
+
+    void opensNothingButItsOwnLinks_data() {
+        QTest::addColumn<QUrl>("link");
+        QTest::newRow("empty") << QUrl{};
+        QTest::newRow("a page") << QUrl{u"https://example.org/"_s};
+        QTest::newRow("another program") << QUrl{u"x-desktop-settings:sh/notifications"_s};
+        QTest::newRow("another pane") << QUrl{u"x-desktop-settings:gnome-control-center/--help"_s};
+        QTest::newRow("a file") << QUrl::fromLocalFile(u"/bin/sh"_s);
+    }
+    void opensNothingButItsOwnLinks() {
+        QFETCH(QUrl, link);
+        qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+        SystemSettings::open(link);
+        SystemSettings::open(SystemSettings::link(Pane::notifications).value());
+        const auto program = m_programs->filePath(u"gnome-control-center"_s);
+        QTRY_COMPARE(argumentsOf(program), "notifications\n"_ba);
+        QVERIFY(argumentsOf(m_programs->filePath(u"systemsettings"_s)).isEmpty());
+    }
+
+    void openSurvivesAProgramThatIsGone() {
+        qputenv("XDG_CURRENT_DESKTOP", "KDE");
+        const auto link = SystemSettings::link(Pane::notifications).value();
+        QVERIFY(QFile::remove(m_programs->filePath(u"systemsettings"_s)));
+        SystemSettings::open(link);
+        QVERIFY(!QFile::exists(m_programs->filePath(u"systemsettings.arguments"_s)));
+    }
 
 private:
     std::unique_ptr<QTemporaryDir> m_programs;
     QByteArray m_path;
     QString m_workingFolder;
 };
-
-void TestSystemSettings::init() {
-    m_path = qgetenv("PATH");
-    m_workingFolder = QDir::currentPath();
-    m_programs = std::make_unique<QTemporaryDir>();
-    QVERIFY(m_programs->isValid());
-    qputenv("PATH", m_programs->path().toLocal8Bit());
-    installProgram(m_programs->path(), u"gnome-control-center"_s);
-    installProgram(m_programs->path(), u"systemsettings"_s);
-}
-
-void TestSystemSettings::cleanup() {
-    QDir::setCurrent(m_workingFolder);
-    qputenv("PATH", m_path);
-    qunsetenv("XDG_CURRENT_DESKTOP");
-}
-
-void TestSystemSettings::linksPanesOfTheRunningDesktop_data() {
-    QTest::addColumn<QByteArray>("desktop");
-    QTest::addColumn<QList<Pane>>("linked");
-    const QList<Pane> both{Pane::notifications, Pane::accessibility};
-    QTest::newRow("GNOME") << "GNOME"_ba << both;
-    QTest::newRow("a distribution's GNOME") << "ubuntu:GNOME"_ba << both;
-    QTest::newRow("GNOME Classic") << "GNOME-Classic:GNOME"_ba << both;
-    QTest::newRow("KDE") << "KDE"_ba << both;
-    QTest::newRow("Xfce") << "XFCE"_ba << QList<Pane>{};
-    QTest::newRow("a name that only begins like one") << "GNOMEX:KDEX"_ba << QList<Pane>{};
-    QTest::newRow("none") << ""_ba << QList<Pane>{};
-}
-
-void TestSystemSettings::linksPanesOfTheRunningDesktop() {
-    QFETCH(QByteArray, desktop);
-    QFETCH(QList<Pane>, linked);
-    qputenv("XDG_CURRENT_DESKTOP", desktop);
-    for (const auto pane : allPanes) {
-        QCOMPARE(SystemSettings::link(pane).has_value(), linked.contains(pane));
-    }
-}
-
-void TestSystemSettings::linksNothingWhereTheProgramIsMissing_data() {
-    QTest::addColumn<QByteArray>("desktop");
-    QTest::addColumn<QString>("missing");
-    QTest::newRow("GNOME") << "GNOME"_ba << u"gnome-control-center"_s;
-    QTest::newRow("KDE") << "KDE"_ba << u"systemsettings"_s;
-}
-
-void TestSystemSettings::linksNothingWhereTheProgramIsMissing() {
-    QFETCH(QByteArray, desktop);
-    QFETCH(QString, missing);
-    qputenv("XDG_CURRENT_DESKTOP", desktop);
-    const auto program = m_programs->filePath(missing);
-    QVERIFY(SystemSettings::link(Pane::notifications));
-
-    QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner));
-    QVERIFY(!SystemSettings::link(Pane::notifications));
-
-    QVERIFY(QFile::remove(program));
-    QVERIFY(!SystemSettings::link(Pane::notifications));
-    QVERIFY(!SystemSettings::link(Pane::accessibility));
-}
-
-void TestSystemSettings::linksNothingForADesktopOrSearchPathThatIsNotSane_data() {
-    QTest::addColumn<QByteArray>("desktop");
-    QTest::addColumn<QByteArray>("path");
-    const auto good = "%1"_ba;
-    QTest::newRow("only colons") << ":::"_ba << good;
-    QTest::newRow("a path") << "../GNOME:/KDE"_ba << good;
-    QTest::newRow("spaces and commands") << " GNOME ;KDE;$(KDE)"_ba << good;
-    QTest::newRow("not UTF-8") << "\xff\xfe:GN\xffOME"_ba << good;
-    QTest::newRow("very long") << QByteArray(1'000'000, 'G') << good;
-    QTest::newRow("empty search path") << "GNOME"_ba << ""_ba;
-    QTest::newRow("search path of colons") << "GNOME"_ba << ":::"_ba;
-    QTest::newRow("working directory in the search path") << "GNOME"_ba << ".:./:"_ba;
-}
-
-void TestSystemSettings::linksNothingForADesktopOrSearchPathThatIsNotSane() {
-    QFETCH(QByteArray, desktop);
-    QFETCH(QByteArray, path);
-    QVERIFY(QDir::setCurrent(m_programs->path()));
-    qputenv("XDG_CURRENT_DESKTOP", desktop);
-    qputenv("PATH", path.replace("%1", m_programs->path().toLocal8Bit()));
-    for (const auto pane : allPanes) {
-        QVERIFY(!SystemSettings::link(pane));
-    }
-}
-
-void TestSystemSettings::linkIsAValidAddressOfItsOwnScheme() {
-    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
-    const auto link = SystemSettings::link(Pane::accessibility);
-    QVERIFY(link);
-    QVERIFY(link->isValid());
-    QCOMPARE(link->scheme(), u"x-desktop-settings"_s);
-    QVERIFY(*link != *SystemSettings::link(Pane::notifications));
-}
-
-void TestSystemSettings::opensThePaneInItsProgram_data() {
-    QTest::addColumn<QByteArray>("desktop");
-    QTest::addColumn<Pane>("pane");
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QByteArray>("arguments");
-    QTest::newRow("GNOME notifications") << "GNOME"_ba << Pane::notifications << u"gnome-control-center"_s
-                                         << "notifications\n"_ba;
-    QTest::newRow("GNOME accessibility") << "GNOME"_ba << Pane::accessibility << u"gnome-control-center"_s
-                                         << "universal-access\n"_ba;
-    QTest::newRow("KDE notifications") << "KDE"_ba << Pane::notifications << u"systemsettings"_s
-                                       << "kcm_notifications\n"_ba;
-    QTest::newRow("KDE accessibility") << "KDE"_ba << Pane::accessibility << u"systemsettings"_s << "kcm_access\n"_ba;
-}
-
-void TestSystemSettings::opensThePaneInItsProgram() {
-    QFETCH(QByteArray, desktop);
-    QFETCH(Pane, pane);
-    QFETCH(QString, program);
-    QFETCH(QByteArray, arguments);
-    qputenv("XDG_CURRENT_DESKTOP", desktop);
-    SystemSettings::open(SystemSettings::link(pane).value());
-    QTRY_COMPARE(argumentsOf(m_programs->filePath(program)), arguments);
-}
-
-void TestSystemSettings::opensNothingButItsOwnLinks_data() {
-    QTest::addColumn<QUrl>("link");
-    QTest::newRow("empty") << QUrl{};
-    QTest::newRow("a page") << QUrl{u"https://example.org/"_s};
-    QTest::newRow("another program") << QUrl{u"x-desktop-settings:sh/notifications"_s};
-    QTest::newRow("another pane") << QUrl{u"x-desktop-settings:gnome-control-center/--help"_s};
-    QTest::newRow("a file") << QUrl::fromLocalFile(u"/bin/sh"_s);
-}
-
-void TestSystemSettings::opensNothingButItsOwnLinks() {
-    QFETCH(QUrl, link);
-    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
-    SystemSettings::open(link);
-    SystemSettings::open(SystemSettings::link(Pane::notifications).value());
-    const auto program = m_programs->filePath(u"gnome-control-center"_s);
-    QTRY_COMPARE(argumentsOf(program), "notifications\n"_ba);
-    QVERIFY(argumentsOf(m_programs->filePath(u"systemsettings"_s)).isEmpty());
-}
-
-void TestSystemSettings::openSurvivesAProgramThatIsGone() {
-    qputenv("XDG_CURRENT_DESKTOP", "KDE");
-    const auto link = SystemSettings::link(Pane::notifications).value();
-    QVERIFY(QFile::remove(m_programs->filePath(u"systemsettings"_s)));
-    SystemSettings::open(link);
-    QVERIFY(!QFile::exists(m_programs->filePath(u"systemsettings.arguments"_s)));
-}
 
 QTEST_GUILESS_MAIN(TestSystemSettings)
 

@@ -50,81 +50,70 @@ class TestTrayIcon final : public QObject {
     Q_OBJECT
 
 private slots:
-    void everyStateStandsOutFromEveryBar_data();
-    void everyStateStandsOutFromEveryBar();
-    void everyStateHasAColourOfItsOwn();
-    void everySizeHasAPictureOfItsOwn();
-    void markIsFilledOnEveryBar_data();
-    void markIsFilledOnEveryBar();
-    void unknownSymbolStillGivesAnIcon();
-};
+    void everyStateStandsOutFromEveryBar_data() {
+        QTest::addColumn<QString>("symbolName");
+        QTest::newRow("offline") << u"antenna.radiowaves.left.and.right.slash"_s;
+        QTest::newRow("green") << u"checkmark.circle.fill"_s;
+        QTest::newRow("amber") << u"exclamationmark.triangle.fill"_s;
+        QTest::newRow("red") << u"xmark.octagon.fill"_s;
+        QTest::newRow("unknown") << u"circle.dashed"_s;
+    }
+    void everyStateStandsOutFromEveryBar() {
+        QFETCH(QString, symbolName);
+        // Plasma's light bar alone and over a wallpaper, Xfce's, and the dark bars of Plasma, GNOME and Xfce.
+        for (const auto* bar :
+             {"#eff0f1", "#d2d2d2", "#f6f5f4", "#31363b", "#2a2e32", "#1d1d20", "#000000", "#353535"}) {
+            for (const int size : sizes) {
+                const qreal share = visibleShare(picture(symbolName, size), QColor{QLatin1StringView{bar}});
+                QVERIFY2(share > 0.07, qPrintable(u"%1 at %2: %3"_s.arg(QLatin1StringView{bar}).arg(size).arg(share)));
+            }
+        }
+    }
 
-void TestTrayIcon::everyStateStandsOutFromEveryBar_data() {
-    QTest::addColumn<QString>("symbolName");
-    QTest::newRow("offline") << u"antenna.radiowaves.left.and.right.slash"_s;
-    QTest::newRow("green") << u"checkmark.circle.fill"_s;
-    QTest::newRow("amber") << u"exclamationmark.triangle.fill"_s;
-    QTest::newRow("red") << u"xmark.octagon.fill"_s;
-    QTest::newRow("unknown") << u"circle.dashed"_s;
-}
+    void everyStateHasAColourOfItsOwn() {
+        const auto tone = [](const QString& symbolName) { return picture(symbolName, 64).pixelColor(24, 52); };
+        const QColor green = tone(u"checkmark.circle.fill"_s);
+        const QColor amber = tone(u"exclamationmark.triangle.fill"_s);
+        const QColor red = tone(u"xmark.octagon.fill"_s);
+        QVERIFY(green.green() > green.red() && green.green() > green.blue());
+        QVERIFY(red.red() > 2 * red.green() && red.red() > 2 * red.blue());
+        QVERIFY(amber.red() > amber.green() && amber.green() > 2 * amber.blue());
+        for (const QString& name : {u"circle.dashed"_s, u"antenna.radiowaves.left.and.right.slash"_s}) {
+            const QImage grey = picture(name, 64);
+            for (int x = 0; x < grey.width(); ++x) {
+                const QColor pixel = grey.pixelColor(x, 8);
+                QVERIFY(pixel.alpha() < 255 || pixel.hslSaturationF() < 0.15);
+            }
+        }
+    }
 
-void TestTrayIcon::everyStateStandsOutFromEveryBar() {
-    QFETCH(QString, symbolName);
-    // Plasma's light bar alone and over a wallpaper, Xfce's, and the dark bars of Plasma, GNOME and Xfce.
-    for (const auto* bar : {"#eff0f1", "#d2d2d2", "#f6f5f4", "#31363b", "#2a2e32", "#1d1d20", "#000000", "#353535"}) {
+    void everySizeHasAPictureOfItsOwn() {
+        const QIcon icon = TrayIcon::icon(u"xmark.octagon.fill"_s);
         for (const int size : sizes) {
-            const qreal share = visibleShare(picture(symbolName, size), QColor{QLatin1StringView{bar}});
-            QVERIFY2(share > 0.07, qPrintable(u"%1 at %2: %3"_s.arg(QLatin1StringView{bar}).arg(size).arg(share)));
+            QVERIFY(icon.availableSizes().contains(QSize(size, size)));
+            QCOMPARE(picture(u"xmark.octagon.fill"_s, size).size(), QSize(size, size));
+            QCOMPARE(picture(u"xmark.octagon.fill"_s, size).pixelColor(0, 0).alpha(), 0);
         }
     }
-}
 
-void TestTrayIcon::everyStateHasAColourOfItsOwn() {
-    const auto tone = [](const QString& symbolName) { return picture(symbolName, 64).pixelColor(24, 52); };
-    const QColor green = tone(u"checkmark.circle.fill"_s);
-    const QColor amber = tone(u"exclamationmark.triangle.fill"_s);
-    const QColor red = tone(u"xmark.octagon.fill"_s);
-    QVERIFY(green.green() > green.red() && green.green() > green.blue());
-    QVERIFY(red.red() > 2 * red.green() && red.red() > 2 * red.blue());
-    QVERIFY(amber.red() > amber.green() && amber.green() > 2 * amber.blue());
-    for (const QString& name : {u"circle.dashed"_s, u"antenna.radiowaves.left.and.right.slash"_s}) {
-        const QImage grey = picture(name, 64);
-        for (int x = 0; x < grey.width(); ++x) {
-            const QColor pixel = grey.pixelColor(x, 8);
-            QVERIFY(pixel.alpha() < 255 || pixel.hslSaturationF() < 0.15);
+    void markIsFilledOnEveryBar_data() {
+        QTest::addColumn<QString>("symbolName");
+        QTest::newRow("green") << u"checkmark.circle.fill"_s;
+        QTest::newRow("amber") << u"exclamationmark.triangle.fill"_s;
+        QTest::newRow("red") << u"xmark.octagon.fill"_s;
+    }
+    void markIsFilledOnEveryBar() {
+        QFETCH(QString, symbolName);
+        for (const int size : sizes) {
+            const QImage shown = picture(symbolName, size);
+            for (int y = size / 3; y < size * 2 / 3; ++y) {
+                QCOMPARE(shown.pixelColor(size / 2, y).alpha(), 255);
+            }
         }
     }
-}
 
-void TestTrayIcon::everySizeHasAPictureOfItsOwn() {
-    const QIcon icon = TrayIcon::icon(u"xmark.octagon.fill"_s);
-    for (const int size : sizes) {
-        QVERIFY(icon.availableSizes().contains(QSize(size, size)));
-        QCOMPARE(picture(u"xmark.octagon.fill"_s, size).size(), QSize(size, size));
-        QCOMPARE(picture(u"xmark.octagon.fill"_s, size).pixelColor(0, 0).alpha(), 0);
-    }
-}
-
-void TestTrayIcon::markIsFilledOnEveryBar_data() {
-    QTest::addColumn<QString>("symbolName");
-    QTest::newRow("green") << u"checkmark.circle.fill"_s;
-    QTest::newRow("amber") << u"exclamationmark.triangle.fill"_s;
-    QTest::newRow("red") << u"xmark.octagon.fill"_s;
-}
-
-void TestTrayIcon::markIsFilledOnEveryBar() {
-    QFETCH(QString, symbolName);
-    for (const int size : sizes) {
-        const QImage shown = picture(symbolName, size);
-        for (int y = size / 3; y < size * 2 / 3; ++y) {
-            QCOMPARE(shown.pixelColor(size / 2, y).alpha(), 255);
-        }
-    }
-}
-
-void TestTrayIcon::unknownSymbolStillGivesAnIcon() {
-    QVERIFY(!TrayIcon::icon(u"no.such.symbol"_s).availableSizes().isEmpty());
-}
+    void unknownSymbolStillGivesAnIcon() { QVERIFY(!TrayIcon::icon(u"no.such.symbol"_s).availableSizes().isEmpty()); }
+};
 
 QTEST_MAIN(TestTrayIcon)
 #include "TestTrayIcon.moc"

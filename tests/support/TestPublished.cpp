@@ -37,79 +37,71 @@ class TestPublished final : public QObject {
     Q_OBJECT
 
 private slots:
-    void announcesBeforeItStores();
-    void announcesAlsoWhenTheValueIsEqual();
-    void changeIsToldOnceATurn();
-    void readsLikeItsValue();
-    void deferredValueResumesItsWaiter();
-    void deferredValueMayBeThereFirst();
-    void onlyTheFirstDeliveryCounts();
+    void announcesBeforeItStores() {
+        Owner owner;
+        int seen = 0;
+        connect(&owner, &ObservableObject::objectWillChange, this, [&] { seen = owner.number; });
+        owner.number = 2;
+        QCOMPARE(seen, 1);
+        QCOMPARE(owner.number.value(), 2);
+    }
+
+    void announcesAlsoWhenTheValueIsEqual() {
+        Owner owner;
+        const QSignalSpy announcements{&owner, &ObservableObject::objectWillChange};
+        owner.number = 1;
+        owner.text = u"a"_s;
+        QCOMPARE(announcements.size(), 2);
+    }
+
+    void changeIsToldOnceATurn() {
+        Owner owner;
+        QStringList seen;
+        connect(&owner, &ObservableObject::changed, this, [&] { seen.append(owner.text); });
+        owner.number = 2;
+        owner.text = u"b"_s;
+        QCOMPARE(seen, QStringList{});
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, QStringList{u"b"_s});
+        owner.text = u"c"_s;
+        QCoreApplication::processEvents();
+        QCOMPARE(seen, (QStringList{u"b"_s, u"c"_s}));
+    }
+
+    void readsLikeItsValue() {
+        const Owner owner;
+        const QString& text = owner.text;
+        QCOMPARE(owner.number + 1, 2);
+        QCOMPARE(text, u"a"_s);
+        QCOMPARE(owner.text->size(), 1);
+    }
+
+    void deferredValueResumesItsWaiter() {
+        const Deferred<int> value;
+        int result = 0;
+        Doubled::start(value, result);
+        QCOMPARE(result, 0);
+        value.deliver(21);
+        QCOMPARE(result, 42);
+    }
+
+    void deferredValueMayBeThereFirst() {
+        const Deferred<int> value;
+        value.deliver(21);
+        int result = 0;
+        Doubled::start(value, result);
+        QCOMPARE(result, 42);
+    }
+
+    void onlyTheFirstDeliveryCounts() {
+        const Deferred<int> value;
+        int result = 0;
+        Doubled::start(value, result);
+        value.deliver(1);
+        value.deliver(2);
+        QCOMPARE(result, 2);
+    }
 };
-
-void TestPublished::announcesBeforeItStores() {
-    Owner owner;
-    int seen = 0;
-    connect(&owner, &ObservableObject::objectWillChange, this, [&] { seen = owner.number; });
-    owner.number = 2;
-    QCOMPARE(seen, 1);
-    QCOMPARE(owner.number.value(), 2);
-}
-
-void TestPublished::announcesAlsoWhenTheValueIsEqual() {
-    Owner owner;
-    const QSignalSpy announcements{&owner, &ObservableObject::objectWillChange};
-    owner.number = 1;
-    owner.text = u"a"_s;
-    QCOMPARE(announcements.size(), 2);
-}
-
-void TestPublished::changeIsToldOnceATurn() {
-    Owner owner;
-    QStringList seen;
-    connect(&owner, &ObservableObject::changed, this, [&] { seen.append(owner.text); });
-    owner.number = 2;
-    owner.text = u"b"_s;
-    QCOMPARE(seen, QStringList{});
-    QCoreApplication::processEvents();
-    QCOMPARE(seen, QStringList{u"b"_s});
-    owner.text = u"c"_s;
-    QCoreApplication::processEvents();
-    QCOMPARE(seen, (QStringList{u"b"_s, u"c"_s}));
-}
-
-void TestPublished::readsLikeItsValue() {
-    const Owner owner;
-    const QString& text = owner.text;
-    QCOMPARE(owner.number + 1, 2);
-    QCOMPARE(text, u"a"_s);
-    QCOMPARE(owner.text->size(), 1);
-}
-
-void TestPublished::deferredValueResumesItsWaiter() {
-    const Deferred<int> value;
-    int result = 0;
-    Doubled::start(value, result);
-    QCOMPARE(result, 0);
-    value.deliver(21);
-    QCOMPARE(result, 42);
-}
-
-void TestPublished::deferredValueMayBeThereFirst() {
-    const Deferred<int> value;
-    value.deliver(21);
-    int result = 0;
-    Doubled::start(value, result);
-    QCOMPARE(result, 42);
-}
-
-void TestPublished::onlyTheFirstDeliveryCounts() {
-    const Deferred<int> value;
-    int result = 0;
-    Doubled::start(value, result);
-    value.deliver(1);
-    value.deliver(2);
-    QCOMPARE(result, 2);
-}
 
 QTEST_GUILESS_MAIN(TestPublished)
 #include "TestPublished.moc"
