@@ -33,27 +33,135 @@ class TestPermissionCenter final : public QObject {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() {
+        m_notifications = std::make_unique<FakeNotificationCenter>();
+        m_service = std::make_unique<NotificationService>(*m_notifications);
+        m_isTrusted = false;
+    }
 
-    void isEmptyBeforeTheFirstRefresh();
-    void listsSixPermissionsInOrder();
-    void mapsTheNotificationState_data();
-    void mapsTheNotificationState();
-    void accessibilityIsGrantedOrUnknownButNeverDenied();
-    void lastFourAreUnknownOnEveryRefresh();
-    void linksOnlyWhatThePlatformLinks();
-    void localNetworkHasNoLinkEverywhere();
-    void replacesTheListInOneAssignment();
-    void announcesBeforeTheListChanges();
-    void readsTheStatesAnewOnEachRefresh();
-    void laterOfTwoOverlappingRefreshesDecides();
-    void cancelledRefreshChangesNothing();
-    void refreshAfterACancelledOneStillCounts();
-    void centerMayGoWhileARefreshIsUnderWay();
-    void statusTextsGoBothWays_data();
-    void statusTextsGoBothWays();
-    void otherTextsAreNoStatus_data();
-    void otherTextsAreNoStatus();
+    void isEmptyBeforeTheFirstRefresh() { QVERIFY(newCenter()->items->isEmpty()); }
+
+    void listsSixPermissionsInOrder() {
+        const auto center = newCenter();
+        center->refresh();
+        const QList<Item> expected{
+            {u"notifications"_s, u"Notifications"_s, u"WARDEN alerts, vote requests, desk events"_s, Status::granted,
+             linkTo(Pane::notifications)},
+            {u"accessibility"_s, u"Accessibility"_s, u"Optional UI automation (gated features only)"_s, Status::unknown,
+             linkTo(Pane::accessibility)},
+            {u"automation"_s, u"Automation (Apple Events)"_s, u"Control iTerm / Terminal when recovering desk"_s,
+             Status::unknown, linkTo(Pane::automation)},
+            {u"full-disk"_s, u"Full Disk Access"_s, u"Optional deep read of ~/dev/logs and protected paths"_s,
+             Status::unknown, linkTo(Pane::fullDiskAccess)},
+            {u"developer"_s, u"Developer Tools"_s, u"Xcode CLT / debugging attach for agent tooling"_s, Status::unknown,
+             linkTo(Pane::developerTools)},
+            {u"network-local"_s, u"Local Network"_s, u"Talk to vorna bridge on 127.0.0.1 and .vorna.localhost"_s,
+             Status::unknown, std::nullopt},
+        };
+        QCOMPARE(center->items.value(), expected);
+    }
+
+    void statesAreThoseOfTheProbes_data() {
+        QTest::addColumn<Authorization>("state");
+        QTest::addColumn<Status>("status");
+        QTest::newRow("not determined") << Authorization::notDetermined << Status::notDetermined;
+        QTest::newRow("denied") << Authorization::denied << Status::denied;
+        QTest::newRow("authorized") << Authorization::authorized << Status::granted;
+        QTest::newRow("provisional") << Authorization::provisional << Status::granted;
+        QTest::newRow("ephemeral") << Authorization::ephemeral << Status::granted;
+        QTest::newRow("unrecognized") << Authorization::unrecognized << Status::unknown;
+        // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): that is what is tested.
+        QTest::newRow("of the future") << static_cast<Authorization>(99) << Status::unknown;
+    }
+    void statesAreThoseOfTheProbes() {
+        QFETCH(Authorization, state);
+        QFETCH(Status, status);
+        const auto center = newCenter();
+        for (const bool trusted : {false, true}) {
+            m_notifications->state = state;
+            m_isTrusted = trusted;
+            center->refresh();
+            QString listed;
+            for (const Item& item : center->items.value()) {
+                listed += item.id + u' ' + Item::rawValue(item.status) + u'\n';
+            }
+            QCOMPARE(listed, u"notifications %1\naccessibility %2\nautomation unknown\nfull-disk unknown\n"
+                             "developer unknown\nnetwork-local unknown\n"_s.arg(Item::rawValue(status),
+                                                                                trusted ? u"granted"_s : u"unknown"_s));
+        }
+    }
+
+    void linksOnlyWhatThePlatformLinks() {
+        const auto center =
+            newCenter([](Pane pane) { return pane == Pane::accessibility ? everyLink(pane) : noLink(pane); });
+        center->refresh();
+        for (qsizetype row = 0; row < 6; ++row) {
+            QCOMPARE(center->items->at(row).settingsURL.has_value(), row == 1);
+        }
+        QCOMPARE(*center->items->at(1).settingsURL, linkTo(Pane::accessibility));
+    }
+
+    void eachRefreshReplacesTheListInOneAssignment() {
+        const auto center = newCenter();
+        QList<QList<Item>> before;
+        connect(center.get(), &ObservableObject::objectWillChange, this, [&] { before.append(center->items); });
+        center->refresh();
+        const QList<Item> first = center->items;
+        center->refresh();
+        QCOMPARE(before, (QList<QList<Item>>{{}, first}));
+    }
+
+    void laterOfTwoOverlappingRefreshesDecides() {
+        m_notifications->answersAtOnce = false;
+        const auto center = newCenter();
+        const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
+        center->refresh();
+        center->refresh();
+        QVERIFY(center->items->isEmpty());
+        m_notifications->state = Authorization::denied;
+        m_notifications->answerAll();
+        QCOMPARE(changes.size(), 2);
+        QCOMPARE(center->items->size(), 6);
+        QCOMPARE(center->items->at(0).status, Status::denied);
+    }
+
+    void cancelledRefreshChangesNothingAndALaterOneCounts() {
+        m_notifications->answersAtOnce = false;
+        const auto center = newCenter();
+        const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
+        center->refresh();
+        center->cancelRefresh();
+        m_notifications->answerAll();
+        QCOMPARE(changes.size(), 0);
+        QVERIFY(center->items->isEmpty());
+        center->refresh();
+        center->cancelRefresh();
+        center->refresh();
+        m_notifications->answerAll();
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(center->items->size(), 6);
+    }
+
+    void centerMayGoWhileARefreshIsUnderWay() {
+        m_notifications->answersAtOnce = false;
+        bool wasProbed = false;
+        auto center = std::make_unique<PermissionCenter>(*m_service, [&] { return wasProbed = true; }, noLink);
+        center->refresh();
+        center.reset();
+        m_notifications->answerAll();
+        QVERIFY(!wasProbed);
+    }
+
+    void statusTextsGoBothWays() {
+        const QStringList texts{u"granted"_s, u"denied"_s, u"notDetermined"_s, u"unknown"_s};
+        for (const auto status : {Status::granted, Status::denied, Status::notDetermined, Status::unknown}) {
+            QCOMPARE(Item::rawValue(status), texts.at(static_cast<int>(status)));
+            QCOMPARE(Item::statusFromRawValue(Item::rawValue(status)), std::optional{status});
+        }
+        for (const QString& other : {u"Granted"_s, QString{}, u" denied"_s, u"not_determined"_s}) {
+            QVERIFY(!Item::statusFromRawValue(other));
+        }
+    }
 
 private:
     [[nodiscard]] std::unique_ptr<PermissionCenter> newCenter(PermissionCenter::PaneLink link = everyLink) {
@@ -64,207 +172,6 @@ private:
     std::unique_ptr<NotificationService> m_service;
     bool m_isTrusted = false;
 };
-
-void TestPermissionCenter::init() {
-    m_notifications = std::make_unique<FakeNotificationCenter>();
-    m_service = std::make_unique<NotificationService>(*m_notifications);
-    m_isTrusted = false;
-}
-
-void TestPermissionCenter::isEmptyBeforeTheFirstRefresh() {
-    QVERIFY(newCenter()->items->isEmpty());
-}
-
-void TestPermissionCenter::listsSixPermissionsInOrder() {
-    const auto center = newCenter();
-    center->refresh();
-    const QList<Item> expected{
-        {u"notifications"_s, u"Notifications"_s, u"WARDEN alerts, vote requests, desk events"_s, Status::granted,
-         linkTo(Pane::notifications)},
-        {u"accessibility"_s, u"Accessibility"_s, u"Optional UI automation (gated features only)"_s, Status::unknown,
-         linkTo(Pane::accessibility)},
-        {u"automation"_s, u"Automation (Apple Events)"_s, u"Control iTerm / Terminal when recovering desk"_s,
-         Status::unknown, linkTo(Pane::automation)},
-        {u"full-disk"_s, u"Full Disk Access"_s, u"Optional deep read of ~/dev/logs and protected paths"_s,
-         Status::unknown, linkTo(Pane::fullDiskAccess)},
-        {u"developer"_s, u"Developer Tools"_s, u"Xcode CLT / debugging attach for agent tooling"_s, Status::unknown,
-         linkTo(Pane::developerTools)},
-        {u"network-local"_s, u"Local Network"_s, u"Talk to vorna bridge on 127.0.0.1 and .vorna.localhost"_s,
-         Status::unknown, std::nullopt},
-    };
-    QCOMPARE(center->items->size(), expected.size());
-    for (qsizetype row = 0; row < expected.size(); ++row) {
-        QCOMPARE(center->items->at(row).id, expected.at(row).id);
-        QCOMPARE(center->items->at(row).title, expected.at(row).title);
-        QCOMPARE(center->items->at(row).detail, expected.at(row).detail);
-        QVERIFY(center->items->at(row) == expected.at(row));
-    }
-}
-
-void TestPermissionCenter::mapsTheNotificationState_data() {
-    QTest::addColumn<Authorization>("state");
-    QTest::addColumn<Status>("status");
-    QTest::newRow("not determined") << Authorization::notDetermined << Status::notDetermined;
-    QTest::newRow("denied") << Authorization::denied << Status::denied;
-    QTest::newRow("authorized") << Authorization::authorized << Status::granted;
-    QTest::newRow("provisional") << Authorization::provisional << Status::granted;
-    QTest::newRow("ephemeral") << Authorization::ephemeral << Status::granted;
-    QTest::newRow("unrecognized") << Authorization::unrecognized << Status::unknown;
-    // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): that is what is tested.
-    QTest::newRow("of the future") << static_cast<Authorization>(99) << Status::unknown;
-}
-
-void TestPermissionCenter::mapsTheNotificationState() {
-    QFETCH(Authorization, state);
-    QFETCH(Status, status);
-    m_notifications->state = state;
-    const auto center = newCenter();
-    center->refresh();
-    QCOMPARE(center->items->size(), 6);
-    QCOMPARE(center->items->at(0).status, status);
-}
-
-void TestPermissionCenter::accessibilityIsGrantedOrUnknownButNeverDenied() {
-    const auto center = newCenter();
-    center->refresh();
-    QCOMPARE(center->items->at(1).status, Status::unknown);
-    m_isTrusted = true;
-    center->refresh();
-    QCOMPARE(center->items->at(1).status, Status::granted);
-}
-
-void TestPermissionCenter::lastFourAreUnknownOnEveryRefresh() {
-    const auto center = newCenter();
-    m_isTrusted = true;
-    for (const auto state : {Authorization::authorized, Authorization::denied, Authorization::notDetermined}) {
-        m_notifications->state = state;
-        center->refresh();
-        for (qsizetype row = 2; row < 6; ++row) {
-            QCOMPARE(center->items->at(row).status, Status::unknown);
-        }
-    }
-}
-
-void TestPermissionCenter::linksOnlyWhatThePlatformLinks() {
-    const auto center =
-        newCenter([](Pane pane) { return pane == Pane::accessibility ? everyLink(pane) : noLink(pane); });
-    center->refresh();
-    for (qsizetype row = 0; row < 6; ++row) {
-        QCOMPARE(center->items->at(row).settingsURL.has_value(), row == 1);
-    }
-    QCOMPARE(*center->items->at(1).settingsURL, linkTo(Pane::accessibility));
-}
-
-void TestPermissionCenter::localNetworkHasNoLinkEverywhere() {
-    const auto center = newCenter(everyLink);
-    center->refresh();
-    QVERIFY(!center->items->at(5).settingsURL);
-}
-
-void TestPermissionCenter::replacesTheListInOneAssignment() {
-    const auto center = newCenter();
-    const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
-    center->refresh();
-    QCOMPARE(changes.size(), 1);
-    center->refresh();
-    QCOMPARE(changes.size(), 2);
-}
-
-void TestPermissionCenter::announcesBeforeTheListChanges() {
-    const auto center = newCenter();
-    qsizetype rowsAtAnnouncement = -1;
-    connect(center.get(), &ObservableObject::objectWillChange, this,
-            [&] { rowsAtAnnouncement = center->items->size(); });
-    center->refresh();
-    QCOMPARE(rowsAtAnnouncement, 0);
-    QCOMPARE(center->items->size(), 6);
-}
-
-void TestPermissionCenter::readsTheStatesAnewOnEachRefresh() {
-    const auto center = newCenter();
-    m_notifications->state = Authorization::notDetermined;
-    center->refresh();
-    m_notifications->state = Authorization::denied;
-    QCOMPARE(center->items->at(0).status, Status::notDetermined);
-    center->refresh();
-    QCOMPARE(center->items->at(0).status, Status::denied);
-}
-
-void TestPermissionCenter::laterOfTwoOverlappingRefreshesDecides() {
-    m_notifications->answersAtOnce = false;
-    const auto center = newCenter();
-    const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
-    center->refresh();
-    center->refresh();
-    QVERIFY(center->items->isEmpty());
-    m_notifications->state = Authorization::denied;
-    m_notifications->answerAll();
-    QCOMPARE(changes.size(), 2);
-    QCOMPARE(center->items->size(), 6);
-    QCOMPARE(center->items->at(0).status, Status::denied);
-}
-
-void TestPermissionCenter::cancelledRefreshChangesNothing() {
-    m_notifications->answersAtOnce = false;
-    const auto center = newCenter();
-    const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
-    center->refresh();
-    center->cancelRefresh();
-    m_notifications->answerAll();
-    QCOMPARE(changes.size(), 0);
-    QVERIFY(center->items->isEmpty());
-}
-
-void TestPermissionCenter::refreshAfterACancelledOneStillCounts() {
-    m_notifications->answersAtOnce = false;
-    const auto center = newCenter();
-    const QSignalSpy changes{center.get(), &ObservableObject::objectWillChange};
-    center->refresh();
-    center->cancelRefresh();
-    center->refresh();
-    m_notifications->answerAll();
-    QCOMPARE(changes.size(), 1);
-    QCOMPARE(center->items->size(), 6);
-}
-
-void TestPermissionCenter::centerMayGoWhileARefreshIsUnderWay() {
-    m_notifications->answersAtOnce = false;
-    bool wasProbed = false;
-    auto center = std::make_unique<PermissionCenter>(*m_service, [&] { return wasProbed = true; }, noLink);
-    center->refresh();
-    center.reset();
-    m_notifications->answerAll();
-    QVERIFY(!wasProbed);
-}
-
-void TestPermissionCenter::statusTextsGoBothWays_data() {
-    QTest::addColumn<Status>("status");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("granted") << Status::granted << u"granted"_s;
-    QTest::newRow("denied") << Status::denied << u"denied"_s;
-    QTest::newRow("notDetermined") << Status::notDetermined << u"notDetermined"_s;
-    QTest::newRow("unknown") << Status::unknown << u"unknown"_s;
-}
-
-void TestPermissionCenter::statusTextsGoBothWays() {
-    QFETCH(Status, status);
-    QFETCH(QString, text);
-    QCOMPARE(Item::rawValue(status), text);
-    QCOMPARE(Item::statusFromRawValue(text), std::optional{status});
-}
-
-void TestPermissionCenter::otherTextsAreNoStatus_data() {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("capitalised") << u"Granted"_s;
-    QTest::newRow("empty") << QString{};
-    QTest::newRow("padded") << u" denied"_s;
-    QTest::newRow("snake case") << u"not_determined"_s;
-}
-
-void TestPermissionCenter::otherTextsAreNoStatus() {
-    QFETCH(QString, text);
-    QVERIFY(!Item::statusFromRawValue(text));
-}
 
 QTEST_GUILESS_MAIN(TestPermissionCenter)
 
