@@ -12,6 +12,7 @@ import time
 import unittest
 
 import desktop
+import psutil
 from contents import BUTTON, CHOICE, COPYABLE, LABEL, SEEN, TAB, USABLE, plain
 from screen_reader import ScreenReader
 
@@ -44,6 +45,12 @@ def skip_unless_possible(programs=PROGRAMS):
     with socket.socket() as client:
         if client.connect_ex(("127.0.0.1", BRIDGE_PORT)) == 0:
             raise unittest.SkipTest(f"a bridge runs on port {BRIDGE_PORT} already")
+
+
+def connections(pid, kind):
+    """A process's sockets, which older psutil calls otherwise."""
+    process = psutil.Process(pid)
+    return (getattr(process, "net_connections", None) or process.connections)(kind)
 
 
 class Bridge:
@@ -147,6 +154,9 @@ class DesktopTest(unittest.TestCase):
         x, y, width, height = self.wait_for(places, "the item in the tray")[0]
         return x + width // 2, y + height // 2
 
+    def wait_for_meaning(self, item, meaning):
+        self.wait_for_equal(lambda: self.desk.item_meaning(item), f"vorna — {meaning}", "what the item says")
+
     def open_panel(self):
         """Opens the panel by the item, and waits for what it says first."""
         self.desk.activate_item(self.item())
@@ -155,9 +165,10 @@ class DesktopTest(unittest.TestCase):
     def wait_for_daypart(self, title):
         self.wait_for(lambda: self.reader.texts(PANEL)[1:2][0].endswith(" · " + title), f"the panel to say {title}")
 
-    def panels(self, hidden=False):
+    def panels(self, hidden=False, scale=1):
         """The places of the panel's windows; there is one at most."""
-        return [place for place in self.desk.windows(self.companion.pid, hidden).values() if place[2] == PANEL_WIDTH]
+        places = self.desk.windows(self.companion.pid, hidden).values()
+        return [place for place in places if place[2] == scale * PANEL_WIDTH]
 
     def wait_for_panel(self):
         return self.wait_for(self.panels, "the panel")[0]
@@ -187,8 +198,7 @@ class DesktopTest(unittest.TestCase):
 
     def children(self):
         """The companion's child processes."""
-        tasks = pathlib.Path(f"/proc/{self.companion.pid}/task").glob("*/children")
-        return " ".join(task.read_text() for task in tasks).split()
+        return psutil.Process(self.companion.pid).children()
 
 
 class CompanionTest(DesktopTest):

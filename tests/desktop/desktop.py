@@ -11,7 +11,6 @@ display, session bus, home and configuration folder.
 """
 
 import os
-import re
 import shutil
 import signal
 import subprocess
@@ -20,6 +19,7 @@ import time
 import unittest
 from pathlib import Path
 
+import psutil
 from gi.repository import GLib
 
 from session_bus import SessionBus
@@ -28,37 +28,35 @@ from x_screen import XScreen
 NOTIFICATIONS, NOTIFICATIONS_PATH = "org.freedesktop.Notifications", "/org/freedesktop/Notifications"
 BAR_HEIGHT = 28
 BAR_COLOUR = (0x20, 0x30, 0x40)
-BAR = f"""<?xml version="1.0" encoding="UTF-8"?>
-<channel name="xfce4-panel" version="1.0">
-  <property name="configver" type="int" value="2"/>
-  <property name="panels" type="array">
-    <value type="int" value="1"/>
-    <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
-      <property name="position-locked" type="bool" value="true"/>
-      <property name="length" type="uint" value="100"/>
-      <property name="size" type="uint" value="{BAR_HEIGHT}"/>
-      <property name="background-style" type="uint" value="1"/>
-      <property name="background-rgba" type="array">
-        {"".join(f'<value type="double" value="{part / 255}"/>' for part in (*BAR_COLOUR, 255))}
-      </property>
-      <property name="plugin-ids" type="array">
-        <value type="int" value="1"/>
-        <value type="int" value="2"/>
-      </property>
-    </property>
+BAR = f"""<property name="configver" type="int" value="2"/>
+<property name="panels" type="array"><value type="int" value="1"/><property name="panel-1" type="empty">
+  <property name="position" type="string" value="p=6;x=0;y=0"/>
+  <property name="length" type="uint" value="100"/>
+  <property name="size" type="uint" value="{BAR_HEIGHT}"/>
+  <property name="background-style" type="uint" value="1"/>
+  <property name="background-rgba" type="array">
+    {"".join(f'<value type="double" value="{part / 255}"/>' for part in (*BAR_COLOUR, 255))}
   </property>
-  <property name="plugins" type="empty">
-    <property name="plugin-1" type="string" value="separator">
-      <property name="expand" type="bool" value="true"/>
-      <property name="style" type="uint" value="0"/>
-    </property>
-    <property name="plugin-2" type="string" value="systray">
-      <property name="square-icons" type="bool" value="true"/>
-    </property>
+  <property name="plugin-ids" type="array"><value type="int" value="1"/><value type="int" value="2"/></property>
+</property></property>
+<property name="plugins" type="empty">
+  <property name="plugin-1" type="string" value="separator">
+    <property name="expand" type="bool" value="true"/>
+    <property name="style" type="uint" value="0"/>
   </property>
-</channel>
+  <property name="plugin-2" type="string" value="systray"/>
+</property>
 """
+# A session of one program, which tells how the session is reached.
+SESSION = """<property name="sessions" type="empty"><property name="Failsafe" type="empty">
+  <property name="IsFailsafe" type="bool" value="true"/>
+  <property name="Count" type="int" value="1"/>
+  <property name="Client0_Command" type="array"><value type="string" value="sh"/><value type="string" value="-c"/>
+    <value type="string" value="echo $SESSION_MANAGER &gt; {file}.part; mv {file}.part {file}; exec sleep 1000"/>
+  </property>
+</property></property>
+"""
+SESSION_MANAGER, SESSION_MANAGER_PATH = "org.xfce.SessionManager", "/org/xfce/SessionManager"
 DUNST = "[global]\nmonitor = 0\nhistory_length = 50\nstack_duplicates = false\nsticky_history = true\nmarkup = full\n"
 NOT_OURS = ("WAYLAND_DISPLAY", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION",
             "SESSION_MANAGER", "QT_QPA_PLATFORM")
@@ -185,13 +183,8 @@ class Desktop(SessionBus, XScreen):
 
     def cpu_seconds(self, process):
         """Processor time that a started program has used."""
-        fields = Path(f"/proc/{process.pid}/stat").read_text().rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-    def voluntary_switches(self, process):
-        """How often the main thread of a started program has gone to sleep: its wake-ups."""
-        status = Path(f"/proc/{process.pid}/status").read_text()
-        return int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", status, re.M).group(1))
+        times = psutil.Process(process.pid).cpu_times()
+        return times.user + times.system
 
     # The desktop's own parts
 
@@ -222,10 +215,29 @@ class Desktop(SessionBus, XScreen):
 
     def start_xfce_panel(self):
         """xfce4-panel along the upper edge with one tray, a host both for status notifiers and for XEmbed."""
-        channels = Path(self.env["XDG_CONFIG_HOME"]) / "xfce4/xfconf/xfce-perchannel-xml"
-        channels.mkdir(parents=True, exist_ok=True)
-        (channels / "xfce4-panel.xml").write_text(BAR)
+        self._configure_xfce("xfce4-panel", BAR)
         return self.start(["xfce4-panel", "--disable-wm-check"])
+
+    def _configure_xfce(self, program, properties):
+        folder = Path(self.env["XDG_CONFIG_HOME"]) / "xfce4/xfconf/xfce-perchannel-xml"
+        folder.mkdir(parents=True, exist_ok=True)
+        (folder / f"{program}.xml").write_text(f'<channel name="{program}" version="1.0">\n{properties}</channel>\n')
+
+    def start_session(self):
+        """Xfce's session manager; what is to take part finds its address in the environment."""
+        address = self.root / "session"
+        self._configure_xfce("xfce4-session", SESSION.format(file=address))
+        session = self.start(["xfce4-session"])
+        self.wait_for(address.exists, "the session manager")
+        self.env["SESSION_MANAGER"] = address.read_text().strip()
+        return session
+
+    def session_members(self):
+        return len(self.call(SESSION_MANAGER, SESSION_MANAGER_PATH, "org.xfce.Session.Manager.ListClients")[0])
+
+    def log_out(self):
+        """Asks everybody to save, and ends the session once all have."""
+        self.call(SESSION_MANAGER, SESSION_MANAGER_PATH, "org.xfce.Session.Manager.Logout", "(bb)", False, False)
 
     def start_tray(self):
         """The Xfce panel, once it shows status notifier items."""
@@ -239,10 +251,10 @@ class Desktop(SessionBus, XScreen):
         self.wait_for(lambda: len(self.colours(x - 4, y - 8, 8, 16)) > 1, "the item to be drawn in the panel")
         return x, y
 
-    def start_trayer(self):
+    def start_trayer(self, align="right"):
         """trayer along the upper edge: a tray for XEmbed alone."""
         require("trayer")
-        return self.start(["trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height",
+        return self.start(["trayer", "--edge", "top", "--align", align, "--widthtype", "request", "--height",
                            BAR_HEIGHT, "--transparent", "true", "--alpha", "0", "--tint", "0x303030"])
 
     def start_notifications(self):

@@ -6,8 +6,8 @@ import subprocess
 import unittest
 
 import desktop
-from companion import POLL_SECONDS, DesktopTest
-from probe import Program
+from companion import POLL_SECONDS, DesktopTest, connections
+from program import Program
 
 HERE = pathlib.Path(__file__).parent
 
@@ -33,16 +33,25 @@ class Story(DesktopTest):
         self.desk.start_window_manager()
         self.bridge = self.start_bridge()
 
+    def start_watcher(self):
+        """A watcher of status notifier items without a host."""
+        return self.enterContext(Program(self.desk, ["/usr/bin/python3", HERE / "fake_watcher.py"]))
+
     def start_host(self):
         """A host of status notifier items that takes next to no time to start."""
-        host = self.enterContext(Program(self.desk, ["/usr/bin/python3", HERE / "fake_watcher.py"]))
+        host = self.start_watcher()
         host.tell("host")
         return host
+
+    def wait_for_start(self):
+        """Waits until a second start would find the companion."""
+        self.wait_for(lambda: any("vorna" in str(one.laddr) for one in connections(self.companion.pid, "unix")),
+                      "the companion to listen to others")
 
     def start_with_item(self, **options):
         self.start_companion(**options)
         host = self.start_host()
-        host.expect_beginning("registered ")
+        host.expect("registered ")
         return host
 
     def check_polling_goes_on(self):

@@ -122,18 +122,6 @@ class Actions(CompanionTest):
 
     # The bridge and the web
 
-    def test_item_says_what_the_model_says(self):
-        self.start_companion()
-        item = self.item()
-        self.wait_for_meaning(item, "bridge offline")
-        self.open_panel()
-        self.wait_for_meaning(item, "all well")
-        self.bridge.stop()
-        self.wait_for_meaning(item, "bridge offline")
-
-    def wait_for_meaning(self, item, meaning):
-        self.wait_for_equal(lambda: self.desk.item_meaning(item), f"vorna — {meaning}", "what the item says")
-
     def test_refresh_polls_at_once(self):
         self.open()
         for presses in range(1, 7):

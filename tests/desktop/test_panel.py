@@ -5,9 +5,8 @@ import socket
 import sys
 
 import desktop
-import psutil
 import services
-from companion import BRIDGE_PORT, PANEL, POLL_SECONDS, DesktopTest, skip_unless_possible
+from companion import BRIDGE_PORT, PANEL, POLL_SECONDS, DesktopTest, connections, skip_unless_possible
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
 
@@ -116,6 +115,5 @@ class PanelOnADesktop(DesktopTest):
             except TimeoutError:
                 return None
             with connection:
-                open_ports = [other.laddr.port for other in psutil.Process(self.companion.pid).connections("tcp")]
-                if peer[1] in open_ports:
+                if peer[1] in [other.laddr.port for other in connections(self.companion.pid, "tcp")]:
                     return connection.recv(1024)

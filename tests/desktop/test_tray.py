@@ -1,24 +1,22 @@
-"""The item in the tray on a real desktop: where it shows, what it says, and what it does when trays come and go."""
+"""The item in trays of both kinds: where it shows, what it says, and what it does when trays come and go."""
 
-import contextlib
 import ctypes
 import os
 import signal
 import time
-import unittest
 
 import desktop
-from companion import PROGRAMS, DesktopTest
-from faults import HERE
-from probe import Probe, Program
+import psutil
+import session_bus
+from companion import PANEL_WIDTH, skip_unless_possible
+from faults import Story
 
-ROUNDS = 5
 A_CALL_GIVES_UP_AFTER = 25
 QT_THAT_ASKS_FOR_A_HOST = (6, 4)
+# Qt closes whatever popup is open 100 ms after it has heard that one lost the keyboard.
+FOCUS_SECONDS = 0.15
 
-
-def setUpModule():
-    desktop.require(*PROGRAMS, "dbus-monitor")
+setUpModule = skip_unless_possible
 
 
 def qt_version():
@@ -27,122 +25,90 @@ def qt_version():
     return tuple(map(int, version().decode().split(".")[:2]))
 
 
-class OnADesktop(DesktopTest):
-    """Each test has a desktop of its own, with a window manager, and mostly one probe."""
-
-    def setUp(self):
-        self.desk = self.enterContext(desktop.Desktop())
-        self.desk.start_window_manager()
-
-    def start_probe(self):
-        self.probe = self.enterContext(Probe(self.desk))
-
-    def windows(self):
-        return self.desk.windows(self.probe.pid)
-
+class TrayStory(Story):
     def wait_for_no_window(self):
-        self.wait_for(lambda: not self.windows(), "the item to be gone")
+        self.wait_for(lambda: not self.desk.windows(self.companion.pid), "no window")
 
-    @contextlib.contextmanager
-    def news(self, *lines):
-        """Waits at its end for lines that the probe has not said before."""
-        before = len(self.probe.lines)
-        yield
-        for line in lines:
-            self.probe.expect(line, after=before)
-        self.probe.tell("settle")
+    def click_until_open(self, x, y):
+        """Opens the panel; a click that comes too soon after a closing is one with the click before, or closes with it."""
+        def opens():
+            self.desk.click(x, y)
+            try:
+                return self.wait_for(self.panels, "the panel", within=5)
+            except desktop.Failure:
+                return None
 
-    def check_popup(self, x, y):
-        """A popup opened by a click on the item takes the keyboard and goes on Escape, elsewhere and on the item."""
-        for close in (lambda: self.desk.press("Escape"), lambda: self.desk.click(200, 600),
-                      lambda: self.desk.click(x, y)):
-            with self.news("popup shown"):
-                self.desk.click(x, y)
-            with self.news("popup key a"):
-                self.desk.press("a")
-            with self.news("popup hidden"):
-                close()
-            self.assertEqual([line for line in self.probe.lines if line.startswith("popup")][-1], "popup hidden")
+        return self.wait_for(opens, "the panel after clicks on the item")[0]
+
+    def check_panel_under(self, x, y, scale=1):
+        """Clicks on the item open the panel below it; Escape, a click elsewhere and one on the item close it."""
+        for close in (lambda: self.desk.press("Escape"), lambda: self.desk.click(200, 700), lambda: self.desk.click(x, y)):
+            left, top, width, height = self.click_until_open(x, y)
+            self.check_within((left, top, width, height), (0, desktop.BAR_HEIGHT, *self.desk.size))
+            self.assertTrue(left < x < left + width, f"{x} above {left} to {left + width}")
+            time.sleep(FOCUS_SECONDS)
+            close()
+            self.wait_for(lambda: not self.panels(), "the panel to close")
+        time.sleep(FOCUS_SECONDS)
+        self.assertEqual(self.panels(), [])
+
+    def check_hurry(self, start_tray):
+        for pause in (0.05, 0.1, 0.15, 0.2, 0.3, 0.45, 0.6):
+            tray = start_tray()
+            time.sleep(pause)
+            self.desk.kill(tray)
+            self.check_alive()
 
 
-class StatusNotifierTray(OnADesktop):
+class StatusNotifierTray(TrayStory):
     """In a host of status notifier items."""
-
-    def start_watcher(self):
-        return self.enterContext(Program(self.desk, ["/usr/bin/python3", HERE / "fake_watcher.py"]))
 
     def start_in_tray(self):
         self.desk.start_tray()
-        self.start_probe()
+        self.start_companion()
         return self.item()
 
-    def test_item_says_its_name_and_meaning_with_pictures_of_every_size(self):
+    def test_item_has_a_name_pictures_of_every_size_and_a_menu(self):
         item = self.start_in_tray()
         sent = {(wide, high) for wide, high, _ in self.desk.item_property(item, "IconPixmap")}
         self.assertLessEqual({(size, size) for size in (16, 22, 24, 32, 48, 64)}, sent)
         self.assertEqual(self.desk.item_property(item, "Title"), "vorna")
-        self.assertEqual(self.desk.item_meaning(item), "vorna — bridge offline")
-        self.probe.tell("symbol checkmark.circle.fill all is well")
-        self.assertEqual(self.desk.item_meaning(item), "vorna — all is well")
-        self.probe.tell("symbol xmark.octagon.fill")
-        self.assertEqual(self.desk.item_meaning(item), "vorna")
-
-    def test_activation_and_menu_are_heard(self):
-        item = self.start_in_tray()
         self.assertEqual(sorted(self.desk.menu_entries(item)), ["Quit vorna", "Settings…", "Show panel"])
-        self.desk.activate_item(item)
-        self.probe.expect("clicked")
-        for label, line in (("Show panel", "show panel"), ("Settings…", "settings")):
-            self.desk.choose_menu_entry(item, label)
-            self.probe.expect(line)
+        self.desk.choose_menu_entry(item, "Show panel")
+        self.wait_for_panel()
         self.desk.choose_menu_entry(item, "Quit vorna")
-        self.assertEqual(self.probe.process.wait(timeout=30), 0)
+        self.assertEqual(self.wait_for_exit(), 0)
 
-    def test_popup_behaves_as_a_panel_does(self):
+    def test_panel_opens_and_closes_by_the_item(self):
         self.start_in_tray()
-        self.check_popup(*self.desk.item_in_bar())
+        self.check_panel_under(*self.desk.item_in_bar())
 
-    def test_host_that_comes_and_goes_in_a_hurry_does_no_harm(self):
-        self.start_probe()
-        for pause in (0.05, 0.1, 0.15, 0.2, 0.25, 0.3, 0.4):
-            panel = self.desk.start_xfce_panel()
-            time.sleep(pause)
-            self.desk.kill(panel)
-            self.probe.check_alive()
+    def test_picture_is_announced_when_it_changes_and_not_at_each_poll(self):
+        item = self.start_in_tray()
+        announced = []
+        self.desk.bus.signal_subscribe(item[0], session_bus.ITEM, "NewIcon", None, None, 0, lambda *_: announced.append(1))
+        self.desk.activate_item(item)
+        self.wait_for_meaning(item, "all well")
+        self.check_polling_goes_on()
+        before = len(announced)
+        self.check_polling_goes_on()
+        self.check_polling_goes_on()
+        self.assertEqual(len(announced), before)
+        self.assertGreater(before, 0)
+        self.bridge.stop()
+        self.wait_for_meaning(item, "bridge offline")
+
+    def test_hosts_that_come_and_go_in_a_hurry_do_no_harm(self):
+        self.start_companion()
+        self.check_hurry(self.desk.start_xfce_panel)
+        self.open_by_second_start()
         self.desk.start_tray()
-        self.item()
-
-    def test_equal_symbol_is_not_announced_again(self):
-        self.start_in_tray()
-        monitor = self.desk.start(["dbus-monitor", "--session", "interface='org.kde.StatusNotifierItem'"])
-        announced = lambda: self.desk.output(monitor).count("member=NewIcon")
-        self.wait_for(lambda: "NameAcquired" in self.desk.output(monitor), "the monitor")
-        self.probe.tell("symbol circle.dashed unknown")
-        self.wait_for(lambda: announced() == 1, "the first announcement")
-        for _ in range(5):
-            self.probe.tell("symbol circle.dashed unknown")
-        self.probe.tell("symbol xmark.octagon.fill bad")
-        self.wait_for(lambda: announced() >= 2, "the second announcement")
-        self.assertEqual(announced(), 2)
-
-    def test_item_comes_when_the_host_starts_later_and_again_after_each_death(self):
-        self.start_probe()
-        for _ in range(ROUNDS):
-            panel = self.desk.start_tray()
-            self.item()
-            self.desk.kill(panel)
-            self.wait_for(lambda: not self.desk.status_notifier_items(), "the host to be gone")
-            self.probe.check_alive()
-            self.assertEqual(self.windows(), {})
-        self.probe.tell("symbol circle.dashed changed meanwhile")
-        self.desk.start_tray()
-        self.assertIn("changed meanwhile", self.desk.item_meaning(self.item()))
-        self.assertEqual(self.probe.end(), 0)
+        self.wait_for_meaning(self.item(), "all well")
 
     def test_watcher_without_a_host_is_no_tray(self):
         watcher = self.start_watcher()
-        self.start_probe()
-        self.probe.tell("settle")
+        self.start_companion()
+        self.wait_for_start()
         self.assertEqual(self.desk.status_notifier_items(), [])
         watcher.tell("host")
         item = self.item()
@@ -152,7 +118,7 @@ class StatusNotifierTray(OnADesktop):
         watcher.tell("host")
         self.wait_for(lambda: len(self.desk.status_notifier_items()) == 2, "the item to return")
         self.assertTrue(self.answers(self.desk.status_notifier_items()[1]))
-        self.probe.check_alive()
+        self.check_alive()
 
     def answers(self, item):
         """Whether an item is still where the watcher knows it."""
@@ -166,135 +132,94 @@ class StatusNotifierTray(OnADesktop):
         os.kill(watcher.pid, signal.SIGSTOP)
         self.desk.start_trayer()
         began = time.monotonic()
-        self.start_probe()
-        self.probe.tell("settle")
-        self.probe.anchor()
+        self.start_companion()
+        self.wait_for_start()
         self.assertLess(time.monotonic() - began, A_CALL_GIVES_UP_AFTER / 2)
-        self.assertEqual(self.windows(), {})
+        self.wait_for_no_window()
         os.kill(watcher.pid, signal.SIGCONT)
         if qt_version() <= QT_THAT_ASKS_FOR_A_HOST:
-            self.wait_for(self.windows, "the item in the other tray")
+            self.embedded_item()
         self.desk.kill(watcher.process)
-        self.wait_for(self.windows, "the item in the other tray")
+        self.embedded_item()
         self.assertEqual(self.desk.status_notifier_items(), [])
 
 
-class EmbeddedTray(OnADesktop):
+class EmbeddedTray(TrayStory):
     """In a tray that windows are embedded into."""
 
-    def start_in_tray(self):
-        tray = self.desk.start_trayer()
-        self.start_probe()
-        self.wait_for_item()
-        return tray
-
-    def wait_for_item(self):
-        """The item's place, once it is inside a tray and drawn."""
-        def item():
-            return [place for window, place in self.windows().items() if self.desk.is_embedded(window)
-                    and len(self.desk.colours(*place)) > 1]
-
-        return self.wait_for(item, "the item in the tray")[0]
-
-    def middle(self):
-        x, y, width, height = self.wait_for_item()
-        return x + width // 2, y + height // 2
-
-    def test_popup_behaves_as_a_panel_does_and_the_menu_is_heard(self):
-        self.start_in_tray()
-        self.check_popup(*self.middle())
-        self.desk.click(*self.middle(), button=3)
-        x, y, *_ = self.wait_for(self.menu, "the menu")
-        self.desk.click(x + 20, y + 12)
-        self.probe.expect("show panel")
+    def test_panel_opens_and_closes_by_the_item_and_the_menu_is_heard(self):
+        self.desk.start_trayer()
+        self.start_companion()
+        x, y = self.embedded_item()
+        self.check_panel_under(x, y)
+        self.desk.click(x, y, button=3)
+        left, top, *_ = self.wait_for(self.menu, "the menu")
+        self.desk.click(left + 20, top + 12)
+        self.wait_for_panel()
 
     def menu(self):
         """The place of the item's menu, once it is drawn."""
-        return next((place for window, place in self.windows().items() if not self.desk.is_embedded(window)
+        return next((place for window, place in self.desk.windows(self.companion.pid).items()
+                     if not self.desk.is_embedded(window) and place[2] != PANEL_WIDTH
                      and len(self.desk.colours(0, 0, *place[2:], window=window)) > 1), None)
 
-    def test_tray_that_comes_and_goes_in_a_hurry_does_no_harm(self):
-        self.start_probe()
-        for pause in (0.05, 0.1, 0.15, 0.2, 0.3, 0.45, 0.5, 0.6, 0.8):
-            tray = self.desk.start_trayer()
-            time.sleep(pause)
-            self.desk.kill(tray)
-            self.probe.check_alive()
+    def test_panel_opens_under_the_item_on_a_scaled_screen(self):
+        self.desk.start_trayer(align="center")
+        self.start_companion(env={"QT_SCALE_FACTOR": "2"})
+        x, y = self.embedded_item()
+        self.desk.click(x, y)
+        left, _, width, _ = self.wait_for(lambda: self.panels(scale=2), "the panel")[0]
+        self.assertAlmostEqual(left + width / 2, x, delta=desktop.BAR_HEIGHT)
+
+    def test_trays_that_come_and_go_in_a_hurry_do_no_harm(self):
+        self.start_companion()
+        self.check_hurry(self.desk.start_trayer)
         self.wait_for_no_window()
         self.desk.start_trayer()
-        self.wait_for_item()
-
-    def test_anchor_is_where_the_item_is_in_points(self):
-        for scale in (1, 2):
-            self.desk.env["QT_SCALE_FACTOR"] = str(scale)
-            with self.subTest(scale=scale), Probe(self.desk) as self.probe:
-                tray = self.desk.start_trayer()
-                # An odd pixel is rounded either way.
-                self.wait_for(lambda: all(abs(points - pixels / scale) <= 0.5 for points, pixels in
-                                          zip(self.probe.anchor(), self.wait_for_item())), "the anchor on the item")
-                self.desk.kill(tray)
-
-    def test_item_comes_when_the_tray_starts_later_and_nothing_floats_after_its_death(self):
-        self.start_probe()
-        for _ in range(ROUNDS):
-            tray = self.desk.start_trayer()
-            self.wait_for_item()
-            self.desk.kill(tray)
-            self.wait_for_no_window()
-            self.probe.check_alive()
-        self.probe.tell("settle")
-        self.assertEqual(self.windows(), {})
-        self.assertEqual(self.probe.end(), 0)
+        self.embedded_item()
 
     def test_item_moves_to_another_kind_of_tray_that_takes_windows_too(self):
-        self.desk.kill(self.start_in_tray())
+        tray = self.desk.start_trayer()
+        self.start_companion()
+        self.embedded_item()
+        self.desk.kill(tray)
         self.wait_for_no_window()
         self.desk.start_xfce_panel()
-        self.wait_for_item()
-        self.probe.check_alive()
+        self.embedded_item()
 
     def test_item_of_a_status_notifier_host_survives_a_tray_of_the_other_kind(self):
-        panel = self.desk.start_xfce_panel()
-        self.start_probe()
-        self.item()
-        self.desk.kill(panel)
+        with self.start_with_item():
+            pass
         self.wait_for(lambda: not self.desk.status_notifier_items(), "the host to be gone")
         tray = self.desk.start_trayer()
         self.wait_for(lambda: self.desk.colours(0, 0, *self.desk.size) > {(0, 0, 0)}, "the other tray")
-        self.probe.tell("settle")
         self.desk.kill(tray)
-        self.desk.start_xfce_panel()
-        self.item()
-        self.probe.check_alive()
-
-    def test_item_needs_no_session_bus(self):
-        self.desk.env["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
-        self.start_in_tray()
+        self.start_host().expect("registered ")
+        self.check_alive()
 
 
-class NoTray(unittest.TestCase):
+class NoTray(TrayStory):
     """Where nothing shows items."""
 
     def test_waiting_wakes_nobody_up(self):
-        with desktop.Desktop() as desk, Probe(desk) as probe:
-            probe.tell("settle")
-            counts = []
-            desk.wait_for(lambda: counts.append(desk.voluntary_switches(probe.process)) or counts[-3:] == 3 * counts[-1:],
-                          "two seconds without a wake-up", every=1)
-            self.assertEqual(desk.windows(probe.pid), {})
-            self.assertEqual(probe.end(), 0)
+        self.start_companion()
+        self.wait_for_start()
+        counts = []
 
-    def test_neither_display_nor_bus_is_needed(self):
-        with desktop.Desktop(display=False, bus=False) as desk:
-            desk.env["QT_QPA_PLATFORM"] = "offscreen"
-            desk.env["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
-            with Probe(desk) as probe:
-                probe.tell("symbol circle.dashed unknown")
-                self.assertTrue(probe.compositing())
-                self.assertEqual(probe.end(), 0)
+        def sleeps():
+            counts.append(psutil.Process(self.companion.pid).num_ctx_switches().voluntary)
+            return counts[-3:] == 3 * counts[-1:]
 
-    def test_compositing_is_what_the_window_manager_does(self):
+        self.wait_for(sleeps, "two seconds without a wake-up", every=1)
+        self.wait_for_no_window()
+
+    def test_corners_are_round_where_windows_are_blended(self):
         for compositing in (False, True):
-            with desktop.Desktop() as desk, Probe(desk) as probe:
-                desk.start_window_manager(compositing=compositing)
-                desk.wait_for(lambda: probe.compositing() == compositing, f"compositing to be {compositing}")
+            with self.subTest(compositing), desktop.Desktop() as self.desk:
+                self.desk.start_window_manager(compositing=compositing)
+                self.start_companion()
+                self.wait_for_start()
+                x, y, *_ = self.open_by_second_start()
+                self.wait_for(lambda: len(self.desk.colours(x, y, 40, 40)) > 1, "the panel to be drawn")
+                self.assertEqual(self.desk.colours(x, y) == {(0, 0, 0)}, compositing)
+                self.desk.stop(self.companion)

@@ -9,9 +9,8 @@ import unittest
 import desktop
 import wayland
 from companion import COMPANION, PANEL, PANEL_WIDTH, SETTINGS, DesktopTest, skip_unless_possible
-from probe import Probe
 
-PROGRAMS = ("sway", "swaymsg", "swaybg", "Xwayland", "waybar", "grim", "dbus-daemon")
+PROGRAMS = ("Xvfb", "sway", "swaymsg", "swaybg", "Xwayland", "waybar", "import", "dbus-daemon")
 ELSEWHERE = (1000, 600)
 BESIDE_THE_PANEL = (1100, 100)
 FOCUS_MAY_STRAY_SECONDS = 1.5
@@ -47,9 +46,10 @@ class OnWayland(DesktopTest):
         return bar
 
     def start_another_program(self):
-        """A window that fills the screen."""
-        other = self.enterContext(Probe(self.desk, {"DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere"}))
-        other.tell("front")
+        """A window that fills the screen, of another companion that knows nothing of this one."""
+        other = self.desk.start([COMPANION, "--settings"], {
+            "DBUS_SESSION_BUS_ADDRESS": "unix:path=/nowhere", "XDG_RUNTIME_DIR": self.desk.env["HOME"],
+            "WAYLAND_DISPLAY": f"{self.desk.env['XDG_RUNTIME_DIR']}/{self.desk.env['WAYLAND_DISPLAY']}"})
         self.wait_for(lambda: self.desk.windows(other.pid), "the other window")
 
     def panel(self):
@@ -67,7 +67,7 @@ class OnWayland(DesktopTest):
 
     def open_panel(self, output=0):
         self.item()
-        self.desk.click_item(output)
+        self.desk.click(*self.desk.item_place(output))
         panel = self.wait_for_panel()
         self.let_focus_settle()
         return panel
@@ -112,7 +112,7 @@ class Stories:
         self.start()
         for _ in range(2):
             self.open_panel()
-            self.desk.click_item()
+            self.desk.click(*self.desk.item_place())
             self.wait_for_no_panel("a second click")
             self.assertRaises(desktop.Failure, self.desk.wait_for, self.panel, "the panel", within=0.5)
 
@@ -129,7 +129,7 @@ class Stories:
 
         def is_closed_by_a_click_below():
             # A guest hears nothing of a press in the moment in which the pointer comes in.
-            self.desk.input.move(panel["x"] + 40, panel["y"] + panel["height"] - 4)
+            self.desk.move_pointer(panel["x"] + 40, panel["y"] + panel["height"] - 4)
             self.desk.click(panel["x"] + 20, panel["y"] + panel["height"] - 2)
             return not self.panel()
 
@@ -148,7 +148,7 @@ class Natively(Stories, OnWayland):
         skip_without_qts_wayland()
 
     def test_panel_is_drawn_sharp_on_a_scaled_screen_and_stays_inside_it(self):
-        self.start_desktop(outputs=((640, 400),), scale=2)
+        self.start_desktop(scale=2)
         self.start_companion(env={"WAYLAND_DEBUG": "1"})
         self.check_inside(self.open_panel(), 0, 0, 640, 400)
         self.assertIn(".set_buffer_scale(2)", self.desk.output(self.companion))
@@ -162,16 +162,16 @@ class Natively(Stories, OnWayland):
         def stays_until_the_pointer_comes():
             panel = self.panel() or self.open_panel()
             began = time.monotonic()
-            self.desk.input.move(*BESIDE_THE_PANEL)
+            self.desk.move_pointer(*BESIDE_THE_PANEL)
             self.wait_for(lambda: not self.panel_has_focus(), "the focus to follow the pointer")
-            self.desk.input.move(panel["x"] + 20, panel["y"] + 20)
+            self.desk.move_pointer(panel["x"] + 20, panel["y"] + 20)
             self.wait_for(lambda: self.panel_has_focus() or not self.panel(), "the panel with the focus, or its end")
             self.assertTrue(self.panel() or time.monotonic() - began > FOCUS_MAY_STRAY_SECONDS)
             return self.panel()
 
         self.wait_for(stays_until_the_pointer_comes, "the pointer to come in time")
         self.let_focus_settle()
-        self.desk.input.move(*BESIDE_THE_PANEL)
+        self.desk.move_pointer(*BESIDE_THE_PANEL)
         self.wait_for_no_panel("the pointer has left it")
 
     def test_click_into_another_window_closes_the_panel(self):
@@ -232,7 +232,22 @@ class Choice(OnWayland):
     def setUpClass(cls):
         skip_without_qts_wayland()
 
-    def check_choice(self, *plugins, words=(), xwayland=True, **env):
+    CASES = (
+        ("native where both are offered", [NATIVE], {}),
+        ("native on GNOME", [NATIVE], {"env": {"XDG_CURRENT_DESKTOP": "GNOME"}}),
+        ("native without an X server", [NATIVE], {"xwayland": False}),
+        ("guest where the compositor cannot be reached", [NATIVE, GUEST], {"env": {"WAYLAND_DISPLAY": "nowhere"}}),
+        ("what the environment says", [GUEST], {"env": {"QT_QPA_PLATFORM": "xcb"}}),
+        ("what the command line says", [GUEST], {"words": ["-platform", "xcb"]}),
+    )
+
+    def test_choice_is_made_by_what_can_be_reached_and_by_the_user(self):
+        for what, plugins, options in self.CASES:
+            with self.subTest(what):
+                self.check_choice(plugins, **options)
+                self.desk.stop(self.companion)  # one companion for each name of a compositor
+
+    def check_choice(self, plugins, words=(), env=None, xwayland=True):
         self.start_desktop(xwayland=xwayland)
         self.start_companion(*words, env=env)
         self.item()
@@ -241,21 +256,3 @@ class Choice(OnWayland):
         self.assertEqual(len(loaded), len(plugins), loaded)
         for plugin in plugins:
             self.assertTrue(any(map(plugin.fullmatch, loaded)), loaded)
-
-    def test_native_where_both_are_offered(self):
-        self.check_choice(NATIVE)
-
-    def test_native_on_gnome(self):
-        self.check_choice(NATIVE, XDG_CURRENT_DESKTOP="GNOME")
-
-    def test_native_without_an_x_server(self):
-        self.check_choice(NATIVE, xwayland=False)
-
-    def test_guest_where_the_compositor_cannot_be_reached(self):
-        self.check_choice(NATIVE, GUEST, WAYLAND_DISPLAY="nowhere")
-
-    def test_what_the_user_has_chosen_in_the_environment(self):
-        self.check_choice(GUEST, QT_QPA_PLATFORM="xcb")
-
-    def test_what_the_user_has_chosen_on_the_command_line(self):
-        self.check_choice(GUEST, words=["-platform", "xcb"])

@@ -1,10 +1,12 @@
-"""A Wayland desktop without a screen: sway with an X server for guests, a bar with a tray, a pointer and a keyboard.
+"""A Wayland desktop without a screen: sway in windows of the X server, with an X server of its own for guests.
 
     with wayland.WaylandDesktop() as desk:
         desk.start_waybar()
         companion = desk.start(["build/vorna-companion"])
         desk.wait_for(desk.status_notifier_items, "the item in the tray")
-        desk.click_item()
+        desk.click(*desk.item_place())
+
+Pointer, keyboard and pictures are those of the outer X server; its pixels are the compositor's.
 """
 
 import json
@@ -13,7 +15,7 @@ import subprocess
 import unittest
 
 import desktop
-from wayland_input import WaylandInput
+from Xlib import X
 
 BAR_HEIGHT = 28
 BACKGROUND = (0x40, 0x60, 0x80)
@@ -22,7 +24,6 @@ CONFIGURATION = """
 xwayland {xwayland}
 output * bg #406080 solid_color
 {outputs}
-{rules}
 exec sh -c 'echo "$WAYLAND_DISPLAY $DISPLAY" > displays.part; mv displays.part displays'
 """
 BAR = {"layer": "top", "position": "top", "height": BAR_HEIGHT, "modules-right": ["tray"],
@@ -39,42 +40,48 @@ def skip_unless_possible():
 
 
 class WaylandDesktop(desktop.Desktop):
-    """`outputs` are the widths and heights of the screens, side by side from the left, in points."""
+    """`outputs` are the widths and heights of the screens in pixels, side by side from the left."""
 
-    def __init__(self, outputs=((1280, 800),), scale=1, xwayland=True, rules=""):
-        super().__init__(size=(sum(width for width, _ in outputs), max(height for _, height in outputs)), display=False)
-        self.outputs = outputs
+    def __init__(self, outputs=((1280, 800),), scale=1, xwayland=True):
+        super().__init__(size=(sum(width for width, _ in outputs), max(height for _, height in outputs)))
+        self._outputs = outputs
+        self._lefts = [sum(width for width, _ in outputs[:index]) for index in range(len(outputs))]
         self._scale = scale
         self._xwayland = xwayland
-        self._rules = rules
 
     def begin(self):
         super().begin()
         self._start_sway()
-
-    def __exit__(self, *details):
-        if hasattr(self, "input"):
-            self.input.close()
-        super().__exit__(*details)
+        self._place_outputs()
 
     def _start_sway(self):
-        lefts = [sum(width for width, _ in self.outputs[:index]) for index in range(len(self.outputs))]
-        outputs = "\n".join(
-            f"output HEADLESS-{number} resolution {width * self._scale}x{height * self._scale} position {left},0 "
-            f"scale {self._scale}" for number, (left, (width, height)) in enumerate(zip(lefts, self.outputs), 1))
+        outputs = [f"output X11-{number} resolution {width}x{height} position {left},0 scale {self._scale}"
+                   for number, (left, (width, height)) in enumerate(zip(self._lefts, self._outputs), 1)]
         settings = self.root / "sway.conf"
-        settings.write_text(CONFIGURATION.format(xwayland="enable" if self._xwayland else "disable", outputs=outputs,
-                                                 rules=self._rules))
+        settings.write_text(CONFIGURATION.format(xwayland="enable" if self._xwayland else "disable",
+                                                 outputs="\n".join(outputs)))
         self.sway = self.start([*UNPRIVILEGED, "sway", "-c", settings],
-                               env={"WLR_BACKENDS": "headless", "WLR_LIBINPUT_NO_DEVICES": "1",
-                                    "WLR_RENDERER": "pixman", "WLR_HEADLESS_OUTPUTS": str(len(self.outputs))})
+                               env={"WLR_BACKENDS": "x11", "WLR_RENDERER": "pixman",
+                                    "WLR_X11_OUTPUTS": str(len(self._outputs))})
         self.wait_for((self.root / "displays").exists, "the compositor")
-        self.env["WAYLAND_DISPLAY"], *guests = (self.root / "displays").read_text().split()
-        if guests:
-            (self.env["DISPLAY"],) = guests
+        self.x.sync()  # from here on DISPLAY is the guests'
+        for variable in ("DISPLAY", "QT_QPA_PLATFORM"):
+            del self.env[variable]
+        self.env.update(zip(("WAYLAND_DISPLAY", "DISPLAY"), (self.root / "displays").read_text().split()))
         self.env["XDG_SESSION_TYPE"] = "wayland"
         self.env["SWAYSOCK"] = str(next((self.root / "run").glob("sway-ipc.*")))
-        self.input = WaylandInput(self.root / "run" / self.env["WAYLAND_DISPLAY"], self.size)
+
+    def _place_outputs(self):
+        """Puts each output where it is in the layout. The X server counts from the upper left, as the layout does."""
+        def windows():
+            shown = [window for window in self.x.screen().root.query_tree().children
+                     if window.get_attributes().map_state == X.IsViewable]
+            sizes = {(size.width, size.height): window for window in shown for size in [window.get_geometry()]}
+            return [sizes[size] for size in self._outputs] if set(self._outputs) <= set(sizes) else None
+
+        for window, left in zip(self.wait_for(windows, "the outputs"), self._lefts):
+            window.configure(x=left, y=0)
+        self.x.sync()
 
     def start_waybar(self):
         """A bar with a tray along the upper edge of each screen."""
@@ -97,28 +104,9 @@ class WaylandDesktop(desktop.Desktop):
                 found[node["name"]] = {**node["rect"], "focused": node["focused"]}
         return found
 
-    def click(self, x, y, button=1):
-        self.input.click(x, y, button)
-
-    def press(self, *keys):
-        self.input.press(*keys)
-
     def item_place(self, output=0):
-        """Where the only item in the tray of one screen's bar is, once it is drawn."""
-        x, y = sum(width for width, _ in self.outputs[:output + 1]) - ITEM_FROM_THE_RIGHT, BAR_HEIGHT // 2
+        """Where the only item in the tray of one screen's bar is, in pixels, once it is drawn."""
+        x = self._lefts[output] + self._outputs[output][0] - ITEM_FROM_THE_RIGHT * self._scale
+        y = BAR_HEIGHT // 2 * self._scale
         self.wait_for(lambda: len(self.colours(x - 8, y - 8, 16, 16)) > 1, "the item to be drawn in the bar")
         return x, y
-
-    def click_item(self, output=0):
-        self.click(*self.item_place(output))
-
-    def colours(self, x, y, width=1, height=1):
-        """The colours that the screen has in a place."""
-        picture = subprocess.run(["grim", "-s", "1", "-t", "ppm", "-g", f"{x},{y} {width}x{height}", "-"],
-                                 env=self.env, check=True, capture_output=True).stdout
-        pixels = picture[-3 * width * height:]
-        return {tuple(pixels[start:start + 3]) for start in range(0, len(pixels), 3)}
-
-    def screenshot(self, path):
-        self.run("grim", path, timeout=30)
-        return path

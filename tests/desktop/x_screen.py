@@ -122,4 +122,4 @@ class XScreen:
 
     def screenshot(self, path):
         """A picture of the whole screen, as a PNG file."""
-        self.run("import", "-window", "root", path, timeout=30)
+        self.run("import", "-display", self.x.get_display_name(), "-window", "root", path, timeout=30)

@@ -18,7 +18,7 @@ sys.path.insert(0, str(HERE.parent / "desktop"))
 import desktop  # noqa: E402
 import peer  # noqa: E402
 import session_bus  # noqa: E402
-from probe import Program  # noqa: E402
+from program import Program  # noqa: E402
 
 PROGRAM = os.environ.get("VORNA_SOAK", str(HERE.parents[1] / "build/dev/tests/vorna-soak"))
 DAYPARTS = ("Dawn", "Day", "Dusk", "Night", "Auto")

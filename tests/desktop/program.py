@@ -1,10 +1,7 @@
 """Programs of ours that are driven by lines on their standard input and answer on their standard output."""
 
-import os
 import subprocess
 import threading
-
-TRAY_PROBE = os.environ.get("VORNA_TRAY_PROBE", "tray-probe")
 
 
 class Program:
@@ -38,12 +35,8 @@ class Program:
         self.process.stdin.write(command + "\n")
         self._desk.wait_for(lambda: self.lines.count("done " + command) > before, f"an answer to {command!r}")
 
-    def expect(self, line, after=0):
-        """Waits until it has printed a line, later than so many lines."""
-        self._desk.wait_for(lambda: line in self.lines[after:], f"the program to say {line!r}")
-
-    def expect_beginning(self, beginning):
-        """Waits for a line that begins so."""
+    def expect(self, beginning):
+        """Waits until it has printed a line that begins so."""
         self._desk.wait_for(lambda: any(line.startswith(beginning) for line in self.lines), f"a line {beginning!r}…")
 
     def ask(self, question):
@@ -51,30 +44,6 @@ class Program:
         self.tell(question)
         return next(line for line in reversed(self.lines) if line.startswith(question + " ")).split()[1:]
 
-    def check_alive(self):
-        """Fails when it has ended."""
-        assert self.process.poll() is None, f"ended with {self.process.returncode}: {self.complaints()}"
-
     def complaints(self):
         """What it has written to its error stream."""
         return self._desk.output(self.process)
-
-    def end(self, command="quit"):
-        """Ends it the way a user does, and returns its exit status."""
-        self.process.stdin.write(command + "\n")
-        return self.process.wait(timeout=30)
-
-
-class Probe(Program):
-    """The tray probe, with nothing but an item in the tray."""
-
-    def __init__(self, desk, env=None):
-        super().__init__(desk, [TRAY_PROBE], env)
-
-    def anchor(self):
-        """Where the probe believes its item to be."""
-        return tuple(map(int, self.ask("anchor")))
-
-    def compositing(self):
-        """Whether the probe believes that windows are blended."""
-        return self.ask("compositing") == ["on"]
