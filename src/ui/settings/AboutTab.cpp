@@ -1,14 +1,11 @@
-#include "ui/settings/AboutTab.h"
-
 #include "platform/AppInfo.h"
 #include "support/DevelopmentDomain.h"
 #include "ui/VersionLabels.h"
 #include "ui/WebPage.h"
-#include "ui/kit/TextLabel.h"
+#include "ui/settings/Form.h"
+#include "ui/settings/Tabs.h"
 
 #include <QPushButton>
-
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -27,27 +24,22 @@ constexpr Link links[]{
 
 }
 
-AboutTab::AboutTab(OpenPage openPage, const Colours& colours, QWidget* parent)
-    : Form{colours, parent}
-    , m_openPage{std::move(openPage)} {
-    addSection();
-    addValue(u"App"_s).display(AppInfo::name());
-    m_version = &addValue(u"Version"_s);
-    addValue(u"Architecture"_s).display(AppInfo::architecture());
+QWidget* Tabs::about(const OpenUrl& openPage, const Colours& colours) {
+    auto* const form = new Form{colours};
+    form->addSection();
+    form->addValue(u"App"_s, AppInfo::name);
+    form->addValue(u"Version"_s, [] { return VersionLabels::label(); });
+    form->addValue(u"Architecture"_s, AppInfo::architecture);
 
-    addSection(u"Role"_s);
-    addText(u"Native menu bar companion for developer monitoring, notifications, and deep system permissions. "
-            "Orchestration stays in the vorna CLI; agents live in ~/dev/agents."_s);
+    form->addSection(u"Role"_s);
+    form->addText(u"Native menu bar companion for developer monitoring, notifications, and deep system permissions. "
+                  "Orchestration stays in the vorna CLI; agents live in ~/dev/agents."_s);
 
-    addSection(u"Links"_s);
+    form->addSection(u"Links"_s);
     for (const auto& link : links) {
-        connect(&addButton(link.title), &QPushButton::clicked, this,
-                [this, path = link.path] { WebPage::open(DevelopmentDomain::dashboard() + path, m_openPage); });
+        QObject::connect(&form->addButton(link.title), &QPushButton::clicked, form, [openPage, path = link.path] {
+            WebPage::open(DevelopmentDomain::dashboard() + path, openPage);
+        });
     }
+    return form;
 }
-
-void AboutTab::render() {
-    m_version->display(VersionLabels::label());
-}
-
-#include "moc_AboutTab.cpp"

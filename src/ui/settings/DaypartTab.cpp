@@ -1,49 +1,57 @@
-#include "ui/settings/DaypartTab.h"
-
 #include "daypart/DaypartController.h"
 #include "ui/kit/TextLabel.h"
+#include "ui/settings/Form.h"
 #include "ui/settings/SymbolIcon.h"
+#include "ui/settings/Tabs.h"
 
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
-DaypartTab::DaypartTab(DaypartController& daypart, const Colours& colours, QWidget* parent)
-    : Form{colours, parent}
-    , m_daypart{daypart} {
-    addSection(u"Appearance"_s);
-    addPicker();
-    m_following =
-        &addText(u"Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"_s, FormMetrics::caption);
-    m_follow = &addButton(u"Follow clock (auto)"_s);
-    connect(m_follow, &QPushButton::clicked, &m_daypart, &DaypartController::useAuto);
-    observe(m_daypart);
-}
+namespace {
 
-void DaypartTab::addPicker() {
-    const auto& title = addText(u"Daypart"_s);
+using Choices = std::array<QRadioButton*, DaypartInfo::allCases.size()>;
+
+Choices addPicker(Form& form, DaypartController& daypart) {
+    const auto title = u"Daypart"_s;
+    form.addText(title);
+    Choices choices{};
     for (const auto choice : DaypartInfo::allCases) {
         auto* const button = new QRadioButton{DaypartInfo::title(choice)};
         button->setIcon(symbolIcon(DaypartInfo::symbolName(choice)));
-        button->setAccessibleDescription(title.wholeText());
-        addControl(*button);
-        connect(button, &QRadioButton::clicked, &m_daypart, [this, choice] { m_daypart.set(choice); });
-        m_choices.at(static_cast<std::size_t>(choice)) = button;
+        button->setAccessibleDescription(title);
+        form.addControl(*button);
+        QObject::connect(button, &QRadioButton::clicked, &daypart, [&daypart, choice] { daypart.set(choice); });
+        choices.at(static_cast<std::size_t>(choice)) = button;
     }
+    return choices;
 }
 
-void DaypartTab::render() {
-    auto* const chosen = m_choices.at(static_cast<std::size_t>(m_daypart.daypart.value()));
-    chosen->setChecked(true);
-    for (auto* const choice : m_choices) {
-        choice->setFocusPolicy(choice == chosen ? Qt::StrongFocus : Qt::ClickFocus);
-    }
-    if (m_follow->hasFocus() && !m_daypart.isManual) {
-        chosen->setFocus();
-    }
-    m_following->setVisible(!m_daypart.isManual);
-    m_follow->setVisible(m_daypart.isManual);
 }
 
-#include "moc_DaypartTab.cpp"
+QWidget* Tabs::daypart(DaypartController& daypart, const Colours& colours) {
+    auto* const form = new Form{colours};
+    form->addSection(u"Appearance"_s);
+    const auto choices = addPicker(*form, daypart);
+    auto* const following = &form->addText(u"Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"_s,
+                                           FormMetrics::caption);
+    auto* const follow = &form->addButton(u"Follow clock (auto)"_s);
+    QObject::connect(follow, &QPushButton::clicked, &daypart, &DaypartController::useAuto);
+    form->whenRendered([=, &daypart] {
+        auto* const chosen = choices.at(static_cast<std::size_t>(daypart.daypart.value()));
+        chosen->setChecked(true);
+        for (auto* const choice : choices) {
+            choice->setFocusPolicy(choice == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+        }
+        if (follow->hasFocus() && !daypart.isManual) {
+            chosen->setFocus();
+        }
+        following->setVisible(!daypart.isManual);
+        follow->setVisible(daypart.isManual);
+    });
+    form->observe(daypart);
+    return form;
+}

@@ -11,9 +11,8 @@
 
 using namespace FormMetrics;
 
-Form::Form(const Colours& colours, QWidget* parent)
-    : View{parent}
-    , m_colours{colours}
+Form::Form(const Colours& colours)
+    : m_colours{colours}
     , m_sections{new QVBoxLayout{this}} {
     fitWidth();
     m_sections->setContentsMargins(pagePadding, pagePadding, pagePadding, pagePadding);
@@ -51,10 +50,10 @@ void Form::addPair(const QString& label, TextLabel& value, QWidget* mark) {
     row->addWidget(&value, mark == nullptr ? 1 : 0);
 }
 
-TextLabel& Form::addValue(const QString& label, const TextStyle& style, QWidget* mark) {
-    auto* const value = new TextLabel{style, m_colours};
-    addPair(label, *value, mark);
-    return *value;
+void Form::addValue(const QString& label, const Text& value, const TextStyle& style, QWidget* mark) {
+    auto* const shown = new TextLabel{style, m_colours};
+    addPair(label, *shown, mark);
+    whenRendered([shown, value] { shown->display(value()); });
 }
 
 TextLabel& Form::addText(const QString& text, const TextStyle& style) {
@@ -63,16 +62,18 @@ TextLabel& Form::addText(const QString& text, const TextStyle& style) {
     return *shown;
 }
 
-void Form::addCopyableValue(const QString& label, const QString& value) {
+TextLabel& Form::copyable(const QString& text) const {
     auto* const shown = new SelectableLabel{monospaced, m_colours};
-    shown->display(value);
-    addPair(label, *shown);
+    shown->display(text);
+    return *shown;
+}
+
+void Form::addCopyableValue(const QString& label, const QString& value) {
+    addPair(label, copyable(value));
 }
 
 void Form::addCopyableText(const QString& text) {
-    auto* const shown = new SelectableLabel{monospaced, m_colours};
-    shown->display(text);
-    m_cards.constLast()->addWidget(shown);
+    m_cards.constLast()->addWidget(&copyable(text));
 }
 
 QPushButton& Form::addButton(const QString& title) {
@@ -84,6 +85,12 @@ QPushButton& Form::addButton(const QString& title) {
 
 void Form::addControl(QWidget& control) {
     m_cards.constLast()->addWidget(&control, 0, Qt::AlignLeading);
+}
+
+void Form::render() {
+    for (const auto& show : m_renderings) {
+        show();
+    }
 }
 
 void Form::fitWidth() {
@@ -112,5 +119,3 @@ void Form::paintEvent(QPaintEvent*) {
         }
     }
 }
-
-#include "moc_Form.cpp"

@@ -9,12 +9,12 @@
 namespace {
 
 constexpr qreal readable = 4.6;
+constexpr qreal nearlyWhite = 0.93;
 constexpr int mixingSteps = 20;
 
 QColor mix(const QColor& one, const QColor& other, qreal share) {
     const auto channel = [share](int from, int to) { return qRound(from + (to - from) * share); };
-    return QColor{channel(one.red(), other.red()), channel(one.green(), other.green()),
-                  channel(one.blue(), other.blue())};
+    return {channel(one.red(), other.red()), channel(one.green(), other.green()), channel(one.blue(), other.blue())};
 }
 
 qreal luminance(const QColor& colour) {
@@ -24,53 +24,45 @@ qreal luminance(const QColor& colour) {
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-QColor fromDesktop(QPalette::ColorRole role) {
-    return QGuiApplication::palette().color(role);
-}
+/// The desktop's colours, and a card's, which is a little apart from the window.
+struct DesktopColours final {
+    const QPalette palette = QGuiApplication::palette();
+    const QColor window = palette.color(QPalette::Window);
+    const QColor ink = palette.color(QPalette::WindowText);
+    const QColor card = luminance(ink) > luminance(window) ? mix(window, Qt::white, 0.06)
+                        : luminance(window) > nearlyWhite  ? mix(window, ink, 0.04)
+                                                           : mix(window, Qt::white, 0.8);
 
-/// A little apart from the window.
-QColor cardColour() {
-    constexpr qreal nearlyWhite = 0.93;
-    const auto window = fromDesktop(QPalette::Window);
-    const auto ink = fromDesktop(QPalette::WindowText);
-    if (luminance(ink) > luminance(window)) {
-        return mix(window, Qt::white, 0.06);
-    }
-    return luminance(window) > nearlyWhite ? mix(window, ink, 0.04) : mix(window, Qt::white, 0.8);
-}
-
-/// The colour itself where it can be read on a card and on the window, else moved towards the text until it can.
-QColor madeReadable(const QColor& colour) {
-    const auto card = cardColour();
-    const auto window = fromDesktop(QPalette::Window);
-    const auto ink = fromDesktop(QPalette::WindowText);
-    for (int step = 0; step < mixingSteps; ++step) {
-        const auto candidate = mix(colour, ink, static_cast<qreal>(step) / mixingSteps);
-        if (std::min(FormColours::contrast(candidate, card), FormColours::contrast(candidate, window)) >= readable) {
-            return candidate;
+    /// The colour itself where it can be read on a card and on the window, else moved towards the text until it can.
+    [[nodiscard]] QColor madeReadable(const QColor& colour) const {
+        for (int step = 0; step < mixingSteps; ++step) {
+            const auto moved = mix(colour, ink, static_cast<qreal>(step) / mixingSteps);
+            if (std::min(FormColours::contrast(moved, card), FormColours::contrast(moved, window)) >= readable) {
+                return moved;
+            }
         }
+        return ink;
     }
-    return ink;
-}
+};
 
 }
 
 QColor FormColours::of(ColourRole role) const {
-    const auto ink = fromDesktop(QPalette::WindowText);
+    const DesktopColours desktop;
     switch (role) {
     case ColourRole::background:
-        return fromDesktop(QPalette::Window);
+        return desktop.window;
     case ColourRole::surface:
     case ColourRole::surfaceElevated:
-        return cardColour();
+        return desktop.card;
     case ColourRole::border:
-        return mix(cardColour(), ink, 0.12);
+        return mix(desktop.card, desktop.ink, 0.12);
     case ColourRole::text:
-        return ink;
+        return desktop.ink;
     case ColourRole::textMuted:
-        return madeReadable(mix(ink, cardColour(), 0.42));
+        return desktop.madeReadable(mix(desktop.ink, desktop.card, 0.42));
     case ColourRole::accent:
-        return madeReadable(fromDesktop(QPalette::Highlight));
+        return desktop.madeReadable(desktop.palette.color(QPalette::Highlight));
     default:
         return m_daypart.of(role);
     }

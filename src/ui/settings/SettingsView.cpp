@@ -1,20 +1,20 @@
 #include "ui/settings/SettingsView.h"
 
 #include "system/PermissionCenter.h"
-#include "ui/settings/AboutTab.h"
-#include "ui/settings/BridgeTab.h"
-#include "ui/settings/DaypartTab.h"
-#include "ui/settings/PermissionsTab.h"
-#include "ui/settings/ScrollPage.h"
 #include "ui/settings/SymbolIcon.h"
 #include "ui/settings/TabListAccessible.h"
 
+#include <QApplication>
 #include <QEvent>
+#include <QGridLayout>
+#include <QPainter>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
+#include <QStyleOptionFocusRect>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -23,7 +23,54 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QSize smallestSize{440, 380};
 constexpr int smallestSymbol = 16;
+
+/// A page, which scrolls when it is higher than its room. What gets the keyboard by a key comes into view. The page
+/// itself takes the keyboard, to be scrolled, only while there is something to scroll.
+class ScrollPage final : public QScrollArea {
+public:
+    ScrollPage(const QString& name, QWidget& content) {
+        setAccessibleName(name);
+        setFrameShape(QFrame::NoFrame);
+        setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(&content);
+        content.setAutoFillBackground(false);
+        viewport()->setAutoFillBackground(false);
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+                [this](int least, int most) { setFocusPolicy(most > least ? Qt::StrongFocus : Qt::NoFocus); });
+        connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
+            // A control under the pointer stays there, or the press would miss it.
+            const bool isPress = QGuiApplication::mouseButtons() != Qt::NoButton;
+            if (focused != nullptr && widget()->isAncestorOf(focused) && !isPress) {
+                ensureWidgetVisible(focused);
+            }
+        });
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        // Layouts within the content's layout remember their heights until it is laid out anew.
+        if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+            widget()->layout()->activate();
+        }
+        return QScrollArea::eventFilter(watched, event);
+    }
+
+    void paintEvent(QPaintEvent*) override {
+        if (!hasFocus()) {
+            return;
+        }
+        QPainter painter{viewport()};
+        QStyleOptionFocusRect frame;
+        frame.initFrom(viewport());
+        frame.state |= QStyle::State_KeyboardFocusChange;
+        frame.backgroundColor = palette().color(QPalette::Window);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+    }
+};
 
 }
 
@@ -34,22 +81,27 @@ SettingsView::SettingsView(StatusModel& status, DaypartController& daypart,
     , m_permissions{std::move(permissions)}
     , m_tabs{new QTabWidget{this}} {
     TabListAccessible::install();
-    auto* const layout = new QVBoxLayout{this};
+    auto* const layout = new QGridLayout{this};
     layout->setContentsMargins({});
-    layout->addWidget(m_tabs);
+    layout->setColumnMinimumWidth(0, smallestSize.width());
+    layout->setRowMinimumHeight(0, smallestSize.height());
+    layout->addWidget(m_tabs, 0, 0);
     m_tabs->setDocumentMode(true);
     m_tabs->setUsesScrollButtons(false);
     m_tabs->tabBar()->setFocusPolicy(Qt::StrongFocus);
     m_tabs->tabBar()->lower(); // assistive programs read children from the lowest on
 
-    addTab(u"Bridge"_s, u"network"_s, *new BridgeTab{status, daypart, m_colours});
-    addTab(u"Permissions"_s, u"lock.shield"_s, *new PermissionsTab{*m_permissions, links.openPane, m_colours});
-    addTab(u"Daypart"_s, u"sun.horizon"_s, *new DaypartTab{daypart, m_colours});
-    addTab(u"About"_s, u"info.circle"_s, *new AboutTab{links.openPage, m_colours});
+    addTab(u"Bridge"_s, u"network"_s, *Tabs::bridge(status, daypart, m_colours));
+    addTab(u"Permissions"_s, u"lock.shield"_s, *Tabs::permissions(*m_permissions, links.openPane, m_colours));
+    addTab(u"Daypart"_s, u"sun.horizon"_s, *Tabs::daypart(daypart, m_colours));
+    addTab(u"About"_s, u"info.circle"_s, *Tabs::about(links.openPage, m_colours));
     // Else the keyboard would go from a control of the old page to the new page itself, which has no name.
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] { m_tabs->tabBar()->setFocus(); });
-    connect(new QShortcut{QKeySequence::NextChild, this}, &QShortcut::activated, this, [this] { stepTab(1); });
-    connect(new QShortcut{QKeySequence::PreviousChild, this}, &QShortcut::activated, this, [this] { stepTab(-1); });
+    const int count = m_tabs->count();
+    for (const auto& [key, step] : {std::pair{QKeySequence::NextChild, 1}, {QKeySequence::PreviousChild, count - 1}}) {
+        connect(new QShortcut{key, this}, &QShortcut::activated, this,
+                [this, step, count] { m_tabs->setCurrentIndex((m_tabs->currentIndex() + step) % count); });
+    }
     m_tabs->tabBar()->setFocus();
     fitSymbols();
 }
@@ -76,10 +128,6 @@ void SettingsView::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange) {
         fitSymbols();
     }
-}
-
-void SettingsView::stepTab(int by) {
-    m_tabs->setCurrentIndex((m_tabs->currentIndex() + by + m_tabs->count()) % m_tabs->count());
 }
 
 #include "moc_SettingsView.cpp"

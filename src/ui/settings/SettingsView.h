@@ -3,25 +3,23 @@
 #include "platform/Desktop.h"
 #include "platform/SystemSettings.h"
 #include "ui/settings/FormColours.h"
+#include "ui/settings/Tabs.h"
 
-#include <QUrl>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 
-class PermissionCenter;
 class QTabWidget;
-class StatusModel;
 
-/// What the settings hand over to the desktop: a page of the dashboard, a pane of the desktop's own settings.
+/// What the settings hand over to the desktop.
 struct SettingsLinks final {
-    std::function<void(const QUrl&)> openPage = Desktop::openUrl;
-    std::function<void(const QUrl&)> openPane = SystemSettings::open;
+    OpenUrl openPage = Desktop::openUrl;
+    OpenUrl openPane = SystemSettings::open;
 };
 
-/// The content of the settings window: four tabs, the first of them chosen. It lives as long as the window is open,
-/// and its permission center with it. The models must outlive it.
+/// The content of the settings window: four tabs, the first of them chosen. It is never smaller than they need, in
+/// whatever font. It lives as long as the window is open, and its permission center with it. The models must outlive
+/// it.
 class SettingsView final : public QWidget {
     Q_OBJECT
 
@@ -35,7 +33,6 @@ protected:
 
 private:
     void addTab(const QString& title, const QString& symbolName, QWidget& page);
-    void stepTab(int by);
 
     /// Lets the symbols grow with the texts beside them.
     void fitSymbols();

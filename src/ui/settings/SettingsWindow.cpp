@@ -2,7 +2,6 @@
 
 #include "system/PermissionCenter.h"
 
-#include <QEvent>
 #include <QScreen>
 #include <QShortcut>
 
@@ -12,7 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize smallestSize{440, 380};
 constexpr QSize usualSize{520, 680};
 // Nobody knows the frame before the window shows. Title bars are 20 to 47 points high.
 constexpr QSize largestFrame{16, 48};
@@ -58,24 +56,10 @@ void SettingsWindow::create() {
     m_view->setWindowIcon(m_icon);
     m_view->setAttribute(Qt::WA_DeleteOnClose);
     m_view->setAttribute(Qt::WA_QuitOnClose, false);
-    limitSize();
-    m_view->installEventFilter(this);
     m_view->resize(firstSize(m_view->screen()->availableSize()));
     for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
         connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);
     }
-}
-
-void SettingsWindow::limitSize() {
-    m_view->setMinimumSize(smallestSize.expandedTo(m_view->minimumSizeHint()));
-}
-
-bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
-    // The type first: other events come even while the view ends, and is no view any more.
-    if (event->type() == QEvent::LayoutRequest && watched == m_view.data()) {
-        limitSize();
-    }
-    return QObject::eventFilter(watched, event);
 }
 
 #include "moc_SettingsWindow.cpp"

@@ -28,14 +28,8 @@ signals:
     /// The window is closed and given back.
     void closed();
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void create();
-
-    /// Leaves the window room for its tabs, in whatever font.
-    void limitSize();
 
     StatusModel& m_status;
     DaypartController& m_daypart;
