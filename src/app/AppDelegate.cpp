@@ -2,21 +2,9 @@
 
 #include "system/NotificationService.h"
 
-#include <utility>
-
-AppDelegate::AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory,
-                         std::function<DaypartController&()> daypart)
-    : m_notifications{notifications}
-    , m_becomeAccessory{std::move(becomeAccessory)}
-    , m_daypart{std::move(daypart)} {}
-
-void AppDelegate::applicationDidFinishLaunching() {
+QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
+    const auto daypart = m_daypart; // this may be gone when the answer comes
     m_becomeAccessory();
-    requestNotifications(m_notifications, m_daypart);
-}
-
-QCoro::Task<> AppDelegate::requestNotifications(NotificationService& notifications,
-                                                std::function<DaypartController&()> daypart) {
-    co_await notifications.requestAuthorization();
+    co_await m_notifications.requestAuthorization();
     (void)daypart();
 }

@@ -3,6 +3,7 @@
 #include <QCoro/QCoroTask>
 
 #include <functional>
+#include <utility>
 
 class DaypartController;
 class NotificationService;
@@ -11,16 +12,16 @@ class NotificationService;
 class AppDelegate final {
 public:
     AppDelegate(NotificationService& notifications, std::function<void()> becomeAccessory,
-                std::function<DaypartController&()> daypart);
+                std::function<DaypartController&()> daypart)
+        : m_notifications{notifications}
+        , m_becomeAccessory{std::move(becomeAccessory)}
+        , m_daypart{std::move(daypart)} {}
 
     /// Becomes an accessory of the desktop, then asks for notifications. Nothing waits for the answer; whatever it is,
     /// the daypart controller is there from then on.
-    void applicationDidFinishLaunching();
+    QCoro::Task<> applicationDidFinishLaunching();
 
 private:
-    static QCoro::Task<> requestNotifications(NotificationService& notifications,
-                                              std::function<DaypartController&()> daypart);
-
     NotificationService& m_notifications;
     std::function<void()> m_becomeAccessory;
     std::function<DaypartController&()> m_daypart;

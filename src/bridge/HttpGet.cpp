@@ -16,7 +16,7 @@ constexpr auto readBufferBytes = qint64{256} * 1024;
 
 HttpGet::Answer HttpGet::send(const QUrl& url, std::chrono::milliseconds idleLimit, Body body,
                               std::chrono::milliseconds totalLimit) {
-    if (!url.isValid() || url.scheme() != "http"_L1 || url.host().isEmpty()) {
+    if (url.scheme() != "http"_L1 || url.host().isEmpty()) {
         Answer refused;
         refused.deliver(std::unexpected{BridgeError::of(Kind::badUrl)});
         return refused;
@@ -50,7 +50,6 @@ HttpGet::~HttpGet() {
 
 void HttpGet::sendRequest() {
     m_connected = true;
-    m_idle.start();
     const QByteArray target = m_url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment);
     const QByteArray host = m_url.authority(QUrl::FullyEncoded).section(u'@', -1).toLatin1();
     m_socket.write("GET " + target + " HTTP/1.1\r\nHost: " + host + "\r\nConnection: close\r\n\r\n");
@@ -58,7 +57,7 @@ void HttpGet::sendRequest() {
 
 void HttpGet::readAnswer() {
     m_idle.start();
-    while (!m_answer.await_ready() && m_socket.bytesAvailable() > 0) {
+    while (m_socket.bytesAvailable() > 0) {
         if (const auto outcome = m_parser.take(m_socket.read(readBufferBytes))) {
             end(*outcome);
         }

@@ -17,7 +17,7 @@ QUrl appending(const QUrl& base, QLatin1StringView path) {
     QUrl url = base;
     const QString root = base.path(QUrl::FullyEncoded);
     url.setPath((root.endsWith(u'/') ? root : root + u'/') + path, QUrl::StrictMode);
-    return url;
+    return base.isValid() ? url : QUrl{}; // a new path makes an address valid again
 }
 
 }
