@@ -1,26 +1,21 @@
 #include "platform/linux/X11.h"
 
 #include <QGuiApplication>
+#include <QScopedPointer>
 
 #include <cstdlib>
-#include <memory>
 
 namespace {
 
-struct Freed {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
 template <typename T>
-using Reply = std::unique_ptr<T, Freed>;
+using Reply = QScopedPointer<T, QScopedPointerPodDeleter>;
 
 int screenNumber() {
     int number = 0;
-    char* host = nullptr;
     int display = 0;
-    if (xcb_parse_display(nullptr, &host, &display, &number) != 0) {
-        std::free(host);
-    }
+    char* host = nullptr;
+    xcb_parse_display(nullptr, &host, &display, &number);
+    std::free(host);
     return number;
 }
 
@@ -33,13 +28,12 @@ xcb_connection_t* X11::connection() {
 }
 
 xcb_atom_t X11::atom(const QByteArray& name) {
-    xcb_connection_t* const x = connection();
-    if (x == nullptr) {
-        return XCB_ATOM_NONE;
+    if (xcb_connection_t* const x = connection()) {
+        const auto request = xcb_intern_atom(x, 0, static_cast<uint16_t>(name.size()), name.constData());
+        const Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(x, request, nullptr)};
+        return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     }
-    const auto request = xcb_intern_atom(x, 0, static_cast<uint16_t>(name.size()), name.constData());
-    const Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(x, request, nullptr)};
-    return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
+    return XCB_ATOM_NONE;
 }
 
 xcb_atom_t X11::screenSelection(const QByteArray& prefix) {
@@ -47,13 +41,12 @@ xcb_atom_t X11::screenSelection(const QByteArray& prefix) {
 }
 
 xcb_window_t X11::ownerOfScreenSelection(const QByteArray& prefix) {
-    xcb_connection_t* const x = connection();
-    if (x == nullptr) {
-        return XCB_WINDOW_NONE;
+    if (xcb_connection_t* const x = connection()) {
+        const auto request = xcb_get_selection_owner(x, screenSelection(prefix));
+        const Reply<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(x, request, nullptr)};
+        return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     }
-    const auto request = xcb_get_selection_owner(x, screenSelection(prefix));
-    const Reply<xcb_get_selection_owner_reply_t> reply{xcb_get_selection_owner_reply(x, request, nullptr)};
-    return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+    return XCB_WINDOW_NONE;
 }
 
 bool X11::watchForDestruction(xcb_window_t window) {
@@ -64,5 +57,5 @@ bool X11::watchForDestruction(xcb_window_t window) {
     const uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     const auto request = xcb_change_window_attributes_checked(x, window, XCB_CW_EVENT_MASK, &events);
     const Reply<xcb_generic_error_t> error{xcb_request_check(x, request)};
-    return error == nullptr;
+    return error.isNull();
 }

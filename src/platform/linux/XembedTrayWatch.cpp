@@ -25,25 +25,13 @@ XembedTrayWatch::XembedTrayWatch(QObject* parent)
 XembedTrayWatch::~XembedTrayWatch() = default;
 
 bool XembedTrayWatch::nativeEventFilter(const QByteArray& type, void* message, qintptr*) {
-    if (type != "xcb_generic_event_t") {
-        return false;
-    }
-    const auto* event = static_cast<const xcb_generic_event_t*>(message);
-    switch (event->response_type & eventCode) {
-    case XCB_CLIENT_MESSAGE:
-        if (const auto* news = reinterpret_cast<const xcb_client_message_event_t*>(event);
-            news->type == m_manager && news->data.data32[1] == m_selection) {
-            QMetaObject::invokeMethod(this, &XembedTrayWatch::lookAgain, Qt::QueuedConnection);
-        }
-        break;
-    case XCB_DESTROY_NOTIFY:
-        if (const auto* news = reinterpret_cast<const xcb_destroy_notify_event_t*>(event);
-            m_tray != XCB_WINDOW_NONE && news->window == m_tray) {
-            QMetaObject::invokeMethod(this, &XembedTrayWatch::lookAgain, Qt::QueuedConnection);
-        }
-        break;
-    default:
-        break;
+    const auto* const event = static_cast<const xcb_generic_event_t*>(message);
+    const int code = type == "xcb_generic_event_t" ? event->response_type & eventCode : 0;
+    const auto* const announced = reinterpret_cast<const xcb_client_message_event_t*>(event);
+    const auto* const gone = reinterpret_cast<const xcb_destroy_notify_event_t*>(event);
+    if ((code == XCB_CLIENT_MESSAGE && announced->type == m_manager && announced->data.data32[1] == m_selection) ||
+        (code == XCB_DESTROY_NOTIFY && gone->window == m_tray)) {
+        QMetaObject::invokeMethod(this, &XembedTrayWatch::lookAgain, Qt::QueuedConnection);
     }
     return false;
 }
