@@ -20,20 +20,10 @@ def serving(server):
         server.server_close()
 
 
-class _ThreadingServer(socketserver.ThreadingTCPServer):
-    daemon_threads = True
-    allow_reuse_address = True
-
-
 def caddy_admin(config):
     """Answers /config/ with a configuration, and everything else with 404."""
     body = config if isinstance(config, bytes) else json.dumps(config).encode()
-
-    def answer(handler):
-        found = handler.path == "/config/"
-        return (200, body) if found else (404, b"")
-
-    return _http_server(answer)
+    return _http_server(lambda handler: (200, body) if handler.path == "/config/" else (404, b""))
 
 
 def sites(status_by_host):
@@ -53,32 +43,22 @@ def _http_server(answer):
         def log_message(self, *arguments):
             pass
 
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-    server.daemon_threads = True
-    return server
+    return http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
 
 
 def answering(reply):
-    """Reads something, then sends a fixed reply and closes."""
-
-    class Handler(socketserver.BaseRequestHandler):
-        def handle(self):
-            self.request.recv(1024)
-            self.request.sendall(reply)
-
-    return _ThreadingServer(("127.0.0.1", 0), Handler)
-
-
-def stalling():
-    """Takes connections and never says a word, until the peer goes away."""
+    """Reads something, then sends a fixed reply and closes; without one, it is silent until the peer goes away."""
 
     class Handler(socketserver.BaseRequestHandler):
         def handle(self):
             with contextlib.suppress(OSError):
-                while self.request.recv(1024):
+                while self.request.recv(1024) and reply is None:
                     pass
+                self.request.sendall(reply or b"")
 
-    return _ThreadingServer(("127.0.0.1", 0), Handler)
+    server = socketserver.ThreadingTCPServer(("127.0.0.1", 0), Handler)
+    server.daemon_threads = True
+    return server
 
 
 def routes_to(port, hosts, **server_members):

@@ -5,6 +5,7 @@ import os
 import pathlib
 import subprocess
 import sys
+import unittest
 import urllib.request
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -46,3 +47,10 @@ class StandInBridge:
             self.process.terminate()
         rest, _ = self.process.communicate(timeout=10)
         return self.process.returncode, rest
+
+
+class StandInBridgeTest(unittest.TestCase):
+    def start(self, **options):
+        bridge = StandInBridge(**options)
+        self.addCleanup(bridge.stop)
+        return bridge

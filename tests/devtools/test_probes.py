@@ -23,80 +23,58 @@ def to_hosts(*hosts):
 
 
 class FindSites(unittest.TestCase):
-    def assert_sites(self, document, *expected):
+    def check(self, document, *expected):
         self.assertEqual(find_sites(document), list(expected))
 
     def test_finds_nothing_where_there_is_no_server_or_no_host(self):
         for document in (None, {}, [], {"apps": None}, {"apps": {"tls": {}}}, {"apps": {"http": {}}}, config({})):
-            self.assert_sites(document)
-        self.assert_sites(config({"listen": [":80"], "routes": [{"handle": [{"handler": "file_server"}]}]}))
-        self.assert_sites(config({"listen": [":80"], "routes": to_hosts("*.test", "{env.HOST}")}))
+            self.check(document)
+        self.check(config({"listen": [":80"], "routes": [{"handle": [{"handler": "file_server"}]}]}))
+        self.check(config({"listen": [":80"], "routes": to_hosts("*.test", "{env.HOST}")}))
 
-    def test_follows_nested_routes_and_keeps_the_order(self):
-        nested = {"handle": [{"handler": "subroute", "routes": to_hosts("b.test")}], "match": [{"host": ["a.test"]}]}
-        self.assert_sites(
-            config({"listen": [":80"], "routes": [nested]}),
-            Site("a.test", ("127.0.0.1", 80), False),
-            Site("b.test", ("127.0.0.1", 80), False),
-        )
-
-    def test_names_a_host_once(self):
-        document = config({"listen": [":80"], "routes": to_hosts("a.test", "a.test")})
+    def test_follows_nested_routes_keeps_the_order_and_names_a_host_once(self):
+        nested = {"handle": [{"handler": "subroute", "routes": to_hosts("b.test", "a.test")}], **to_hosts("a.test")[0]}
+        document = config({"listen": [":80"], "routes": [nested]})
         document["apps"]["http"]["servers"]["srv1"] = {"listen": [":81"], "routes": to_hosts("a.test")}
-        self.assert_sites(document, Site("a.test", ("127.0.0.1", 80), False))
+        self.check(document, *(Site(host, ("127.0.0.1", 80), False) for host in ("a.test", "b.test")))
 
     def test_reads_the_listener(self):
-        cases = {
-            ":8080": ("127.0.0.1", 8080),
-            "0.0.0.0:8080": ("127.0.0.1", 8080),
-            "[::]:8080": ("127.0.0.1", 8080),
-            "[::1]:8080": ("::1", 8080),
-            "tcp/127.0.0.1:8080": ("127.0.0.1", 8080),
-            "tcp4/:8080-8090": ("127.0.0.1", 8080),
-            "udp/:8080": None,
-            "unix//run/caddy.sock": None,
-        }
-        for listen, address in cases.items():
+        for listen, address in {
+            ":8080": ("127.0.0.1", 8080), "0.0.0.0:8080": ("127.0.0.1", 8080), "[::]:8080": ("127.0.0.1", 8080),
+            "[::1]:8080": ("::1", 8080), "tcp/127.0.0.1:8080": ("127.0.0.1", 8080),
+            "tcp4/:8080-8090": ("127.0.0.1", 8080), "udp/:8080": None, "unix//run/caddy.sock": None,
+        }.items():
             with self.subTest(listen):
                 server = {"listen": [listen], "routes": to_hosts("a.test"), "automatic_https": {"disable": True}}
-                self.assert_sites(config(server), Site("a.test", address, False))
+                self.check(config(server), Site("a.test", address, False))
 
     def test_tells_where_tls_is_spoken(self):
-        cases = {
-            "standard port": ({"listen": [":443"]}, {}, True),
-            "other port": ({"listen": [":8443"]}, {}, True),
-            "http port": ({"listen": [":80"]}, {}, False),
-            "http port of the configuration": ({"listen": [":8080"]}, {"http_port": 8080}, False),
-            "switched off": ({"listen": [":8443"], "automatic_https": {"disable": True}}, {}, False),
-            "every host skipped": ({"listen": [":8443"], "automatic_https": {"skip": ["a.test"]}}, {}, False),
-            "policies given": ({"listen": [":80"], "tls_connection_policies": [{}]}, {}, True),
-        }
-        for name, (server, http_members, tls) in cases.items():
+        for name, server, http_members, tls in (
+            ("standard port", {"listen": [":443"]}, {}, True),
+            ("other port", {"listen": [":8443"]}, {}, True),
+            ("http port", {"listen": [":80"]}, {}, False),
+            ("http port of the configuration", {"listen": [":8080"]}, {"http_port": 8080}, False),
+            ("switched off", {"listen": [":8443"], "automatic_https": {"disable": True}}, {}, False),
+            ("every host skipped", {"listen": [":8443"], "automatic_https": {"skip": ["a.test"]}}, {}, False),
+            ("policies given", {"listen": [":80"], "tls_connection_policies": [{}]}, {}, True),
+        ):
             with self.subTest(name):
                 document = config({**server, "routes": to_hosts("a.test")}, **http_members)
                 self.assertEqual([site.tls for site in find_sites(document)], [tls])
 
 
 class Listeners(unittest.TestCase):
-    def test_names_only_the_ports_that_listen(self):
-        with socket.create_server(("127.0.0.1", 0)) as here:
-            port = here.getsockname()[1]
-            probes = asyncio.run(probe_listeners((("here.port", port), ("gone.port", 1))))
-        self.assertEqual([(p.name, p.ok, p.detail) for p in probes], [("here.port", True, f"port {port} listens")])
-
-    def test_are_found_on_the_other_loopback_address_too(self):
-        try:
-            here = socket.create_server(("::1", 0), family=socket.AF_INET6)
-        except OSError:
-            self.skipTest("this machine has no IPv6 loopback")
-        with here:
-            probes = asyncio.run(probe_listeners((("here.port", here.getsockname()[1]),)))
-        self.assertEqual(len(probes), 1)
+    def test_names_only_the_ports_that_listen_on_either_loopback_address(self):
+        for address, family in (("127.0.0.1", socket.AF_INET), ("::1", socket.AF_INET6)):
+            try:
+                here = socket.create_server((address, 0), family=family)
+            except OSError:
+                continue  # this machine has no IPv6 loopback
+            with self.subTest(address), here:
+                port = here.getsockname()[1]
+                probes = asyncio.run(probe_listeners((("here.port", port), ("gone.port", 1))))
+                self.assertEqual([(p.name, p.ok, p.detail) for p in probes], [("here.port", True, f"port {port} listens")])
 
     def test_have_names_and_ports_of_their_own(self):
         self.assertEqual(len({name for name, _ in KNOWN_PORTS}), len(KNOWN_PORTS))
         self.assertEqual(len({port for _, port in KNOWN_PORTS}), len(KNOWN_PORTS))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,9 +1,8 @@
 """The stand-in bridge against a real Caddy and a real PostgreSQL, where they are installed."""
 
 import sys
-import unittest
 
-from stand_in import ROOT, StandInBridge
+from stand_in import ROOT, StandInBridgeTest
 
 sys.path.insert(0, str(ROOT / "tests" / "desktop"))
 
@@ -27,19 +26,9 @@ def setUpModule():
     services.skip_unless_installed()
 
 
-class RealServices(unittest.TestCase):
-    def enter(self, context):
-        context.__enter__()
-        self.addCleanup(context.__exit__, None, None, None)
-        return context
-
-    def start(self, **options):
-        bridge = StandInBridge(**options)
-        self.addCleanup(bridge.stop)
-        return bridge
-
+class RealServices(StandInBridgeTest):
     def test_caddy_is_seen_with_its_sites_and_seen_to_be_gone(self):
-        caddy = self.enter(services.Caddy(SITES.replace("SECRET_PORT", str(services.free_port()))))
+        caddy = self.enterContext(services.Caddy(SITES.replace("SECRET_PORT", str(services.free_port()))))
         bridge = self.start(caddy_process=caddy.process_name, caddy_admin=caddy.admin)
         _, document = bridge.get("/monitor/desktop?probe_sites=true")
         seen = {probe["name"]: (probe["ok"], probe["detail"]) for probe in document["services"]}
@@ -57,7 +46,7 @@ class RealServices(unittest.TestCase):
         self.assertFalse([name for name in probes if name.startswith("site.")])
 
     def test_postgres_is_seen_without_a_trace_in_its_log_and_seen_to_be_gone(self):
-        postgres = self.enter(services.Postgres())
+        postgres = self.enterContext(services.Postgres())
         before = postgres.log()
         bridge = self.start(postgres_port=postgres.port)
         probe = bridge.probes()["postgres"]
@@ -69,10 +58,6 @@ class RealServices(unittest.TestCase):
         self.assertEqual((probe["ok"], probe["detail"]), (False, "connection refused"))
 
     def test_postgres_port_is_taken_from_the_environment(self):
-        postgres = self.enter(services.Postgres())
+        postgres = self.enterContext(services.Postgres())
         bridge = self.start(postgres_port=None, environment={"PGPORT": str(postgres.port)})
         self.assertTrue(bridge.probes()["postgres"]["ok"])
-
-
-if __name__ == "__main__":
-    unittest.main()

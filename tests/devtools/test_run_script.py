@@ -8,9 +8,9 @@ import socket
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 
+import psutil
 from stand_in import ROOT
 
 ON_A_MAC = sys.platform == "darwin"
@@ -36,9 +36,7 @@ def setUpModule():
 
 class RunScript(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = pathlib.Path(folder.name)
+        self.root = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
         (self.root / COMPANION).parent.mkdir(parents=True)
         if (python := ROOT / "build" / "python").exists():
             (self.root / "build" / "python").symlink_to(python)
@@ -58,16 +56,9 @@ class RunScript(unittest.TestCase):
         env = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
         if display:
             env["DISPLAY"] = ":0"
-        process = subprocess.Popen(
-            [self.root / "script" / "run", *arguments],
-            env=env,
-            cwd="/",
-            stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.STDOUT,
-            text=True,
-            start_new_session=True,
-        )
+        process = subprocess.Popen([self.root / "script" / "run", *arguments], env=env, cwd="/", text=True,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                                   start_new_session=True)
         self.addCleanup(process.stdout.close)
         return process
 
@@ -103,24 +94,10 @@ class RunScript(unittest.TestCase):
                 self.place(COMPANION, "#!/bin/bash\necho $$\nexec sleep 60\n")
                 process = self.start()
                 self.assertEqual(process.stdout.readline().strip(), STARTS_BRIDGE)
-                companion = int(process.stdout.readline())
+                companion = psutil.Process(int(process.stdout.readline()))
                 self.assertTrue(bridge_answers())
                 (os.killpg if whole_group else os.kill)(process.pid, sign)
                 self.assertEqual(process.wait(timeout=10), 128 + sign)
                 self.assertFalse(bridge_answers())
-                self.assertFalse(self.runs(companion))
-
-    @staticmethod
-    def runs(pid):
-        end = time.monotonic() + 2
-        while time.monotonic() < end:
-            try:
-                os.kill(pid, 0)
-            except ProcessLookupError:
-                return False
-            time.sleep(0.01)
-        return True
-
-
-if __name__ == "__main__":
-    unittest.main()
+                psutil.wait_procs([companion], timeout=2)
+                self.assertFalse(companion.is_running())

@@ -8,7 +8,6 @@ import argparse
 import collections
 import os
 import pathlib
-import re
 import sys
 import time
 
@@ -17,56 +16,36 @@ sys.path.insert(0, str(HERE.parent / "desktop"))
 
 import desktop  # noqa: E402
 import peer  # noqa: E402
+import psutil  # noqa: E402
 import session_bus  # noqa: E402
+from companion import PANEL_WIDTH, StandIn  # noqa: E402
 from program import Program  # noqa: E402
 
 PROGRAM = os.environ.get("VORNA_SOAK", str(HERE.parents[1] / "build/dev/tests/vorna-soak"))
 DAYPARTS = ("Dawn", "Day", "Dusk", "Night", "Auto")
 ACTIONS = ("Desk backup now", "Sync via iCloud", "Refresh")
-DAYPART_EACH = 3
-ACTION_EACH = 7
-SETTINGS_EACH = 10
-REST_EACH = 40
+DAYPART_EACH, ACTION_EACH, SETTINGS_EACH, REST_EACH = 3, 7, 10, 40
 # Longer than a closed panel is kept.
 REST_SECONDS = 2.5
 SETTINGS_TABS = 4
-LEFT, MIDDLE, RIGHT, DOWN = 200, 640, 1080, 600
-PATIENCE = 0.5
+CLICK_SECONDS = 0.5
 # A little longer than Qt waits before it believes that the focus has gone, and than two clicks count as one.
-FOCUS_SECONDS = 0.15
-SAME_CLICK_SECONDS = 0.26
+FOCUS_SECONDS, SAME_CLICK_SECONDS = 0.15, 0.26
 HEADER = (20, 10, 300, 40)
-SAMPLES = 40
-MOST_SAMPLES = 400
-SAMPLE_SECONDS = 0.05
+SAMPLES, MOST_SAMPLES, SAMPLE_SECONDS = 40, 400, 0.05
 KIB = 1024
 # Without the C library's caches of freed pieces, up to 240 KiB a thread that it counts as in use.
 EXACT_HEAP = {"GLIBC_TUNABLES": "glibc.malloc.tcache_count=0"}
-
-# The tool: an answer to the heartbeat, an action that works, and one that fails.
-TOOL = """#!/bin/sh
-echo "$*" >> "{log}"
-case "$2" in
-heartbeat) echo '{{"local": {{"state": "installed"}}, "remote": {{"state": "signed_in"}}}}' ;;
+# An answer to the heartbeat, an action that works, and one that fails.
+TOOL = """case "$2" in
+heartbeat) echo '{"local": {"state": "installed"}, "remote": {"state": "signed_in"}}' ;;
 backup) echo "12 files"; echo "saved" ;;
 *) echo "no route to the other Mac" >&2; exit 3 ;;
-esac
-"""
-
-# `growth` is what a figure may have grown by since the warm-up. PSS has no bound: it changes with what else runs.
-Measure = collections.namedtuple("Measure", "key label growth")
-MEASURES = (
-    Measure("heap", "heap in use, KiB", 64),
-    Measure("dirty", "memory of its own, KiB", 512),
-    Measure("pss", "with its share of the libraries (PSS), KiB", None),
-    Measure("descriptors", "open descriptors", 0),
-    Measure("threads", "threads", 0),
-    Measure("children", "child processes", 0),
-    Measure("x resources", "X resources", 0),
-    Measure("pixmap bytes", "X pixmaps, bytes", 0),
-    Measure("match rules", "D-Bus match rules", 0),
-    Measure("bus names", "D-Bus names", 0),
-)
+esac"""
+# What each figure may have grown by since the warm-up. PSS has no bound: it changes with what else runs.
+MEASURES = {"heap in use, KiB": 64, "memory of its own, KiB": 512, "with its share of the libraries (PSS), KiB": None,
+            "open descriptors": 0, "threads": 0, "child processes": 0, "X resources": 0, "X pixmaps, bytes": 0,
+            "D-Bus match rules": 0, "D-Bus names": 0}
 
 
 class Day:
@@ -75,14 +54,15 @@ class Day:
     def __init__(self, desk, tick):
         self._desk = desk
         self.counts = collections.Counter()
-        self._tool_log = desk.root / "vorna.log"
-        self._put_tool_on_path()
+        self._tool = StandIn(desk.root, "vorna")
+        self._tool.does(TOOL)
+        desk.env["PATH"] = f"{desk.root}:{desk.env['PATH']}"
         desk.start_window_manager()
         desk.start_notifications()
         desk.start_tray()
         self.peer = peer.Peer(tick)
         self._program = Program(desk, [PROGRAM, round(tick * 1000)], EXACT_HEAP)
-        self._folder = pathlib.Path(f"/proc/{self._program.pid}")
+        self._process = psutil.Process(self._program.pid)
         self._item = desk.wait_for(desk.status_notifier_items, "the item")[0]
 
     def __enter__(self):
@@ -106,23 +86,22 @@ class Day:
         """What the companion holds at rest: the smallest of many samples, since its polls go on. Where it has been
         `before`, more of them are taken as long as that is too much."""
         self.peer.calm = True
-        self._wait_for(lambda: self.peer.held == 0 and self._children() == 0, "the last poll and the last action")
+        self._wait_for(lambda: self.peer.held == 0 and not self._process.children(), "the last poll and action to end")
         self._open()
         self._program.tell("press Day")
         self._close(self._activate)
         time.sleep(REST_SECONDS)
-        samples = []
-        least = {}
-        while len(samples) < SAMPLES or (before and broken_bounds(before, least) and len(samples) < MOST_SAMPLES):
-            samples.append(self._sample())
-            least = {key: min(sample[key] for sample in samples) for key in samples[0]}
+        least, taken = self._sample(), 1
+        while taken < SAMPLES or (before and broken_bounds(before, least) and taken < MOST_SAMPLES):
             time.sleep(SAMPLE_SECONDS)
+            least = {label: min(value, least[label]) for label, value in self._sample().items()}
+            taken += 1
         self.peer.calm = False
         return least
 
     def quit(self):
         """Ends the companion as a user does; its exit status and what it complained of."""
-        self.counts["tool runs"] = len(self._tool_log.read_text().splitlines())
+        self.counts["tool runs"] = len(self._tool.calls())
         self.counts["notifications"] = self._desk.notifications()[-1][0]
         self._desk.choose_menu_entry(self._item, "Quit vorna")
         return self._program.process.wait(timeout=30), self._program.complaints()
@@ -131,10 +110,11 @@ class Day:
 
     def _visit(self, number):
         self._open()
-        if number % DAYPART_EACH == 0:
-            self._press(DAYPARTS[number // DAYPART_EACH % len(DAYPARTS)], "daypart")
-        if number % ACTION_EACH == 0:
-            self._press(ACTIONS[number // ACTION_EACH % len(ACTIONS)], "action")
+        for what, each, labels in (("daypart", DAYPART_EACH, DAYPARTS), ("action", ACTION_EACH, ACTIONS)):
+            if number % each == 0:
+                label = labels[number // each % len(labels)]
+                self._program.tell(f"press {label}")
+                self.counts[what] += f"no button {label}" not in self._program.lines[-2:]
         self._close((self._activate, self._press_escape, self._activate, self._click_elsewhere)[number % 4])
         self.counts["openings"] += 1
         if number % SETTINGS_EACH == 0:
@@ -142,35 +122,32 @@ class Day:
         if number % REST_EACH == 0:
             time.sleep(REST_SECONDS)
 
-    def _popup(self):
-        """The panel's window and place, while it shows; the window manager has nothing to do with it."""
-        managed = self._desk.root_windows("_NET_CLIENT_LIST")
-        return next(((window, place) for window, place in self._desk.windows(self._program.pid).items()
-                     if window not in managed and not self._desk.is_embedded(window)), None)
+    def _windows(self, managed):
+        """The windows that the window manager looks after, or the panel: {window: place}."""
+        clients = self._desk.root_windows("_NET_CLIENT_LIST")
+        return {window: place for window, place in self._desk.windows(self._program.pid).items()
+                if (window in clients) == managed and (managed or place[2] == PANEL_WIDTH)}
 
-    def _managed(self):
-        """The settings' window, while it shows."""
-        ours = self._desk.windows(self._program.pid)
-        return next((window for window in self._desk.root_windows("_NET_CLIENT_LIST") if window in ours), None)
-
-    def _is_painted(self, window):
-        """Whether the upper part of a window shows more than one colour."""
-        return len(self._desk.colours(*HEADER, window=window)) > 1
+    def _is_painted(self, managed):
+        """Whether the upper part of the one window shows more than one colour."""
+        return any(len(self._desk.colours(*HEADER, window=window)) > 1 for window in self._windows(managed))
 
     def _open(self):
-        self._click_until(self._activate, lambda: (popup := self._popup()) and self._is_painted(popup[0]), "the panel")
+        self._click_until(self._activate, lambda: self._is_painted(managed=False), "the panel")
 
     def _close(self, how):
-        self._click_until(how, lambda: self._popup() is None, "the panel to close")
+        self._click_until(how, lambda: not self._windows(managed=False), "the panel to close")
         time.sleep(SAME_CLICK_SECONDS if how == self._click_elsewhere else FOCUS_SECONDS)
+
+    def _activate(self):
+        self._desk.activate_item(self._item)
 
     def _press_escape(self):
         self._desk.press("Escape")
 
     def _click_elsewhere(self):
-        popup = self._popup()
-        if popup is not None:
-            self._desk.click(RIGHT if popup[1][0] < MIDDLE else LEFT, DOWN)
+        for x, *_ in self._windows(managed=False).values():
+            self._desk.click(1080 if x < 640 else 200, 600)
 
     def _click_until(self, click, condition, what):
         """Clicks, and again when nothing came of it: when the focus goes elsewhere just then, the panel goes as well."""
@@ -180,65 +157,34 @@ class Day:
             click()
             self.counts["clicks"] += 1
             try:
-                return self._wait_for(condition, what, within=PATIENCE)
+                return self._wait_for(condition, what, within=CLICK_SECONDS)
             except desktop.Failure:
                 return False
 
         self._wait_for(works, what)
 
-    def _press(self, label, what):
-        self._program.tell(f"press {label}")
-        self.counts[what] += f"no button {label}" not in self._program.lines[-2:]
-
     def _look_at_settings(self):
         self._desk.choose_menu_entry(self._item, "Settings…")
-        window = self._wait_for(self._managed, "the settings")
-        self._wait_for(lambda: self._desk.root_windows("_NET_ACTIVE_WINDOW")[:1] == [window], "the keyboard")
+        self._wait_for(lambda: self._is_painted(managed=True) and
+                       set(self._windows(managed=True)) <= set(self._desk.root_windows("_NET_ACTIVE_WINDOW")), "the settings")
         for _ in range(SETTINGS_TABS):
-            self._wait_for(lambda: self._is_painted(window), "the settings' first frame")
             self._desk.press("Right")
         self._desk.press("Escape")
-        self._wait_for(lambda: self._managed() is None, "the settings to close")
+        self._wait_for(lambda: not self._windows(managed=True), "the settings to close")
         self.counts["settings"] += 1
 
     # The figures
 
     def _sample(self):
-        rollup = (self._folder / "smaps_rollup").read_text()
-        kib = {name: int(value) for name, value in re.findall(r"^(\w+):\s+(\d+) kB", rollup, re.M)}
+        memory = self._process.memory_maps(grouped=True)
         server = self._desk.resources(self._program.pid)
         bytes_of_pixmaps = server.pop("pixmap bytes")
         bus = self._desk.call(session_bus.BUS, session_bus.BUS_PATH,
                               session_bus.BUS + ".Debug.Stats.GetConnectionStats", "(s)", self._item[0])[0]
-        return {
-            "heap": int(self._program.ask("heap")[0]) / KIB,
-            "dirty": kib["Private_Dirty"],
-            "pss": kib["Pss"],
-            "descriptors": len(list((self._folder / "fd").iterdir())),
-            "threads": len(list((self._folder / "task").iterdir())),
-            "children": self._children(),
-            "x resources": server.total(),
-            "pixmap bytes": bytes_of_pixmaps,
-            "match rules": bus["MatchRules"],
-            "bus names": bus["BusNames"],
-        }
-
-    def _children(self):
-        tasks = (self._folder / "task").glob("*/children")
-        return sum(len(task.read_text().split()) for task in tasks)
-
-    # Tools
-
-    def _put_tool_on_path(self):
-        folder = self._desk.root / "bin"
-        folder.mkdir()
-        tool = folder / "vorna"
-        tool.write_text(TOOL.format(log=self._tool_log))
-        tool.chmod(0o755)
-        self._desk.env["PATH"] = f"{folder}:{self._desk.env['PATH']}"
-
-    def _activate(self):
-        self._desk.activate_item(self._item)
+        return dict(zip(MEASURES, (
+            int(self._program.ask("heap")[0]) / KIB, sum(one.private_dirty for one in memory) / KIB,
+            sum(one.pss for one in memory) / KIB, self._process.num_fds(), self._process.num_threads(),
+            len(self._process.children()), server.total(), bytes_of_pixmaps, bus["MatchRules"], bus["BusNames"])))
 
     def _wait_for(self, condition, what, **options):
         return self._desk.wait_for(condition, what, every=0.005, **options)
@@ -246,16 +192,15 @@ class Day:
 
 def broken_bounds(first, last, times=1):
     """The labels of the figures that have grown by more than their bound, so many times over."""
-    return [measure.label for measure in MEASURES
-            if measure.growth is not None and last[measure.key] - first[measure.key] > measure.growth * times]
+    return [label for label, growth in MEASURES.items() if growth is not None and last[label] - first[label] > growth * times]
 
 
 def table(checkpoints):
     """The figures in Markdown, a column for each checkpoint."""
     lines = ["| | " + " | ".join(checkpoints) + " | may grow by |", "|---|" + "--:|" * (len(checkpoints) + 1)]
-    for measure in MEASURES:
-        values = " | ".join(f"{figures[measure.key]:,.0f}" for figures in checkpoints.values())
-        lines.append(f"| {measure.label} | {values} | {'—' if measure.growth is None else measure.growth} |")
+    for label, growth in MEASURES.items():
+        values = " | ".join(f"{figures[label]:,.0f}" for figures in checkpoints.values())
+        lines.append(f"| {label} | {values} | {'—' if growth is None else growth} |")
     return "\n".join(lines)
 
 

@@ -22,6 +22,6 @@ class Soak(unittest.TestCase):
         self.assertEqual(soak.broken_bounds(*checkpoints.values(), TIMES_THE_BOUNDS), [], soak.table(checkpoints))
         self.assertEqual((status, complaints), (0, ""))
         self.assertGreaterEqual(day.peer.polls, POLLS)
-        self.assertEqual(sorted(day.peer.spoilt), sorted(day.peer.FAULTS))
+        self.assertEqual(sorted(day.peer.spoilt), sorted(soak.peer.FAULTS))
         for what in ("daypart", "action", "settings", "notifications"):
             self.assertGreater(day.counts[what], 0, what)
