@@ -73,29 +73,24 @@ Shown afterStart() {
 
 /// Whatever the file says: what the user chooses is stored, and read by the next process.
 void requireChoicesAreKept(Daypart choice) {
-    {
+    const auto choose = [](const auto& chosen) {
         const auto defaults = UserDefaults::standard();
         DaypartController controller{*defaults, [] { return noon; }};
-        controller.set(choice);
-        require(shown(controller) == (Shown{true, choice}));
-    }
+        chosen(controller);
+        require(controller.isManual || !defaults->string(daypartKey));
+        return shown(controller);
+    };
+    require(choose([choice](auto& controller) { controller.set(choice); }) == (Shown{true, choice}));
     require(afterStart() == (Shown{true, choice}));
-    {
-        const auto defaults = UserDefaults::standard();
-        DaypartController controller{*defaults, [] { return noon; }};
-        controller.useAuto();
-        require(!defaults->string(daypartKey));
-    }
+    choose([](auto& controller) { controller.useAuto(); });
     require(afterStart() == (Shown{false, Daypart::day}));
 }
 
 }
 
-/// The input is the defaults file. Only some of the inputs are also read again and written over,
-/// which takes much longer.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+/// The input is the defaults file. Only some inputs are also read again and written over, which takes much longer.
+void Fuzz::defaults(const QByteArray& input) {
     static DefaultsFile file;
-    const auto input = Fuzz::view(data, size);
     file.write(input);
     const Shown atStart = afterStart();
     const bool mayBeSpelled = input.contains('\\') || input.contains('"');
@@ -108,5 +103,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (choices.oneIn(128)) {
         requireChoicesAreKept(Daypart{static_cast<int>(choices.below(DaypartInfo::allCases.size()))});
     }
-    return 0;
 }

@@ -1,5 +1,4 @@
 #include "Fuzz.h"
-#include "JsonMutator.h"
 
 #include "app/StatusModel.h"
 #include "support/FakeNotificationCenter.h"
@@ -172,17 +171,16 @@ void fillWithOldFigures(StatusModel& model) {
 }
 
 /// The input is what the bridge answers when it is asked for the snapshot. What costs most is done with some of them.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void Fuzz::monitor(const QByteArray& input) {
     static FakeNotificationCenter center;
     static NotificationService notifications{center};
     static StatusModel model{notifications};
-    const auto input = Fuzz::view(data, size);
     const auto payload = Payload::decode(input);
     if (!payload) {
         const auto& [kind, text] = payload.error();
         require(std::ranges::count(decodeErrors, kind) == 1);
         require(!text.isEmpty() && text.size() <= longestErrorText && !text.contains(u'\n'));
-        return 0;
+        return;
     }
     Fuzz::Choices choices{input};
     const bool isRepeated = choices.oneIn(8);
@@ -198,9 +196,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         requireServices(model, *payload);
     }
     requireDrawable(model);
-    return 0;
-}
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t most, unsigned seed) {
-    return mutateJson(data, size, most, seed);
 }

@@ -5,6 +5,7 @@
 #include "support/FakeNotificationCenter.h"
 #include "system/NotificationService.h"
 
+#include <QJsonDocument>
 #include <QTextBoundaryFinder>
 #include <QUuid>
 
@@ -20,30 +21,46 @@ constexpr qsizetype mostLines = 3;
 const QString separator = u" · "_s;
 const QString failed = u"Failed: "_s;
 
+const QString untouched = u"untouched"_s;
+const QString notSignedIn = u"Not signed in"_s;
+const QString installed = u"Installed · sign in to hide download CTA"_s;
+const QString signedIn = u"Signed in · CTA hidden"_s;
+
 QCoro::Task<Result> answered(Result result) {
     co_return result;
 }
 
-struct Shown final {
-    QString message;
-    NotificationCenter::Request notification;
+/// A model whose tool always ends like `result`.
+struct Companion final {
+    FakeNotificationCenter center;
+    NotificationService notifications{center};
+    Result result;
+    StatusModel model{notifications, [this](const QStringList&, double) { return answered(result); }};
 };
 
-/// What a user sees of an action that ended like this.
-Shown shown(const Result& toolResult) {
-    static FakeNotificationCenter center;
-    static NotificationService notifications{center};
-    static Result result;
-    static StatusModel model{notifications, [](const QStringList&, double) { return answered(result); }};
-    result = toolResult;
-    center.posted.clear();
-    model.runDeskBackup();
-    require(!model.cliBusy && model.cliMessage.value() && center.posted.size() == 1);
-    return {*model.cliMessage.value(), center.posted.first()};
+Companion& companionAfter(const Result& result) {
+    static Companion companion;
+    companion.result = result;
+    companion.center.posted.clear();
+    return companion;
+}
+
+/// The account line after the tool has said this.
+QString lineAfter(qint32 exitCode, const QString& output) {
+    auto& model = companionAfter({.exitCode = exitCode, .stdOut = output, .stdErr = {}}).model;
+    model.accountLine = untouched;
+    model.reportAccountHeartbeat();
+    return model.accountLine.value();
+}
+
+QString expectedLine(const QJsonDocument& answer) {
+    const auto remote = answer["remote"_L1]["state"_L1];
+    const auto state = remote.isString() ? remote : answer["local"_L1]["state"_L1];
+    return state == "signed_in"_L1 ? signedIn : state == "installed"_L1 ? installed : notSignedIn;
 }
 
 /// The text of these bytes, which is none exactly when decoding them leaves marks in place of what is wrong.
-QString decoded(QByteArrayView bytes) {
+std::optional<QString> decoded(QByteArrayView bytes) {
     Utf8Text atOnce;
     atOnce.append(bytes);
     const auto text = atOnce.whole();
@@ -53,7 +70,7 @@ QString decoded(QByteArrayView bytes) {
     const QByteArray guarded = 'x' + bytes.toByteArray();
     require(text.has_value() == (QString::fromUtf8(guarded).toUtf8() == guarded));
     require(!text || text->toUtf8() == bytes);
-    return text.value_or(QString{});
+    return text;
 }
 
 void requireSummary(const Result& result) {
@@ -101,23 +118,38 @@ void requireNotification(const NotificationCenter::Request& notification, const 
 
 }
 
-/// The input is the exit code, one byte counted from '0', what the tool prints, a zero byte and what it complains.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) {
-        return 0;
+/// The input is what the tool prints when it is asked for the account state.
+void Fuzz::account(const QByteArray& input) {
+    const auto output = decoded(input);
+    const QString line = lineAfter(0, output.value_or(QString{}));
+    require(lineAfter(0, output.value_or(QString{})) == line);
+    require(lineAfter(1, output.value_or(QString{})) == untouched);
+    // Qt takes more than JSON, leaves out byte order marks and keeps half surrogate pairs; what it writes is JSON.
+    const auto answer = QJsonDocument::fromJson(input);
+    const bool mayUnderflow = input.contains("e-") || input.contains("E-") || input.contains("0.0");
+    require(line == untouched || answer.isObject() || mayUnderflow); // such as 1e-328, which Qt refuses
+    if (output && answer.isObject() && !input.contains("\xEF\xBB\xBF") && !input.contains("\\u")) {
+        require(line == untouched || line == expectedLine(answer));
+        require(lineAfter(0, QString::fromUtf8(answer.toJson())) == expectedLine(answer));
     }
-    const auto input = Fuzz::view(data, size);
+}
+
+/// The input is the exit code, one byte counted from '0', what the tool prints, a zero byte and what it complains.
+void Fuzz::tool(const QByteArray& input) {
+    if (input.isEmpty()) {
+        return;
+    }
     const QByteArrayView printed = QByteArrayView{input}.sliced(1);
     const qsizetype end = printed.isEmpty() ? -1 : printed.lastIndexOf('\0');
-    const qint32 exitCode = input.front() - '0';
     const Result result{
-        .exitCode = exitCode,
-        .stdOut = decoded(end < 0 ? printed : printed.first(end)),
-        .stdErr = decoded(end < 0 ? QByteArrayView{} : printed.sliced(end + 1)),
+        .exitCode = input.front() - '0',
+        .stdOut = decoded(end < 0 ? printed : printed.first(end)).value_or(QString{}),
+        .stdErr = decoded(end < 0 ? QByteArrayView{} : printed.sliced(end + 1)).value_or(QString{}),
     };
     requireSummary(result);
-    const auto [message, notification] = shown(result);
-    requireMessage(message, result.summary());
-    requireNotification(notification, message, exitCode);
-    return 0;
+    auto& [center, notifications, answer, model] = companionAfter(result);
+    model.runDeskBackup();
+    require(!model.cliBusy && model.cliMessage.value() && center.posted.size() == 1);
+    requireMessage(*model.cliMessage.value(), result.summary());
+    requireNotification(center.posted.first(), *model.cliMessage.value(), result.exitCode);
 }
