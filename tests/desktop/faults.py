@@ -12,13 +12,9 @@ from program import Program
 HERE = pathlib.Path(__file__).parent
 
 
-def is_root():
-    return os.geteuid() == 0
-
-
 def in_mounts_of_its_own(script):
     """The beginning of a command that runs with mounts that the script makes and nobody else sees."""
-    if not is_root() or subprocess.run(["unshare", "-m", "true"], capture_output=True).returncode != 0:
+    if os.geteuid() != 0 or subprocess.run(["unshare", "-m", "true"], capture_output=True).returncode != 0:
         raise unittest.SkipTest("only root can mount")
     return ["unshare", "-m", "sh", "-c", f'{script} && exec "$0" "$@"']
 

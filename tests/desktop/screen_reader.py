@@ -118,10 +118,6 @@ class ScreenReader:
     def _named(self, name, window):
         return [element for element in self.tree(window) if element.name == name]
 
-    def is_enabled(self, name, window=None):
-        """Whether a button of that name shows and can be pressed."""
-        return any(element.role == "button" and USABLE <= element.states for element in self._named(name, window))
-
     def focused(self, window=None):
         """The name of the innermost element that has the keyboard focus."""
         return next((element.name for element in reversed(self.tree(window)) if "focused" in element.states), None)

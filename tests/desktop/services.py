@@ -4,8 +4,8 @@ import contextlib
 import glob
 import os
 import pathlib
-import pwd
 import shutil
+import signal
 import socket
 import subprocess
 import tempfile
@@ -24,23 +24,14 @@ GLOBAL_OPTIONS = """{{
 }}
 """
 _OPENER = urllib.request.build_opener(urllib.request.ProxyHandler({}))
-
-
-def caddy_program():
-    return shutil.which("caddy")
-
-
-def postgres_programs():
-    """The folder of PostgreSQL's server programs; Debian keeps them off the search path, one folder a version."""
-    folders = sorted(glob.glob("/usr/lib/postgresql/*/bin"), key=lambda folder: float(folder.split("/")[-2]))
-    if folders:
-        return pathlib.Path(folders[-1])
-    found = shutil.which("initdb")
-    return pathlib.Path(found).parent if found else None
+CADDY = shutil.which("caddy")
+# Debian keeps PostgreSQL's server programs off the search path, one folder a version.
+POSTGRES = max(glob.glob("/usr/lib/postgresql/*/bin"), key=lambda folder: float(folder.split("/")[-2]), default=None)
+UNPRIVILEGED = ["setpriv", "--reuid", "postgres", "--regid", "postgres", "--clear-groups"] if os.getuid() == 0 else []
 
 
 def skip_unless_installed():
-    missing = [name for name, found in (("Caddy", caddy_program()), ("PostgreSQL", postgres_programs())) if not found]
+    missing = [name for name, found in (("Caddy", CADDY), ("PostgreSQL", POSTGRES)) if not found]
     if missing:
         raise unittest.SkipTest(" and ".join(missing) + " not installed; script/bootstrap ci installs both")
 
@@ -50,26 +41,19 @@ def free_port():
         return listener.getsockname()[1]
 
 
-def unprivileged_user():
-    """PostgreSQL refuses to run as root: the account that it then runs as, else nothing."""
-    if os.getuid() != 0:
-        return None
-    try:
-        return pwd.getpwnam("postgres")
-    except KeyError:
-        return pwd.getpwnam("nobody")
-
-
 class _Service:
     """A process with a temporary folder of its own, as a context."""
-
-    process = None
 
     def __enter__(self):
         with contextlib.ExitStack() as stack:
             self.folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="vorna-service-")))
+            self.port = free_port()
+            self._log = stack.enter_context(open(self.folder / "log.txt", "ab"))
+            options = {"cwd": self.folder, "stdin": subprocess.DEVNULL, "stdout": self._log, "stderr": self._log,
+                       "env": {"HOME": str(self.folder), "LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]}}
+            self.process = subprocess.Popen(self.command(options), **options)
             stack.callback(self.stop)
-            self.start()
+            self._wait_until_ready()
             self._stack = stack.pop_all()
         return self
 
@@ -77,22 +61,16 @@ class _Service:
         self._stack.close()
 
     def stop(self):
-        if self.process is not None and self.process.poll() is None:
-            self.process.send_signal(self.STOP_SIGNAL)
-            try:
-                self.process.wait(timeout=10)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+        self.process.send_signal(signal.SIGINT)
+        try:
+            self.process.wait(timeout=10)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
 
-    def _run_in_background(self, command, **options):
-        with open(self.folder / "log.txt", "ab") as log:
-            self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=subprocess.STDOUT,
-                                            cwd=self.folder, **options)
-
-    def _wait_until(self, ready):
+    def _wait_until_ready(self):
         end = time.monotonic() + READY_SECONDS
-        while not ready():
+        while not self.is_ready():
             if self.process.poll() is not None or time.monotonic() > end:
                 raise AssertionError(f"{type(self).__name__} did not start:\n{self.log()}")
             time.sleep(0.02)
@@ -104,25 +82,20 @@ class _Service:
 class Caddy(_Service):
     """Caddy under a process name of its own, so that another Caddy of this machine is not taken for it."""
 
-    STOP_SIGNAL = 15
-
     def __init__(self, caddyfile=""):
-        """Takes site blocks; `{port}` in them becomes the port that the sites listen on."""
+        """Takes site blocks; `{port}` and `{tls_port}` in them become ports of their own."""
         self._caddyfile = caddyfile
         self.process_name = f"caddy-{os.getpid()}"
-
-    def start(self):
-        self.port = free_port()
         self.admin = f"127.0.0.1:{free_port()}"
-        options = GLOBAL_OPTIONS.format(admin=self.admin, folder=self.folder)
-        (self.folder / "Caddyfile").write_text(options + self._caddyfile.replace("{port}", str(self.port)))
-        program = self.folder / self.process_name
-        program.symlink_to(caddy_program())
-        self._run_in_background([program, "run", "--config", "Caddyfile", "--adapter", "caddyfile"],
-                                env={"HOME": str(self.folder), "PATH": os.environ["PATH"]})
-        self._wait_until(self._answers)
 
-    def _answers(self):
+    def command(self, _options):
+        options = GLOBAL_OPTIONS.format(admin=self.admin, folder=self.folder)
+        (self.folder / "Caddyfile").write_text(options + self._caddyfile.replace("{port}", str(self.port))
+                                               .replace("{tls_port}", str(free_port())))
+        (self.folder / self.process_name).symlink_to(CADDY)
+        return [self.folder / self.process_name, "run", "--config", "Caddyfile", "--adapter", "caddyfile"]
+
+    def is_ready(self):
         try:
             with _OPENER.open(f"http://{self.admin}/config/", timeout=1) as response:
                 return response.status == 200
@@ -133,19 +106,14 @@ class Caddy(_Service):
 class Postgres(_Service):
     """A fresh cluster that takes connections on `port` of the loopback interface."""
 
-    STOP_SIGNAL = 2
-
-    def start(self):
-        programs = postgres_programs()
-        self.port = free_port()
-        user = unprivileged_user()
-        options = {"env": {"LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]}}
-        if user:
-            options |= {"user": user.pw_uid, "group": user.pw_gid, "extra_groups": []}
-            os.chown(self.folder, user.pw_uid, user.pw_gid)
+    def command(self, options):
+        if UNPRIVILEGED:
+            shutil.chown(self.folder, "postgres", "postgres")
         cluster = self.folder / "cluster"
-        subprocess.run([programs / "initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync", "--encoding", "UTF8"],
-                       check=True, capture_output=True, cwd=self.folder, **options)
-        self._run_in_background([programs / "postgres", "-D", cluster, "-p", str(self.port), "-h", "127.0.0.1", "-k",
-                                 self.folder, "-F"], **options)
-        self._wait_until(lambda: "database system is ready" in self.log())
+        subprocess.run([*UNPRIVILEGED, f"{POSTGRES}/initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync",
+                        "--encoding", "UTF8"], check=True, **options)
+        return [*UNPRIVILEGED, f"{POSTGRES}/postgres", "-D", cluster, "-p", str(self.port), "-h", "127.0.0.1", "-k",
+                self.folder, "-F"]
+
+    def is_ready(self):
+        return "database system is ready" in self.log()

@@ -1,7 +1,5 @@
 """The panel under a user's hands: keys, clicks, second starts; and what it says where there is no bridge."""
 
-
-import desktop
 from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
 from contents import BUTTONS_AFTER_AUTO, BUTTONS_BEFORE_AUTO, offline_rows, well_rows
 
@@ -38,8 +36,6 @@ class Hands(CompanionTest):
         self.assertEqual(self.focus_after("shift+Tab", 1), [buttons[-1]])
         self.photograph("actions-focus")
 
-    def test_tab_stops_at_auto_where_it_is_a_button(self):
-        self.open()
         self.reader.press("Dusk", PANEL)
         self.wait_for_daypart("Dusk")
         buttons = [*BUTTONS_BEFORE_AUTO, "Auto", *BUTTONS_AFTER_AUTO]
@@ -59,45 +55,11 @@ class Hands(CompanionTest):
         self.wait_for_calls(self.opener, [["https://vorna.localhost/dashboard"],
                                           ["https://vorna.localhost/dashboard/agents"]])
 
-    def test_escape_closes_the_panel_and_nothing_else(self):
-        self.open()
-        self.desk.press("Escape")
-        self.reader.wait_for_no_window(PANEL)
-        self.check_alive()
-        self.assertEqual(len(self.desk.status_notifier_items()), 1)
-
     def test_quit_key_ends_the_companion(self):
         self.open()
         self.desk.press("ctrl+q")
         self.assertEqual(self.wait_for_exit(), 0)
         self.assertEqual(self.desk.output(self.companion), "")
-
-    # The pointer
-
-    def test_clicks_on_the_item_and_elsewhere_open_and_close(self):
-        self.start_companion()
-        self.item()
-        x, y = self.desk.item_in_bar()
-        self.desk.click(x, y)
-        self.reader.wait_for_window(PANEL)
-        width, height = self.desk.size
-        left, top, panel_width, panel_height = self.wait_for_panel()
-        self.check_within((left, top, panel_width, panel_height),
-                          (0, desktop.BAR_HEIGHT, width, height - desktop.BAR_HEIGHT))
-        self.assertGreater(left + panel_width, x)
-        self.photograph("actions-under-the-item")
-        self.desk.click(x, y)
-        self.reader.wait_for_no_window(PANEL)
-        self.wait_for(lambda: self.desk.click(x, y) or self.shows_soon(), "the panel again")
-        self.desk.click(100, height - 100)
-        self.reader.wait_for_no_window(PANEL)
-
-    def shows_soon(self):
-        """Whether a click opened the panel: those that come too soon after its closing are one with the click before."""
-        try:
-            return self.wait_for(self.panels, "the panel", within=1)
-        except desktop.Failure:
-            return False
 
     def test_closed_panel_is_given_back_and_comes_again_whole(self):
         self.open()

@@ -12,7 +12,18 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools")
 
 from stand_in import StandInBridge  # noqa: E402
 
-SITES = "http://one.localhost:{port} {\n    respond hello\n}\nhttp://two.localhost:{port} {\n    respond hello\n}\n"
+SITES = """
+http://plain.localhost:{port} {
+    respond "hello"
+}
+http://broken.localhost:{port} {
+    reverse_proxy 127.0.0.1:1
+}
+https://secret.localhost:{tls_port} {
+    tls internal
+    respond "hello"
+}
+"""
 FIGURES = {"LOAD": r"^\d+\.\d\d$", "MEMORY": r"^\d+%$", "DISK": r"^\d+% · \d+ GB free$"}
 
 
@@ -30,8 +41,10 @@ class PanelOnADesktop(DesktopTest):
     def start_real_services(self):
         self.caddy = self.enterContext(services.Caddy(SITES))
         self.postgres = self.enterContext(services.Postgres())
+        self.log_before = self.postgres.log()
         self.bridge = StandInBridge(port=BRIDGE_PORT, caddy_process=self.caddy.process_name,
-                                    caddy_admin=self.caddy.admin, postgres_port=self.postgres.port)
+                                    caddy_admin=self.caddy.admin, postgres_port=None,
+                                    environment={"PGPORT": str(self.postgres.port)})
         self.addCleanup(self.bridge.stop)
 
     def after(self, label):
@@ -50,20 +63,24 @@ class PanelOnADesktop(DesktopTest):
         for title, pattern in FIGURES.items():
             self.assertRegex(self.after(title)[0], pattern)
 
-    def check_story(self, click_the_item, name):
-        """All is well, then Caddy stops, then the bridge stops."""
+    def test_what_stops_is_seen_to_stop(self):
+        """All is well, then Caddy stops, then PostgreSQL, then the bridge."""
         self.start_real_services()
+        self.desk.start_tray()
         self.start_companion()
-        click_the_item()
+        self.desk.activate_item(self.item())
         self.check_within(self.wait_for_panel(), (0, 0, *self.desk.size))
         self.check_all_is_well()
-        self.photograph(f"{name}-well")
+        self.photograph("panel-well")
 
         self.caddy.stop()
         self.wait_for_row("Caddy", "not running", "not ok")
         self.assertEqual(self.header_state(), "down")
         self.assertEqual(self.after("Postgres")[1], "ok")
-        self.photograph(f"{name}-caddy-stopped")
+        self.assertEqual(self.postgres.log(), self.log_before)
+        self.postgres.stop()
+        self.wait_for_row("Postgres", "connection refused", "not ok")
+        self.photograph("panel-stopped")
 
         free = self.after("DISK")[0].partition(" ")[2]
         self.bridge.stop()
@@ -73,29 +90,21 @@ class PanelOnADesktop(DesktopTest):
         self.check_figures()
         self.assertEqual(self.after("DISK")[0].partition(" ")[2], free)
         self.reader.wait_for_text("Start bridge: vorna server start", PANEL)
-        self.photograph(f"{name}-bridge-stopped")
+        self.photograph("panel-bridge-stopped")
 
-        click_the_item()
+        self.desk.activate_item(self.item())
         self.wait_for(lambda: not self.panels(), "the panel to close")
         self.check_alive()
 
     def check_all_is_well(self):
         self.wait_for_row("Bridge", "online · :43105", "ok")
-        self.wait_for_row("Caddy", "running · 2/2 sites", "ok")
+        self.wait_for_row("Caddy", "running · 2/3 sites", "ok")
         self.wait_for_row("Postgres", f"answers on port {self.postgres.port}", "ok")
         self.assertEqual(self.header_state(), "ok")
         self.check_figures()
         texts = self.reader.texts(PANEL)
         self.assertLessEqual({"caddy.process", "caddy.admin", "postgres"}, set(texts))
         self.assertFalse([text for text in texts if text.startswith("site.")])
-
-    def test_story_in_a_status_notifier_host(self):
-        self.desk.start_tray()
-        self.check_story(lambda: self.desk.activate_item(self.item()), "status-notifier")
-
-    def test_story_in_an_xembed_tray(self):
-        self.desk.start_trayer()
-        self.check_story(lambda: self.desk.click(*self.embedded_item()), "xembed")
 
     def test_nothing_is_asked_of_the_bridge_before_the_panel_was_opened(self):
         self.desk.start_tray()

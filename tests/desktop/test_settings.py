@@ -1,8 +1,7 @@
 """The settings window on a real desktop: how it opens, what its tabs say and do, and how it goes."""
 
 from companion import PANEL, SETTINGS, CompanionTest, StandIn, skip_unless_possible
-from contents import (ABOUT_ROWS, COPYABLE, FOLLOW, HEARTBEAT, LINKS, ONLINE, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS,
-                      bridge_rows, daypart_rows, permission_rows)
+from contents import COPYABLE, FOLLOW, FOLLOWING, HEARTBEAT, LINKS, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS
 
 SMALLEST = (440, 380)
 
@@ -23,10 +22,10 @@ class Settings(CompanionTest):
 
     def open_with_keyboard(self):
         self.open()
-        self.wait_for(self.has_keyboard, "the keyboard")
+        self.wait_for_keyboard()
 
-    def has_keyboard(self):
-        return any("active" in one.states for one in self.reader.tree(SETTINGS) if one.depth == 0)
+    def wait_for_keyboard(self):
+        self.wait_for(lambda: any("active" in one.states for one in self.reader.tree(SETTINGS)), "the keyboard")
 
     def show(self, tab):
         self.reader.press(tab, SETTINGS)
@@ -37,9 +36,6 @@ class Settings(CompanionTest):
 
     def wait_for_checked(self, daypart):
         self.wait_for_equal(lambda: self.names_with(SETTINGS, "checked"), [daypart], "the checked daypart")
-
-    def wait_for_focus(self, name):
-        self.wait_for_equal(lambda: self.reader.focused(SETTINGS), name, "the focus")
 
     # Opening and closing
 
@@ -66,31 +62,29 @@ class Settings(CompanionTest):
         self.open()
         for key in ("Escape", "ctrl+w"):
             self.show("Daypart")
-            self.wait_for(self.has_keyboard, "the keyboard")
+            self.wait_for_keyboard()
             self.desk.press(key)
             self.reader.wait_for_no_window(SETTINGS)
             self.check_alive()
             self.open_again()
             self.wait_for_tab("Bridge")
 
-    def test_arrow_keys_go_through_the_tabs(self):
-        self.open_with_keyboard()
-        for tab in TABS[1:]:
-            self.desk.press("Right")
-            self.wait_for_tab(tab)
-        self.wait_for_focus("About")
+    def press_and_find(self, key, name):
+        self.desk.press(key)
+        self.wait_for_equal(lambda: self.reader.focused(SETTINGS), name, "the focus")
 
-    def test_tab_key_goes_from_the_tabs_to_the_buttons_and_back(self):
+    def test_keyboard_reaches_every_tab_and_every_button(self):
         self.open_with_keyboard()
-        for expected in (COPYABLE[0], "Poll now", SIGN_IN_BUTTON, *COPYABLE[1:3], "Bridge"):
-            self.desk.press("Tab")
-            self.wait_for_focus(expected)
+        for name in (COPYABLE[0], "Poll now", SIGN_IN_BUTTON, *COPYABLE[1:3], "Bridge"):
+            self.press_and_find("Tab", name)
+        for tab in TABS[1:]:
+            self.press_and_find("Right", tab)
+            self.wait_for_tab(tab)
 
     def test_keyboard_chooses_a_daypart_and_lets_it_go(self):
         self.open_with_keyboard()
         self.show("Daypart")
-        self.desk.press("Tab")
-        self.wait_for_focus("Day")
+        self.press_and_find("Tab", "Day")
         self.desk.press("Down")
         self.wait_for_checked("Dusk")
         self.photograph("settings-focus")
@@ -100,21 +94,22 @@ class Settings(CompanionTest):
 
     # The tabs
 
-    def test_tabs_say_what_they_have_to(self):
+    def test_tabs_can_be_read_and_reached(self):
         self.open()
-        for tab, expected in zip(TABS, (bridge_rows(), permission_rows(), daypart_rows(), ABOUT_ROWS)):
+        for tab, text in zip(TABS, ("Start bridge", "Full Disk Access", FOLLOWING, "vorna for Linux")):
             self.show(tab)
-            self.wait_for_rows(SETTINGS, expected)
+            self.reader.wait_for_text(text, SETTINGS)
+            self.assertGreater(len(self.leaves(SETTINGS)), len(TABS))
             self.photograph("settings-" + tab.lower())
 
     def test_polling_by_hand_finds_the_bridge_down_and_then_up(self):
         self.open()
         self.reader.press("Poll now", SETTINGS)
-        self.wait_for_rows(SETTINGS, bridge_rows(caddy="bridge unreachable"))
+        self.reader.wait_for_text("bridge unreachable", SETTINGS)
         bridge = self.start_bridge()
         self.assertEqual(bridge.requests, [])
         self.reader.press("Poll now", SETTINGS)
-        self.wait_for_rows(SETTINGS, bridge_rows(*ONLINE))
+        self.reader.wait_for_text("running · 3/4 sites", SETTINGS)
         self.assertEqual([path for _, path in bridge.requests], ["/health", "/monitor/desktop?probe_sites=true"])
         self.photograph("settings-online")
         self.assertEqual(self.tool.calls(), [])
@@ -141,7 +136,7 @@ class Settings(CompanionTest):
             self.reader.press(pressed, SETTINGS)
             self.wait_for_daypart(pressed)
             self.wait_for_checked(pressed)
-            self.wait_for_rows(SETTINGS, daypart_rows(FOLLOW))
+            self.reader.wait_for_text(FOLLOW, SETTINGS)
             self.assertEqual(self.remembered(),
                              ["vorna.macos.daypart.manual=true", f"vorna.macos.daypart={pressed.lower()}"])
         self.photograph("settings-daypart-pinned")
@@ -150,7 +145,7 @@ class Settings(CompanionTest):
         self.reader.press(FOLLOW, SETTINGS)
         self.wait_for_daypart("Day")
         self.wait_for_checked("Day")
-        self.wait_for_rows(SETTINGS, daypart_rows())
+        self.reader.wait_for_text(FOLLOWING, SETTINGS)
         self.assertEqual(self.remembered(), ["vorna.macos.daypart.manual=false"])
 
     def test_links_are_handed_to_the_system(self):
@@ -164,25 +159,20 @@ class Settings(CompanionTest):
     # The desktop's own settings
 
     def test_desktop_with_settings_of_its_own_has_two_buttons_to_them(self):
-        program = self.put_settings_program()
-        self.open(env={"XDG_CURRENT_DESKTOP": "GNOME"})
-        self.show("Permissions")
-        self.wait_for_rows(SETTINGS, permission_rows(linked=("Notifications", "Accessibility")))
+        program = StandIn(self.folder, "gnome-control-center")
+        self.addCleanup(program.path.unlink)
+        self.check_links({"XDG_CURRENT_DESKTOP": "GNOME"}, 2)
         self.photograph("settings-permissions-linked")
         for number, pane in enumerate(("notifications", "universal-access")):
             program.forget()
             self.reader.press(OPEN, SETTINGS, nth=number)
             self.wait_for_calls(program, [[pane]])
         self.wait_for(lambda: not self.children(), "every child to be gone")
+        self.desk.stop(self.companion)
+        self.check_links({"XDG_CURRENT_DESKTOP": "another"}, 0)
 
-    def test_desktop_without_settings_of_its_own_has_no_button(self):
-        self.put_settings_program()
-        self.open()
+    def check_links(self, env, count):
+        self.open(env)
         self.show("Permissions")
-        self.wait_for_rows(SETTINGS, permission_rows())
-
-    def put_settings_program(self):
-        program = StandIn(self.folder, "gnome-control-center")
-        self.addCleanup(program.path.unlink)
-        program.forget()
-        return program
+        self.reader.wait_for_text("Full Disk Access", SETTINGS)
+        self.assertEqual(self.reader.texts(SETTINGS).count(OPEN), count)

@@ -3,7 +3,6 @@
 import glob
 import os
 import pathlib
-import shlex
 import shutil
 import signal
 import time
@@ -11,7 +10,7 @@ from datetime import datetime, timedelta
 
 import desktop
 from companion import COMPANION, PANEL, POLL_SECONDS, CompanionTest, skip_unless_possible
-from faults import in_mounts_of_its_own, is_root
+from faults import in_mounts_of_its_own
 
 A_CALL_GIVES_UP_AFTER = 25
 NIGHT = "vorna.macos.daypart=night"
@@ -40,7 +39,7 @@ class Surroundings(CompanionTest):
         """Runs the tool to its end."""
         self.reader.press("Desk backup now", PANEL)
         self.reader.wait_for_text("backed up", PANEL)
-        self.wait_for(lambda: self.reader.is_enabled("Desk backup now", PANEL), "the button to be enabled again")
+        self.wait_for_equal(lambda: self.unusable(PANEL), [], "the buttons that cannot be pressed")
 
     def end(self, how=signal.SIGTERM):
         self.desk.stop(self.companion, how)
@@ -84,58 +83,38 @@ class Notifications(Surroundings):
 class SettingsFile(Surroundings):
     """A settings file that cannot be read or written."""
 
-    def check_choice(self, stays, command=()):
-        """A chosen daypart is shown all the same; whether it is there after a restart depends."""
-        self.open(command=command)
+    # What is wrong, the shell that makes it so in the folder of all settings, mounts, and whether a choice is kept.
+    CASES = (
+        ("corrupt", "mkdir vorna && head -c 2048 /dev/urandom > vorna/companion.conf", None, True),
+        ("a folder", "mkdir -p vorna/companion.conf", None, False),
+        ("its folder a file", "touch vorna", None, False),
+        ("read-only", "mkdir vorna && echo > vorna/companion.conf",
+         "mount --bind vorna vorna && mount -o remount,bind,ro vorna", False),
+        ("on a full disk", "mkdir vorna",
+         "mount -t tmpfs -o size=16k tmpfs vorna && { cat /dev/zero > vorna/filling 2>/dev/null; true; }", False),
+    )
+
+    def test_choice_is_shown_all_the_same_and_kept_where_it_can_be(self):
+        folder = self.configuration.parent
+        self.addCleanup(shutil.rmtree, folder, ignore_errors=True)
+        for what, script, mounts, stays in self.CASES:
+            with self.subTest(what):
+                self.desk.run("sh", "-c", f"cd {folder.parent} && rm -rf vorna && {script}")
+                self.check_choice(stays, mounts and in_mounts_of_its_own(f"cd {folder.parent} && {mounts}"))
+                self.assertTrue(what != "read-only" or self.configuration.read_text() == "\n")
+                self.desk.run("rm", "-rf", folder)
+
+    def check_choice(self, stays, command):
+        """A chosen daypart is shown; whether it is there after a restart depends."""
+        self.open(command=command or ())
         self.wait_for_daypart("Day")
         self.press("Night")
         self.assertEqual(self.desk.output(self.companion), "")
         self.wait_for(lambda: not stays or NIGHT in self.remembered(), "the choice on the disk")
         self.end()
-        self.open(command=command)
+        self.open(command=command or ())
         self.wait_for_daypart("Night" if stays else "Day")
         self.end()
-
-    def clear_away(self):
-        folder = self.configuration.parent
-        shutil.rmtree(folder) if folder.is_dir() else folder.unlink(missing_ok=True)
-
-    def own_mounts(self, script):
-        """A command with mounts of its own over the folder of the file."""
-        self.configuration.parent.mkdir(exist_ok=True)
-        return in_mounts_of_its_own(script.format(folder=shlex.quote(str(self.configuration.parent))))
-
-    def test_corrupt_file_is_written_over(self):
-        self.configuration.parent.mkdir(exist_ok=True)
-        self.configuration.write_bytes(b"[General\n\\garbage" + bytes(range(256)) * 8)
-        self.check_choice(stays=True)
-
-    def test_unreadable_file_counts_as_none(self):
-        self.addCleanup(self.clear_away)
-        if is_root():
-            self.configuration.mkdir(parents=True)
-        else:
-            self.configuration.parent.mkdir(exist_ok=True)
-            self.configuration.touch(mode=0)
-        self.check_choice(stays=False)
-
-    def test_folder_that_cannot_be_made_costs_the_memory_alone(self):
-        self.clear_away()
-        self.configuration.parent.touch()
-        self.addCleanup(self.clear_away)
-        self.check_choice(stays=False)
-
-    def test_read_only_file_costs_the_memory_alone(self):
-        command = self.own_mounts("mount --bind {folder} {folder} && mount -o remount,bind,ro {folder}")
-        before = "[General]\nvorna.macos.daypart.manual=false\n"
-        self.configuration.write_text(before)
-        self.check_choice(stays=False, command=command)
-        self.assertEqual(self.configuration.read_text(), before)
-
-    def test_full_disk_costs_the_memory_alone(self):
-        self.check_choice(stays=False, command=self.own_mounts(
-            "mount -t tmpfs -o size=16k tmpfs {folder} && "
-            "{{ cat /dev/zero > {folder}/filling 2>/dev/null; true; }}"))
 
     def test_choice_outlives_a_signal(self):
         for number in (signal.SIGTERM, signal.SIGHUP):
@@ -148,23 +127,16 @@ class SettingsFile(Surroundings):
             self.wait_for_daypart("Night")
             self.end()
 
-
-class Home(Surroundings):
-    """A user without a home folder."""
-
-    def check_works(self, *command):
-        self.open(command=["env", *command])
-        self.press("Night")
-        self.back_up()
-        self.assertEqual(self.desk.output(self.companion), "")
-        self.end()
-
-    def test_home_that_is_not_there_is_not_needed(self):
-        self.check_works("-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME",
-                         "HOME=/proc/self/nowhere")
-
-    def test_home_that_is_not_named_is_not_needed(self):
-        self.check_works("-u", "HOME")
+    def test_home_that_is_not_there_or_not_named_is_not_needed(self):
+        for words in (["-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME", "HOME=/proc/self/nowhere"],
+                      ["-u", "HOME"]):
+            with self.subTest(words):
+                self.open(command=["env", *words])
+                self.press("Night")
+                self.back_up()
+                self.assertEqual(self.desk.output(self.companion), "")
+                self.end()
+                self.configuration.unlink(missing_ok=True)
 
 
 class Clocks(Surroundings):

@@ -34,6 +34,7 @@ constexpr qsizetype longestErrorText = 100;
 constexpr std::array decodeErrors{BridgeError::Kind::keyNotFound, BridgeError::Kind::typeMismatch,
                                   BridgeError::Kind::valueNotFound, BridgeError::Kind::dataCorrupted};
 const QString unknown = u"—"_s;
+const QString old = u"old figure"_s;
 
 template <typename T>
 QJsonValue json(const std::optional<T>& value) {
@@ -76,8 +77,7 @@ QString printed(const char* format, const std::optional<double>& value) {
 
 void requireHost(const StatusModel& model, const Payload& payload) {
     if (!payload.host) {
-        require(model.hostname->isEmpty() && model.hostLoad == u"old load"_s && model.hostMemory == u"old memory"_s &&
-                model.hostDisk == u"old disk"_s);
+        require(model.hostname->isEmpty() && model.hostLoad == old && model.hostMemory == old && model.hostDisk == old);
         return;
     }
     const auto& host = *payload.host;
@@ -107,35 +107,26 @@ void requireServices(const StatusModel& model, const Payload& payload) {
 }
 
 void requireCaddyAndPostgres(const StatusModel& model, const Payload& payload) {
+    const auto& probes = payload.services;
     const bool hasSites = payload.caddySitesTotal >= 1;
     const QString sites = u" · %1/%2 sites"_s.arg(payload.caddySitesUp).arg(payload.caddySitesTotal);
     const QString ending = hasSites ? sites : QString{};
     const QString& detail = model.caddyDetail;
     require(detail.endsWith(ending));
     const QStringView said = QStringView{detail}.chopped(ending.size());
-    const auto saidBy = [&](bool ok) {
-        return [said, ok](const auto& probe) { return probe.ok == ok && probe.detail == said; };
+    const auto isSaid = [&](bool ok) {
+        return std::ranges::any_of(probes, [&](const auto& probe) { return probe.ok == ok && probe.detail == said; });
     };
-    const auto& probes = payload.services;
-    switch (model.caddyBand.value()) {
-    case Band::green:
-        require(std::ranges::any_of(probes, saidBy(true)));
-        require(!hasSites || (payload.caddySitesUp != 0 && payload.caddySitesUp >= payload.caddySitesTotal / 2));
-        break;
-    case Band::amber:
-        require(hasSites ? said == "no caddy probe"_L1 || std::ranges::any_of(probes, saidBy(true))
-                         : said == "no caddy probe"_L1);
-        break;
-    case Band::red:
-        require(std::ranges::any_of(probes, saidBy(false)));
-        break;
-    case Band::unknown:
-        require(false);
-    }
+    const Band band = model.caddyBand;
+    const bool noProbe = said == "no caddy probe"_L1;
+    const bool halfUp = payload.caddySitesUp != 0 && payload.caddySitesUp >= payload.caddySitesTotal / 2;
+    require(band != Band::green || (isSaid(true) && (!hasSites || halfUp)));
+    require(band != Band::amber || noProbe || (hasSites && isSaid(true)));
+    require(band != Band::red || isSaid(false));
+    require(band != Band::unknown);
     const auto& postgres = model.postgresOk.value();
-    require(std::ranges::any_of(probes, [](const auto& p) {
-                return p.name == "postgres"_L1 || p.name == "postgres.port"_L1;
-            }) == postgres.has_value());
+    const auto isPostgres = [](const auto& p) { return p.name == "postgres"_L1 || p.name == "postgres.port"_L1; };
+    require(std::ranges::any_of(probes, isPostgres) == postgres.has_value());
     require(postgres || model.postgresDetail.value() == unknown);
 }
 
@@ -162,12 +153,6 @@ void requireDrawable(const StatusModel& model) {
     }
 }
 
-void fillWithOldFigures(StatusModel& model) {
-    model.hostLoad = u"old load"_s;
-    model.hostMemory = u"old memory"_s;
-    model.hostDisk = u"old disk"_s;
-}
-
 }
 
 /// The input is what the bridge answers when it is asked for the snapshot. What costs most is done with some of them.
@@ -189,7 +174,9 @@ void Fuzz::monitor(const QByteArray& input) {
         require(Payload::decode(encoded(*payload)) == payload);
     }
     for (int i = isRepeated ? 0 : 1; i < 2; ++i) {
-        fillWithOldFigures(model);
+        model.hostLoad = old;
+        model.hostMemory = old;
+        model.hostDisk = old;
         applyMonitor(model, *payload);
         requireHost(model, *payload);
         requireCaddyAndPostgres(model, *payload);

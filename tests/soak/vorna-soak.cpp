@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QSocketNotifier>
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <iostream>
@@ -24,30 +23,25 @@ void say(const QString& line) {
     std::cout << line.toStdString() << std::endl;
 }
 
-void press(const QString& label) {
-    const auto widgets = QApplication::allWidgets();
-    const auto found = std::ranges::find_if(widgets, [&label](const QWidget* widget) {
-        return widget->isVisible() && widget->isEnabled() && widget->accessibleName() == label &&
-               qobject_cast<const QAbstractButton*>(widget) != nullptr;
-    });
-    if (found == widgets.end()) {
-        say(u"no button "_s + label);
-        return;
+/// Presses a button that is on the screen; whether there was one.
+bool press(const QString& label) {
+    for (QWidget* const widget : QApplication::allWidgets()) {
+        auto* const button = qobject_cast<QAbstractButton*>(widget);
+        if (button && button->isVisible() && button->isEnabled() && button->accessibleName() == label) {
+            button->click();
+            return true;
+        }
     }
-    static_cast<QAbstractButton*>(*found)->click();
-}
-
-void sayHeap() {
-    malloc_trim(0);
-    const auto heap = mallinfo2();
-    say(u"heap %1"_s.arg(heap.uordblks + heap.hblkhd));
+    return false;
 }
 
 void obey(const QString& line) {
-    if (line.startsWith(u"press "_s)) {
-        press(line.section(u' ', 1));
+    if (line.startsWith(u"press "_s) && !press(line.sliced(6))) {
+        say(u"no button "_s + line.sliced(6));
     } else if (line == u"heap"_s) {
-        sayHeap();
+        malloc_trim(0);
+        const auto heap = mallinfo2();
+        say(u"heap %1"_s.arg(heap.uordblks + heap.hblkhd));
     }
     say(u"done "_s + line);
 }
