@@ -3,6 +3,7 @@
 
 vorna_library(vorna_platform
     SOURCES
+        platform/FontDesign.cpp
         platform/SingleInstance.h
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
