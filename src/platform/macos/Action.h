@@ -11,4 +11,6 @@
 - (instancetype)initWithFunction:(std::function<void()>)function;
 - (void)perform:(id)sender;
 - (void)perform:(id)event with:(id)reply;
+/// Performs it whenever `object`, or anybody for nil, posts the notification; until it is removed as an observer.
+- (void)performOn:(NSString*)notification of:(id)object;
 @end

@@ -18,9 +18,15 @@
 }
 
 - (void)perform:(id)event with:(id)reply {
-    (void)event;
     (void)reply;
-    m_function();
+    [self perform:event];
+}
+
+- (void)performOn:(NSString*)notification of:(id)object {
+    [[NSNotificationCenter defaultCenter] addObserver:self
+                                             selector:@selector(perform:)
+                                                 name:notification
+                                               object:object];
 }
 
 @end

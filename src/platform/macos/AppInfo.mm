@@ -2,15 +2,9 @@
 
 #include "platform/macos/NativeString.h"
 
-namespace {
-
-std::optional<QString> informationOf(NSString* key) {
-    @autoreleasepool {
-        id value = [[NSBundle mainBundle] objectForInfoDictionaryKey:key];
-        return [value isKindOfClass:[NSString class]] ? std::optional{NativeString::toQt(value)} : std::nullopt;
-    }
-}
-
+static std::optional<QString> informationOf(NSString* key) {
+    id value = [[NSBundle mainBundle] objectForInfoDictionaryKey:key];
+    return [value isKindOfClass:[NSString class]] ? std::optional{NativeString::toQt(value)} : std::nullopt;
 }
 
 QString AppInfo::name() {

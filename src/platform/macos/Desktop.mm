@@ -2,7 +2,6 @@
 
 #include "platform/macos/Action.h"
 #include "platform/macos/NativeString.h"
-#include "platform/macos/NativeWindow.h"
 
 #include <QGuiApplication>
 #include <QUrl>
@@ -13,6 +12,8 @@
 #import <AppKit/AppKit.h>
 #include <ApplicationServices/ApplicationServices.h>
 #include <malloc/malloc.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,6 +27,14 @@ void rememberProgramInFront() {
     }
 }
 
+/// The system's window of one of ours, which is made if need be; nil where Qt draws without the system.
+NSWindow* nativeWindow(const QWindow& window) {
+    if (QGuiApplication::platformName() != u"cocoa"_s) {
+        return nil; // what Qt calls a window is a number there
+    }
+    return ((__bridge NSView*)reinterpret_cast<void*>(window.winId())).window;
+}
+
 bool hasVisibleWindow() {
     return std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
 }
@@ -35,7 +44,7 @@ void insist(const QWindow& window) {
     NSApplication* own = [NSApplication sharedApplication];
     if (window.isVisible() && ![own isActive]) {
         [own activate];
-        [NativeWindow::of(window) orderFrontRegardless];
+        [nativeWindow(window) orderFrontRegardless];
     }
 }
 
@@ -49,25 +58,17 @@ void hideWhenStillActive() {
 /// While it is set, Qt does not bring the program to the front when it has launched.
 constexpr auto launchVariable = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
 
-void forgetLaunchVariable() {
-    qunsetenv(launchVariable);
-}
-
 }
 
 namespace Desktop {
 
 // Qt reads the variable when the launch ends; programs that are started later shall not have it.
 void prepareLaunch() {
-    @autoreleasepool {
-        qputenv(launchVariable, "1");
-        static VornaAction* const launched = [[VornaAction alloc]
-            initWithFunction:[] { QMetaObject::invokeMethod(qApp, forgetLaunchVariable, Qt::QueuedConnection); }];
-        [[NSNotificationCenter defaultCenter] addObserver:launched
-                                                 selector:@selector(perform:)
-                                                     name:NSApplicationDidFinishLaunchingNotification
-                                                   object:nil];
-    }
+    qputenv(launchVariable, "1");
+    const auto forget = [] { qunsetenv(launchVariable); };
+    static VornaAction* const launched = [[VornaAction alloc]
+        initWithFunction:[forget] { QMetaObject::invokeMethod(qApp, forget, Qt::QueuedConnection); }];
+    [launched performOn:NSApplicationDidFinishLaunchingNotification of:nil];
 }
 
 void becomeAccessory() {
@@ -75,29 +76,22 @@ void becomeAccessory() {
 }
 
 void openUrl(const QUrl& url) {
-    @autoreleasepool {
-        NSURL* address = [NSURL URLWithString:NativeString::from(QString::fromLatin1(url.toEncoded()))];
-        if (address != nil) {
-            [[NSWorkspace sharedWorkspace] openURL:address];
-        }
+    NSURL* address = [NSURL URLWithString:NativeString::from(QString::fromLatin1(url.toEncoded()))];
+    if (address != nil) {
+        [[NSWorkspace sharedWorkspace] openURL:address];
     }
 }
 
 // Onto the space that is in front, another program's full screen as well, where it would else switch to its own.
 void prepareWindow(QWindow& window) {
-    @autoreleasepool {
-        NativeWindow::of(window).collectionBehavior =
-            NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
-            NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
-    }
+    nativeWindow(window).collectionBehavior = NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
+                                              NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
 }
 
 void bringToFront(QWindow& window) {
-    @autoreleasepool {
-        rememberProgramInFront();
-        [[NSApplication sharedApplication] unhideWithoutActivation];
-        [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
-    }
+    rememberProgramInFront();
+    [[NSApplication sharedApplication] unhideWithoutActivation];
+    [[NSApplication sharedApplication] activateIgnoringOtherApps:YES];
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.raise();
     window.requestActivate();
@@ -105,18 +99,16 @@ void bringToFront(QWindow& window) {
 }
 
 void activatePreviousProgram() {
-    @autoreleasepool {
-        NSApplication* own = [NSApplication sharedApplication];
-        if (![own isActive] || hasVisibleWindow()) {
-            return;
-        }
-        if (programBefore != nil) {
-            [own yieldActivationToApplication:programBefore];
-            [programBefore activateWithOptions:0];
-            programBefore = nil;
-        }
-        QMetaObject::invokeMethod(qApp, hideWhenStillActive, Qt::QueuedConnection);
+    NSApplication* own = [NSApplication sharedApplication];
+    if (![own isActive] || hasVisibleWindow()) {
+        return;
     }
+    if (programBefore != nil) {
+        [own yieldActivationToApplication:programBefore];
+        [programBefore activateWithOptions:0];
+        programBefore = nil;
+    }
+    QMetaObject::invokeMethod(qApp, hideWhenStillActive, Qt::QueuedConnection);
 }
 
 bool trustsAccessibility() {

@@ -5,13 +5,9 @@
 
 #include <algorithm>
 
-using namespace std::chrono_literals;
-
 namespace {
 
 using MenuBar::Screen;
-
-constexpr auto echo = 300ms;
 
 /// A bar that hides itself leaves its room to the work area; it is as high as the item then.
 QRect barOf(const Screen& screen, const QRect& item) {
@@ -47,17 +43,9 @@ bool MenuBar::isOnItem(QPoint pointer, const QRect& item, const QList<Screen>& s
 
 QRect MenuBar::anchor(const QRect& item, std::optional<QPoint> click, const QList<Screen>& screens) {
     const Screen* here = click ? screenAt(*click, screens) : nullptr;
-    if (here == nullptr || item.contains(*click) || !barOf(*here, item).contains(*click)) {
+    const QRect bar = here == nullptr ? QRect{} : barOf(*here, item);
+    if (!click || item.contains(*click) || !bar.contains(*click)) {
         return item;
     }
-    const QRect bar = barOf(*here, item);
     return {click->x() - item.width() / 2, bar.top(), item.width(), bar.height()};
-}
-
-bool MenuBar::Openings::begin(Time now) {
-    return !m_latest || now - *m_latest >= echo;
-}
-
-void MenuBar::Openings::end(Time now) {
-    m_latest = now;
 }

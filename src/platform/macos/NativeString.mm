@@ -6,9 +6,6 @@ NSString* NativeString::from(const QString& text) {
 }
 
 QString NativeString::toQt(NSString* text) {
-    if (text == nil) {
-        return {};
-    }
     QString copy{static_cast<qsizetype>(text.length), Qt::Uninitialized};
     [text getCharacters:reinterpret_cast<unichar*>(copy.data()) range:NSMakeRange(0, text.length)];
     return copy;

@@ -1,11 +1,12 @@
 #include "platform/NotificationCenter.h"
 
 #include "platform/macos/NativeString.h"
-#include "platform/macos/PendingAnswers.h"
+#include "support/Deferred.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #import <UserNotifications/UserNotifications.h>
 #include <dispatch/dispatch.h>
@@ -42,40 +43,25 @@ constexpr std::array authorizations{
     std::pair{ephemeralStatus, Authorization::ephemeral},
 };
 
-Authorization authorizationOf(long status) {
-    const auto* const found = std::ranges::find(authorizations, status, &std::pair<long, Authorization>::first);
-    return found == authorizations.end() ? Authorization::unrecognized : found->second;
+// Coroutines without blocks of the system's, for functions with such blocks that are no coroutines.
+QCoro::Task<bool> granted(Deferred<long> answer) {
+    co_return co_await answer != 0;
 }
 
-/// For a process that the system has no center for.
-class NoCenter final : public NotificationCenter {
-public:
-    QCoro::Task<bool> requestAuthorization() override { co_return false; }
-    QCoro::Task<Authorization> authorization() override { co_return Authorization::notDetermined; }
-    QCoro::Task<> post(Request) override { co_return; }
-};
+QCoro::Task<Authorization> authorizationIn(Deferred<long> answer) {
+    const long status = co_await answer;
+    const auto* const found = std::ranges::find(authorizations, status, &std::pair<long, Authorization>::first);
+    co_return found == authorizations.end() ? Authorization::unrecognized : found->second;
+}
 
-class UserNotificationCenter final : public NotificationCenter {
-public:
-    explicit UserNotificationCenter(UNUserNotificationCenter* center);
-    ~UserNotificationCenter() override;
+QCoro::Task<> finished(Deferred<long> answer) {
+    (void)co_await answer;
+}
 
-    QCoro::Task<bool> requestAuthorization() override;
-    QCoro::Task<Authorization> authorization() override;
-    QCoro::Task<> post(Request request) override;
-
-private:
-    UNUserNotificationCenter* m_center = nil;
-    VornaNotificationDelegate* m_delegate = nil;
-    std::shared_ptr<PendingAnswers> m_pending = std::make_shared<PendingAnswers>();
-};
-
-/// Called on a thread of the system's.
-void deliver(std::weak_ptr<PendingAnswers> pending, PendingAnswers::Ticket ticket, long value) {
+/// Called on a thread of the system's; who waits goes on on the main thread.
+void deliver(const Deferred<long>& answer, long value) {
     dispatch_async(dispatch_get_main_queue(), ^{
-        if (const auto answers = pending.lock()) {
-            answers->deliver(ticket, value);
-        }
+        answer.deliver(value);
     });
 }
 
@@ -89,67 +75,64 @@ UNNotificationRequest* nativeRequest(const NotificationCenter::Request& request)
                                                 trigger:nil];
 }
 
-// Coroutines without blocks of the system's, for functions with such blocks that are no coroutines.
-QCoro::Task<bool> granted(Deferred<long> answer) {
-    co_return co_await answer != 0;
-}
+/// Without a center of the system's every answer is 0, at once.
+class UserNotificationCenter final : public NotificationCenter {
+public:
+    explicit UserNotificationCenter(UNUserNotificationCenter* center)
+        : m_center{center} {
+        m_center.delegate = m_delegate;
+    }
 
-QCoro::Task<Authorization> authorizationIn(Deferred<long> status) {
-    co_return authorizationOf(co_await status);
-}
+    ~UserNotificationCenter() override {
+        m_center.delegate = nil;
+        for (const auto& answer : std::exchange(m_open, {})) {
+            answer.deliver(0);
+        }
+    }
 
-QCoro::Task<> finished(Deferred<long> answer) {
-    (void)co_await answer;
-}
-
-UserNotificationCenter::UserNotificationCenter(UNUserNotificationCenter* center)
-    : m_center{center}
-    , m_delegate{[[VornaNotificationDelegate alloc] init]} {
-    m_center.delegate = m_delegate;
-}
-
-UserNotificationCenter::~UserNotificationCenter() {
-    m_center.delegate = nil;
-}
-
-QCoro::Task<bool> UserNotificationCenter::requestAuthorization() {
-    @autoreleasepool {
-        const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto question = m_pending->ask();
-        const auto ticket = question.ticket;
+    QCoro::Task<bool> requestAuthorization() override {
+        const auto answer = ask();
         [m_center requestAuthorizationWithOptions:UNAuthorizationOptionBadge | UNAuthorizationOptionSound |
                                                   UNAuthorizationOptionAlert
-                                completionHandler:^(BOOL granted, NSError*) {
-                                    deliver(pending, ticket, granted ? 1 : 0);
+                                completionHandler:^(BOOL isGranted, NSError*) {
+                                    deliver(answer, isGranted ? 1 : 0);
                                 }];
-        return granted(question.answer);
+        return granted(answer);
     }
-}
 
-QCoro::Task<Authorization> UserNotificationCenter::authorization() {
-    @autoreleasepool {
-        const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto question = m_pending->ask();
-        const auto ticket = question.ticket;
+    QCoro::Task<Authorization> authorization() override {
+        const auto answer = ask();
         [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
-            deliver(pending, ticket, settings.authorizationStatus);
+            deliver(answer, settings.authorizationStatus);
         }];
-        return authorizationIn(question.answer);
+        return authorizationIn(answer);
     }
-}
 
-QCoro::Task<> UserNotificationCenter::post(Request request) {
-    @autoreleasepool {
-        const std::weak_ptr<PendingAnswers> pending = m_pending;
-        const auto question = m_pending->ask();
-        const auto ticket = question.ticket;
-        [m_center addNotificationRequest:nativeRequest(request)
-                   withCompletionHandler:^(NSError*) {
-                       deliver(pending, ticket, 0);
-                   }];
-        return finished(question.answer);
+    QCoro::Task<> post(Request request) override {
+        @autoreleasepool {
+            const auto answer = ask();
+            [m_center addNotificationRequest:nativeRequest(request)
+                       withCompletionHandler:^(NSError*) {
+                           deliver(answer, 0);
+                       }];
+            return finished(answer);
+        }
     }
-}
+
+private:
+    Deferred<long> ask() {
+        std::erase_if(m_open, [](const auto& answer) { return answer.await_ready(); });
+        const auto& answer = m_open.emplace_back();
+        if (m_center == nil) {
+            answer.deliver(0);
+        }
+        return answer;
+    }
+
+    UNUserNotificationCenter* m_center = nil;
+    VornaNotificationDelegate* m_delegate = [[VornaNotificationDelegate alloc] init];
+    std::vector<Deferred<long>> m_open; ///< what nobody has answered yet
+};
 
 /// Nil for a process without a bundle, and for a bundle that the system does not know: for either it raises.
 UNUserNotificationCenter* currentCenter() {
@@ -164,11 +147,5 @@ UNUserNotificationCenter* currentCenter() {
 }
 
 std::unique_ptr<NotificationCenter> NotificationCenter::standard() {
-    @autoreleasepool {
-        UNUserNotificationCenter* center = currentCenter();
-        if (center == nil) {
-            return std::make_unique<NoCenter>();
-        }
-        return std::make_unique<UserNotificationCenter>(center);
-    }
+    return std::make_unique<UserNotificationCenter>(currentCenter());
 }

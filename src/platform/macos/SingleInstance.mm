@@ -18,54 +18,41 @@ constexpr auto patience = 1s;
 /// Hears that the companion was opened again while it runs: from the Finder, from Spotlight, by `open -a`.
 class OpenedOnce final : public SingleInstance {
 public:
-    OpenedOnce();
-    ~OpenedOnce() override;
-
-private:
-    void listen();
-
-    VornaAction* m_reopened = nil;
-    VornaAction* m_launching = nil;
-};
-
-OpenedOnce::OpenedOnce()
-    : m_reopened{[[VornaAction alloc] initWithFunction:[this] { emit messageReceived(u"panel"_s); }]}
-    , m_launching{[[VornaAction alloc] initWithFunction:[this] { listen(); }]} {
-    if ([[NSRunningApplication currentApplication] isFinishedLaunching]) {
-        listen();
-    } else {
-        // Not earlier: the application installs its own handlers first.
-        [[NSNotificationCenter defaultCenter] addObserver:m_launching
-                                                 selector:@selector(perform:)
-                                                     name:NSApplicationWillFinishLaunchingNotification
-                                                   object:nil];
+    OpenedOnce() {
+        if ([[NSRunningApplication currentApplication] isFinishedLaunching]) {
+            listen();
+        } else {
+            // Not earlier: the application installs its own handlers first.
+            [m_launching performOn:NSApplicationWillFinishLaunchingNotification of:nil];
+        }
     }
-}
 
-OpenedOnce::~OpenedOnce() {
-    @autoreleasepool {
+    ~OpenedOnce() override {
         [[NSNotificationCenter defaultCenter] removeObserver:m_launching];
         [[NSAppleEventManager sharedAppleEventManager] removeEventHandlerForEventClass:kCoreEventClass
                                                                             andEventID:kAEReopenApplication];
     }
-}
 
-void OpenedOnce::listen() {
-    [[NSAppleEventManager sharedAppleEventManager] setEventHandler:m_reopened
-                                                       andSelector:@selector(perform:with:)
-                                                     forEventClass:kCoreEventClass
-                                                        andEventID:kAEReopenApplication];
-}
+private:
+    void listen() {
+        [[NSAppleEventManager sharedAppleEventManager] setEventHandler:m_reopened
+                                                           andSelector:@selector(perform:with:)
+                                                         forEventClass:kCoreEventClass
+                                                            andEventID:kAEReopenApplication];
+    }
+
+    VornaAction* m_reopened = [[VornaAction alloc] initWithFunction:[this] { emit messageReceived(u"panel"_s); }];
+    VornaAction* m_launching = [[VornaAction alloc] initWithFunction:[this] { listen(); }];
+};
 
 /// The system opens a bundle once, but not what is started in a terminal.
 NSRunningApplication* otherInstance() {
     NSString* identifier = [[NSBundle mainBundle] bundleIdentifier];
-    if (identifier == nil) {
-        return nil;
-    }
-    for (NSRunningApplication* each in [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
-        if (![each isEqual:[NSRunningApplication currentApplication]] && [each isFinishedLaunching]) {
-            return each;
+    if (identifier != nil) {
+        for (NSRunningApplication* each in [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+            if (![each isEqual:[NSRunningApplication currentApplication]] && [each isFinishedLaunching]) {
+                return each;
+            }
         }
     }
     return nil;

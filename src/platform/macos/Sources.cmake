@@ -3,17 +3,16 @@
 
 vorna_library(vorna_platform
     SOURCES
+        platform/FontDesign.cpp
         platform/SingleInstance.h
         platform/macos/Action.mm
         platform/macos/AppInfo.mm
         platform/macos/ChildDescriptors.cpp
         platform/macos/Desktop.mm
         platform/macos/FontDesign.mm
-        platform/macos/NotificationCenter.mm
-        platform/macos/PendingAnswers.cpp
-        platform/macos/SingleInstance.mm
         platform/macos/NativeString.mm
-        platform/macos/NativeWindow.mm
+        platform/macos/NotificationCenter.mm
+        platform/macos/SingleInstance.mm
         platform/macos/Symbol.mm
         platform/macos/SystemSettings.cpp
         platform/macos/UserDefaults.mm

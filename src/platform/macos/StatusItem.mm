@@ -5,6 +5,7 @@
 #include "platform/macos/NativeString.h"
 
 #include <QCursor>
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -15,10 +16,15 @@
 
 #import <AppKit/AppKit.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr NSEventMask clicks = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
-constexpr NSEventMask presses = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown | NSEventMaskOtherMouseDown;
+constexpr NSEventMask presses = clicks | NSEventMaskOtherMouseDown;
+
+/// One click can be heard of twice: by the button's action and by a monitor.
+constexpr auto echo = 300ms;
 
 class MenuBarStatusItem final : public StatusItem {
 public:
@@ -30,58 +36,51 @@ public:
     [[nodiscard]] QRect anchor() const override;
 
 private:
-    using Signal = void (StatusItem::*)();
-    using Reaction = void (MenuBarStatusItem::*)();
-
     [[nodiscard]] VornaAction* actionFor(std::function<void()> function);
     void fillButton();
     void fillMenu();
-    void addEntry(const QString& text, Signal chosen);
-    [[nodiscard]] id watch(NSEventMask events, Reaction reaction);
+    void addEntry(const QString& text, void (StatusItem::*chosen)());
     void buttonPressed();
-    void rightButtonReleased();
-    void pressedInAnotherProgram();
     void openMenu();
-    void showMenu();
-    void showHighlight();
+    void showHighlight() { [m_item.button highlight:m_isPanelOpen]; }
     [[nodiscard]] std::optional<QRect> place() const;
     [[nodiscard]] bool isPointerOnItem() const;
 
     const QString m_title;
     QString m_symbolName;
     QString m_meaning;
-    NSStatusItem* m_item = nil;
+    NSStatusItem* m_item = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
     NSMenu* m_menu = nil;
-    NSMutableArray* m_actions = nil;
+    NSMutableArray* m_actions = [[NSMutableArray alloc] init];
     VornaAction* m_tracking = nil;
     id m_releases = nil;
     id m_presses = nil;
     bool m_isPanelOpen = false;
     bool m_menuHasOpened = false;
-    MenuBar::Openings m_openings;
+    QDeadlineTimer m_echoIsOver;
     std::optional<QPoint> m_click;
 };
 
 MenuBarStatusItem::MenuBarStatusItem(const QString& title)
-    : m_title{title} {
-    @autoreleasepool {
-        m_item = [[NSStatusBar systemStatusBar] statusItemWithLength:NSVariableStatusItemLength];
-        m_menu = [[NSMenu alloc] initWithTitle:NativeString::from(title)];
-        m_actions = [[NSMutableArray alloc] init];
-        fillButton();
-        fillMenu();
-        m_releases = watch(NSEventMaskRightMouseUp, &MenuBarStatusItem::rightButtonReleased);
-    }
+    : m_title{title}
+    , m_menu{[[NSMenu alloc] initWithTitle:NativeString::from(title)]} {
+    fillButton();
+    fillMenu();
+    // Since macOS 27 a right press does not reach the button, but its release is heard of as in another program.
+    m_releases = [NSEvent addGlobalMonitorForEventsMatchingMask:NSEventMaskRightMouseUp
+                                                        handler:^(NSEvent*) {
+                                                            if (isPointerOnItem()) {
+                                                                openMenu();
+                                                            }
+                                                        }];
 }
 
 MenuBarStatusItem::~MenuBarStatusItem() {
-    @autoreleasepool {
-        setPanelOpen(false);
-        [NSEvent removeMonitor:m_releases];
-        [[NSNotificationCenter defaultCenter] removeObserver:m_tracking];
-        m_item.button.target = nil;
-        [[NSStatusBar systemStatusBar] removeStatusItem:m_item];
-    }
+    setPanelOpen(false);
+    [NSEvent removeMonitor:m_releases];
+    [[NSNotificationCenter defaultCenter] removeObserver:m_tracking];
+    m_item.button.target = nil;
+    [[NSStatusBar systemStatusBar] removeStatusItem:m_item];
 }
 
 VornaAction* MenuBarStatusItem::actionFor(std::function<void()> function) {
@@ -106,25 +105,15 @@ void MenuBarStatusItem::fillMenu() {
     [m_menu addItem:[NSMenuItem separatorItem]];
     addEntry(StatusItem::quitText.toString().arg(m_title), &StatusItem::quitChosen);
     m_tracking = actionFor([this] { m_menuHasOpened = true; });
-    [[NSNotificationCenter defaultCenter] addObserver:m_tracking
-                                             selector:@selector(perform:)
-                                                 name:NSMenuDidBeginTrackingNotification
-                                               object:m_menu];
+    [m_tracking performOn:NSMenuDidBeginTrackingNotification of:m_menu];
 }
 
-void MenuBarStatusItem::addEntry(const QString& text, Signal chosen) {
+void MenuBarStatusItem::addEntry(const QString& text, void (StatusItem::*chosen)()) {
     NSMenuItem* entry = [[NSMenuItem alloc] initWithTitle:NativeString::from(text)
                                                    action:@selector(perform:)
                                             keyEquivalent:@""];
     entry.target = actionFor([this, chosen] { emit(this->*chosen)(); });
     [m_menu addItem:entry];
-}
-
-id MenuBarStatusItem::watch(NSEventMask events, Reaction reaction) {
-    return [NSEvent addGlobalMonitorForEventsMatchingMask:events
-                                                  handler:^(NSEvent*) {
-                                                      (this->*reaction)();
-                                                  }];
 }
 
 void MenuBarStatusItem::buttonPressed() {
@@ -139,45 +128,34 @@ void MenuBarStatusItem::buttonPressed() {
     }
 }
 
-// Since macOS 27 a right press does not reach the button, but its release is heard of as in another program.
-void MenuBarStatusItem::rightButtonReleased() {
-    if (isPointerOnItem()) {
-        openMenu();
-    }
-}
-
-// A press in another program's menu extra does not take the focus away; this is how it is heard of.
-void MenuBarStatusItem::pressedInAnotherProgram() {
-    if (!isPointerOnItem()) {
-        emit clickedElsewhere();
-    }
-}
-
-void MenuBarStatusItem::openMenu() {
-    if (m_openings.begin(std::chrono::steady_clock::now())) {
-        m_click = QCursor::pos();
-        showMenu();
-        m_click.reset();
-        m_openings.end(std::chrono::steady_clock::now());
-    }
-}
-
 // A menu that is set all the time would keep the button from ever acting. On a second display in full screen a click
 // may open nothing.
-void MenuBarStatusItem::showMenu() {
-    m_item.menu = m_menu;
+void MenuBarStatusItem::openMenu() {
+    if (!m_echoIsOver.hasExpired()) {
+        return;
+    }
+    m_click = QCursor::pos();
     m_menuHasOpened = false;
+    m_item.menu = m_menu;
     [m_item.button performClick:nil];
     if (!m_menuHasOpened) {
         [m_item popUpStatusItemMenu:m_menu];
     }
     m_item.menu = nil;
+    m_click.reset();
+    m_echoIsOver.setRemainingTime(echo);
 }
 
 void MenuBarStatusItem::setPanelOpen(bool isOpen) {
     m_isPanelOpen = isOpen;
     if (isOpen && m_presses == nil) {
-        m_presses = watch(presses, &MenuBarStatusItem::pressedInAnotherProgram);
+        // A press in another program's menu extra does not take the focus away; this is how it is heard of.
+        m_presses = [NSEvent addGlobalMonitorForEventsMatchingMask:presses
+                                                           handler:^(NSEvent*) {
+                                                               if (!isPointerOnItem()) {
+                                                                   emit clickedElsewhere();
+                                                               }
+                                                           }];
     } else if (!isOpen && m_presses != nil) {
         [NSEvent removeMonitor:m_presses];
         m_presses = nil;
@@ -185,10 +163,6 @@ void MenuBarStatusItem::setPanelOpen(bool isOpen) {
     showHighlight();
     // The button takes it back at the end of the click that has opened the panel.
     QMetaObject::invokeMethod(this, &MenuBarStatusItem::showHighlight, Qt::QueuedConnection);
-}
-
-void MenuBarStatusItem::showHighlight() {
-    [m_item.button highlight:m_isPanelOpen];
 }
 
 void MenuBarStatusItem::setSymbol(const QString& symbolName, const QString& meaning) {
@@ -228,10 +202,8 @@ bool MenuBarStatusItem::isPointerOnItem() const {
 }
 
 QRect MenuBarStatusItem::anchor() const {
-    @autoreleasepool {
-        const auto item = place();
-        return item ? MenuBar::anchor(*item, m_click, MenuBar::screens()) : QRect{QCursor::pos(), QSize{0, 0}};
-    }
+    const auto item = place();
+    return item ? MenuBar::anchor(*item, m_click, MenuBar::screens()) : QRect{QCursor::pos(), QSize{0, 0}};
 }
 
 }
