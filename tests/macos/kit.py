@@ -50,39 +50,28 @@ def run(*command, **options):
     return done.returncode == 0, done.stdout
 
 
-def launchers():
-    cache = shutil.which("ccache")
-    return [f"-DCMAKE_{language}_COMPILER_LAUNCHER={cache}" for language in ("CXX", "OBJCXX")] if cache else []
-
-
 def make_kit():
     """Writes the headers and stubs to compile and link against, unless they are there and young enough."""
     kit = WORK / "kit"
-    kit.mkdir(parents=True, exist_ok=True)
-    signer = kit / "codesign"
-    signer.write_text(f'#!/bin/sh\necho "$*" >>{kit}/signatures\n', encoding="utf-8")
-    signer.chmod(0o755)
-    copy_qcoro(kit / "qcoro")
-    json = kit / "packages" / "nlohmann"
-    if not json.exists():
-        json.parent.mkdir(exist_ok=True)
-        json.symlink_to("/usr/include/nlohmann")
-    for script, folder in (("make_sysroot.py", "sysroot"), ("make_stubs.py", "stubs")):
-        stamp = kit / f"{folder}.stamp"
-        source = HERE / "target" / script
-        if stamp.exists() and stamp.stat().st_mtime > source.stat().st_mtime:
-            continue
-        subprocess.run([sys.executable, "-B", source, kit / folder], check=True)
+    script = HERE / "target" / "make_kit.py"
+    stamp = kit / "stamp"
+    if not stamp.exists() or stamp.stat().st_mtime < script.stat().st_mtime:
+        (kit / "packages").mkdir(parents=True, exist_ok=True)
+        subprocess.run([sys.executable, "-B", script, kit], check=True)
+        (kit / "codesign").write_text(f'#!/bin/sh\necho "$*" >>{kit}/signatures\n', encoding="utf-8")
+        (kit / "codesign").chmod(0o755)
+        (kit / "packages" / "nlohmann").unlink(missing_ok=True)
+        (kit / "packages" / "nlohmann").symlink_to("/usr/include/nlohmann")
+        copy_qcoro(kit / "qcoro")
         stamp.touch()
     return kit
 
 
 def copy_qcoro(folder):
     """This machine's QCoro, with the one include that a release before 0.11 lacks for the Mac's C++ library."""
-    if not folder.exists():
-        shutil.copytree("/usr/include/qcoro6", folder)
-        task = folder / "qcoro" / "qcorotask.h"
-        task.write_text(task.read_text(encoding="utf-8").replace("#pragma once", "#pragma once\n#include <exception>", 1))
+    shutil.copytree("/usr/include/qcoro6", folder, dirs_exist_ok=True)
+    task = folder / "qcoro" / "qcorotask.h"
+    task.write_text(task.read_text(encoding="utf-8").replace("#pragma once", "#pragma once\n#include <exception>", 1))
 
 
 def configure_for_the_mac(project, build, *definitions):
@@ -93,14 +82,14 @@ def configure_for_the_mac(project, build, *definitions):
     return run(
         *("cmake", *(["--fresh"] if is_old else []), "-S", project, "-B", build, "-G", "Ninja"),
         *(f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", "-DVORNA_WERROR=CHOSEN", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
-        *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *launchers()),
+        *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake"),
         *definitions,
     )
 
 
 def configure_for_a_run(project, build):
     """Configures what runs the Mac's files here."""
-    return run("cmake", "-S", project / "tests" / "macos" / "run", "-B", build, "-G", "Ninja", *launchers())
+    return run("cmake", "-S", project / "tests" / "macos" / "run", "-B", build, "-G", "Ninja")
 
 
 def build(folder, *targets):

@@ -5,7 +5,6 @@ They say which classes, selectors, functions and constants there are, and the va
 nullability, of the widths of integers, or of the release that a name came with."""
 
 import collections
-import os
 import pathlib
 import re
 import subprocess
@@ -15,7 +14,6 @@ import kit
 
 TYPES = kit.PROJECT / "build" / "macos-sdk-0.4.0" / "package" / "types"
 
-HEADERS = f"{kit.HERE}/headers/"
 AST_LINE = re.compile(r"^([| `-]*)(\w+) 0x[0-9a-f]+ ?(.*)$")
 OWN = re.compile(r"Vorna")
 NAME = re.compile(r"\b(?:NS|UN|AE|AX|CT|kAE|kCore|kCT)[A-Z][A-Za-z]\w+\b")
@@ -93,9 +91,10 @@ def spellings(name, is_property, is_readonly):
             yield f"set{name[0].upper()}{name[1:]}"
 
 
-def uses(words, folder, source):
-    """What a source sends, and what our headers declare for it: (class, whether static, selector)."""
-    sent, declared = [], set()
+def sent_by(words, folder):
+    """What a source sends, compiled by these words: (class, whether static, selector)."""
+    source = words[-1]
+    sent = []
     command = [*words, "-fsyntax-only", "-Xclang", "-ast-dump", "-fno-color-diagnostics"]
     with subprocess.Popen(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True) as clang:
         stack, file = [], ""
@@ -109,26 +108,30 @@ def uses(words, folder, source):
                 stack.pop()
             above = stack[-1] if stack else None
             node = {"depth": depth, "kind": kind}
-            types = re.findall(r"'([^']*)'", rest)
             if above and above["kind"] == "ObjCMessageExpr" and "receiver" not in above:
+                types = re.findall(r"'([^']*)'", rest)
                 above["receiver"] = re.match(r"\w*", types[0] if types else "id")[0]
-            elif above and kind == "ObjCInterface" and above["kind"] == "ObjCCategoryDecl":
-                above["class"] = types[0]
-            elif kind == "ObjCMessageExpr" and file == str(source):
+            elif kind == "ObjCMessageExpr" and file == source and "super (" not in rest:
                 node["selector"] = re.search(r"selector=(\S+)", rest)[1]
                 node["static"] = "class='" in rest
                 if node["static"]:
                     node["receiver"] = re.search(r"class='(\w+)", rest)[1]
-                if "super (" not in rest:
-                    sent.append(node)
-            elif kind in ("ObjCInterfaceDecl", "ObjCProtocolDecl"):
-                node["class"] = rest.split("'")[0].split()[-1]
-            elif kind == "ObjCMethodDecl" and os.path.normpath(file).startswith(HEADERS) and above and "class" in above:
-                sign, selector = re.search(r" ([-+]) (\S+) '", rest).groups()
-                declared.add((above["class"], sign == "+", selector))
+                sent.append(node)
             stack.append(node)
     assert clang.returncode == 0, f"clang refuses {source}"
-    return {(node.get("receiver", "id"), node["static"], node["selector"]) for node in sent}, declared
+    return {(node.get("receiver", "id"), node["static"], node["selector"]) for node in sent}
+
+
+def declared_in(text):
+    """What a header of ours declares: (class, whether static, selector)."""
+    while (without := re.sub(r"\([^()]*\)", "", text)) != text:
+        text = without
+    for name, body in re.findall(r"^@(?:interface|protocol) (\w+)(.*?)^@end", text, re.MULTILINE | re.DOTALL):
+        for sign, words in re.findall(r"^([-+]) ?([^;]*);", body, re.MULTILINE):
+            parts = re.findall(r"\w+:", words)
+            yield name, sign == "+", "".join(parts) or re.match(r"\w+", words)[0]
+        for member in re.findall(r"^@property.*?(\w+);", body, re.MULTILINE):
+            yield name, False, member
 
 
 def names_in(text):
@@ -136,16 +139,17 @@ def names_in(text):
     return set(NAME.findall(re.sub(r'//.*|@?"(?:[^"\\]|\\.)*"', "", text))) - UNLISTED
 
 
-def wrong_values(sdk, names, words, folder):
-    """The compiler's words on every enumerator that has another value in our headers, and how many were compared."""
-    claims = [
-        f"static_assert(static_cast<long long>({name}) == {min(sdk.values[name])}LL);\n"
-        for name in sorted(names)
-        if name not in sdk.members and len(sdk.values[name]) == 1
-    ]
+def values_of(sdk, names):
+    """Of each enumerator of one value."""
+    return {name: min(sdk.values[name]) for name in names if name not in sdk.members and len(sdk.values[name]) == 1}
+
+
+def wrong_values(values, words, folder):
+    """The compiler's words on every enumerator that has another value in our headers."""
+    claims = [f"static_assert(static_cast<long long>({name}) == {value}LL);\n" for name, value in values.items()]
     imports = "".join(f"#import <{name}/{name}.h>\n" for name in ("AppKit", "UserNotifications", "CoreServices"))
     with tempfile.TemporaryDirectory() as place:
         probe = pathlib.Path(place) / "probe.mm"
         probe.write_text(imports + "".join(claims), encoding="utf-8")
         _, said = kit.run(*words[:-1], probe, "-fsyntax-only", cwd=folder)
-    return [line for line in said.splitlines() if "error:" in line], len(claims)
+    return [line for line in said.splitlines() if "error:" in line]

@@ -1,47 +1,41 @@
 // The item in the menu bar, its button and its menu.
 #include "Machinery.h"
 
-#include <unordered_map>
-
 using namespace Machinery;
 
 namespace {
 
-struct MenuEntry {
+struct Entry {
     NSString* title = nil;
     SEL action = nullptr;
     id target = nil;
 };
 
 struct Item {
-    std::unordered_map<NSMenuItem*, MenuEntry> entries;
-    std::unordered_map<NSMenu*, std::vector<NSMenuItem*>> menus;
-    NSStatusItem* item = nil;
+    QHash<NSMenuItem*, Entry> entries;
     NSMenu* menu = nil;
-    NSMenu* lastMenu = nil;
     id target = nil;
     SEL action = nullptr;
 };
+Item one;
 
-Item& machinery() {
-    static Item one;
-    return one;
-}
-
-void open(NSMenu* menu, QStringList& titles) {
-    for (NSMenuItem* entry : machinery().menus[menu]) {
-        titles.append(text(machinery().entries[entry].title));
+void open(NSMenu* menu, const QString& how) {
+    if (menu == nil) {
+        return;
     }
+    tell(how);
     [[NSNotificationCenter defaultCenter] postNotificationName:NSMenuDidBeginTrackingNotification object:menu];
-    if (!now().chosen.isEmpty()) {
-        Doubles::choose(now().chosen);
+    for (const Entry& entry : one.entries) {
+        if (text(entry.title) == world().chosen) {
+            [entry.target performSelector:entry.action withObject:nil];
+        }
     }
 }
 
 }
 
 void Machinery::forgetItem() {
-    machinery() = {};
+    one = {};
 }
 
 NSString* const NSMenuDidBeginTrackingNotification = @"NSMenuDidBeginTrackingNotification";
@@ -49,64 +43,49 @@ NSString* const NSMenuDidBeginTrackingNotification = @"NSMenuDidBeginTrackingNot
 @implementation NSStatusBar
 ONE_OF(NSStatusBar, systemStatusBar)
 - (NSStatusItem*)statusItemWithLength:(CGFloat)length {
-    ++now().items;
-    now().itemLength = length;
-    machinery().item = [[NSStatusItem alloc] init];
-    return machinery().item;
+    record("item of length", length);
+    return [[NSStatusItem alloc] init];
 }
 - (void)removeStatusItem:(NSStatusItem*)item {
-    now().items -= item == machinery().item ? 1 : 0;
+    tell("item removed");
 }
 @end
 
 @implementation NSStatusItem
 - (NSStatusBarButton*)button {
-    static NSStatusBarButton* one = [[NSStatusBarButton alloc] init];
-    return one;
+    static NSStatusBarButton* button = [[NSStatusBarButton alloc] init];
+    return button;
 }
 - (void)setMenu:(NSMenu*)menu {
-    machinery().menu = menu;
-    machinery().lastMenu = menu == nil ? machinery().lastMenu : menu;
-}
-- (NSMenu*)menu {
-    return machinery().menu;
+    one.menu = menu;
 }
 - (void)popUpStatusItemMenu:(NSMenu*)menu {
-    open(menu, now().button.poppedUp);
+    open(menu, QStringLiteral("menu pops up"));
 }
 @end
 
 @implementation NSControl
+RECORDS(NSUInteger, sendActionOn, "acts on")
 - (void)setTarget:(id)target {
-    machinery().target = target;
-    now().button.hasTarget = target != nil;
+    one.target = target;
 }
 - (void)setAction:(SEL)action {
-    machinery().action = action;
-}
-- (NSInteger)sendActionOn:(NSInteger)mask {
-    now().button.actionMask = static_cast<quint64>(mask);
-    return 0;
+    one.action = action;
 }
 @end
 
 @implementation NSButton
-- (void)setTitle:(NSString*)value {
-    now().button.title = text(value);
-}
+RECORDS(NSString*, setTitle, "title")
+RECORDS(BOOL, highlight, "pressed")
 - (void)setImagePosition:(NSCellImagePosition)position {
-    now().button.showsImage = position == NSImageOnly;
-    now().button.showsTitle = position == NSNoImage;
+    tell(position == NSImageOnly ? QStringLiteral("shows the image") : QStringLiteral("shows the title"));
 }
 - (void)setImage:(NSImage*)image {
-    describe(image, now().button);
-}
-- (void)highlight:(BOOL)flag {
-    now().button.isHighlighted = flag;
+    tell(image == nil ? QStringLiteral("no image") : QStringLiteral("image"));
 }
 - (void)performClick:(id)sender {
-    if (machinery().menu != nil && now().clickOpensMenu) {
-        open(machinery().menu, now().button.menus);
+    if (world().clickOpensMenu) {
+        open(one.menu, QStringLiteral("menu opens"));
     }
 }
 @end
@@ -115,39 +94,30 @@ ONE_OF(NSStatusBar, systemStatusBar)
 @end
 
 void Doubles::pressButton() {
-    if (machinery().menu != nil) {
-        return; // a button with a menu opens it and never acts
+    if (one.menu == nil) { // a button with a menu opens it and never acts
+        [one.target performSelector:one.action withObject:nil];
     }
-    [machinery().target performSelector:machinery().action withObject:nil];
 }
 
 @implementation NSMenu
 - (id)initWithTitle:(NSString*)title {
     return [self init];
 }
-- (void)addItem:(NSMenuItem*)item {
-    machinery().menus[self].push_back(item);
-}
+RECORDS(NSString*, addItem, "entry")
 @end
 
 @implementation NSMenuItem
 - (id)initWithTitle:(NSString*)title action:(SEL)action keyEquivalent:(NSString*)key {
-    machinery().entries[self] = {.title = [title copy], .action = action};
+    one.entries[self] = {.title = [title copy], .action = action};
     return self;
 }
 + (NSMenuItem*)separatorItem {
     return [[NSMenuItem alloc] initWithTitle:@"---" action:nullptr keyEquivalent:@""];
 }
 - (void)setTarget:(id)target {
-    machinery().entries[self].target = target;
+    one.entries[self].target = target;
+}
+- (const char*)UTF8String { // as text() asks
+    return [one.entries[self].title UTF8String];
 }
 @end
-
-void Doubles::choose(const QString& title) {
-    for (NSMenuItem* item : machinery().menus[machinery().lastMenu]) {
-        const MenuEntry& entry = machinery().entries[item];
-        if (text(entry.title) == title) {
-            [entry.target performSelector:entry.action withObject:item];
-        }
-    }
-}

@@ -15,19 +15,38 @@
         return one;                                                                                                    \
     }
 
+// Methods: one that only answers, one without an argument that is only recorded, and one with an argument.
+#define ANSWERS(TYPE, METHOD, ...)                                                                                     \
+    -(TYPE)METHOD {                                                                                                    \
+        return __VA_ARGS__;                                                                                            \
+    }
+#define TELLS(SIGN, METHOD, TEXT)                                                                                      \
+    SIGN(void) METHOD {                                                                                                \
+        tell(TEXT);                                                                                                    \
+    }
+#define RECORDS(TYPE, METHOD, NAME)                                                                                    \
+    -(void)METHOD : (TYPE)value {                                                                                      \
+        record(NAME, value);                                                                                           \
+    }
+
 namespace Machinery {
 
-using Work = std::function<void()>;
-
-inline Doubles::State& now() {
-    return Doubles::state();
-}
+using Doubles::tell;
+using Doubles::world;
 
 QString text(NSString* string);
 NSString* string(const QString& text);
 
+inline void record(const char* name, NSString* value) {
+    tell(name + QStringLiteral(" ") + text(value));
+}
+
+void record(const char* name, auto number) {
+    tell(name + QStringLiteral(" %1").arg(+number));
+}
+
 /// Calls back on a thread of its own: at once, or when the test asks for it.
-void answer(Work work);
+void answer(std::function<void()> work);
 
 /// A block is no object to this runtime: it cannot be sent a message.
 template <typename Block>
@@ -35,17 +54,8 @@ Block kept(Block block) {
     return reinterpret_cast<Block>(_Block_copy(reinterpret_cast<const void*>(block)));
 }
 
-template <typename Block>
-void drop(Block block) {
-    _Block_release(reinterpret_cast<const void*>(block));
-}
-
-void describe(NSImage* image, Doubles::Button& button);
-
 /// Each file of stand-ins forgets its own.
 void forgetItem();
-void forgetSystem();
-void forgetPictures();
 void forgetPrograms();
 
 }

@@ -1,8 +1,6 @@
 // Symbols and fonts. Only two names of symbols are known; a drawing fills its whole place in black.
 #include "Machinery.h"
 
-#include <unordered_map>
-
 #include <CoreText/CoreText.h>
 
 using namespace Machinery;
@@ -14,33 +12,11 @@ struct Bitmap {
     NSInteger width = 0;
     NSInteger height = 0;
     NSInteger bytesPerRow = 0;
-};
+} bitmap;
 
-struct Pictures {
-    std::unordered_map<NSImage*, QString> images;
-    std::unordered_map<NSImage*, QString> descriptions;
-    std::unordered_map<NSImage*, bool> templates;
-    std::unordered_map<NSBitmapImageRep*, Bitmap> bitmaps;
-    std::unordered_map<NSGraphicsContext*, NSBitmapImageRep*> contexts;
-    NSBitmapImageRep* drawingInto = nil;
-    std::vector<NSBitmapImageRep*> graphicsStates;
-};
+NSImage* configured = nil;
+bool isDrawingInto = false;
 
-Pictures& machinery() {
-    static Pictures one;
-    return one;
-}
-
-}
-
-void Machinery::forgetPictures() {
-    machinery() = {};
-}
-
-void Machinery::describe(NSImage* image, Doubles::Button& button) {
-    button.imageName = machinery().images[image];
-    button.imageDescription = machinery().descriptions[image];
-    button.imageIsTemplate = machinery().templates[image];
 }
 
 const CFStringRef kCTFontURLAttribute = reinterpret_cast<CFStringRef>(&kCTFontURLAttribute);
@@ -54,24 +30,21 @@ NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignMonospaced = @"mo
 + (CGFloat)systemFontSize {
     return 13;
 }
-- (NSFontDescriptor*)fontDescriptor {
-    return [[NSFontDescriptor alloc] init];
-}
+ANSWERS(NSFontDescriptor*, fontDescriptor, [[NSFontDescriptor alloc] init])
 @end
 
 @implementation NSFontDescriptor
 - (NSFontDescriptor*)fontDescriptorWithDesign:(NSFontDescriptorSystemDesign)design {
-    now().fontDesigns.append(text(design));
-    return now().fontFile.isEmpty() ? nil : self;
+    record("font", design);
+    return world().fontFile.isEmpty() ? nil : self;
 }
 @end
 
 CFTypeRef CTFontDescriptorCopyAttribute(CTFontDescriptorRef descriptor, CFStringRef attribute) {
-    if (descriptor == nullptr) {
+    if (descriptor == nullptr || attribute != kCTFontURLAttribute) {
         abort();
     }
-    NSURL* file = [NSURL fileURLWithPath:string(now().fontFile)];
-    return attribute == kCTFontURLAttribute ? (__bridge CFTypeRef)[file retain] : nullptr;
+    return (__bridge CFTypeRef)[[NSURL fileURLWithPath:string(world().fontFile)] retain];
 }
 
 const CGFloat NSFontWeightRegular = 0;
@@ -80,47 +53,30 @@ NSString* NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
 
 @implementation NSImageSymbolConfiguration
 + (instancetype)configurationWithPointSize:(CGFloat)size weight:(NSFontWeight)weight {
-    now().symbolPointSize = size;
-    now().symbolWeight = weight;
+    tell(QStringLiteral("%1 points, weight %2").arg(size).arg(weight));
     return [[self alloc] init];
-}
-- (id)copyWithZone:(NSZone*)zone {
-    return [self retain];
 }
 @end
 
 @implementation NSImage
 + (instancetype)imageWithSystemSymbolName:(NSString*)name accessibilityDescription:(NSString*)description {
-    if (![name isEqualToString:@"bell"] && ![name isEqualToString:@"power"]) {
-        return nil;
-    }
-    ++now().imagesMade;
-    NSImage* image = [[self alloc] init];
-    machinery().images[image] = text(name);
-    machinery().descriptions[image] = text(description);
-    return image;
+    tell(text(name) + QStringLiteral(" that means ") + text(description));
+    return [name isEqualToString:@"bell"] || [name isEqualToString:@"power"] ? [[self alloc] init] : nil;
 }
+RECORDS(BOOL, setTemplate, "template")
 - (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration {
-    NSImage* image = [[NSImage alloc] init];
-    machinery().images[image] = machinery().images[self] + QStringLiteral(" configured");
-    return image;
+    configured = [[NSImage alloc] init];
+    return configured;
 }
-- (void)setTemplate:(BOOL)flag {
-    machinery().templates[self] = flag;
-}
-- (NSSize)size {
-    return NSMakeSize(now().symbolSize.width(), now().symbolSize.height());
-}
+ANSWERS(NSSize, size, NSMakeSize(world().symbolSize.width(), world().symbolSize.height()))
 - (void)drawInRect:(NSRect)place
           fromRect:(NSRect)from
          operation:(NSCompositingOperation)operation
           fraction:(CGFloat)fraction {
-    NSBitmapImageRep* into = machinery().drawingInto;
-    if (into == nil || operation != NSCompositeSourceOver || fraction != 1 || !NSIsEmptyRect(from) ||
-        !machinery().images[self].endsWith(QStringLiteral(" configured"))) {
+    if (operation != NSCompositeSourceOver || fraction != 1 || !NSIsEmptyRect(from) || self != configured ||
+        !isDrawingInto) {
         return;
     }
-    const Bitmap& bitmap = machinery().bitmaps[into];
     for (NSInteger y = 0; y < bitmap.height; ++y) {
         for (NSInteger x = 0; x < bitmap.width; ++x) {
             if (NSPointInRect(NSMakePoint(x + 0.5, y + 0.5), place)) {
@@ -149,30 +105,22 @@ NSString* NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
         ![colorSpaceName isEqualToString:NSDeviceRGBColorSpace]) {
         return nil;
     }
-    machinery().bitmaps[self] = {.pixels = planes[0], .width = width, .height = height, .bytesPerRow = rowBytes};
+    bitmap = {.pixels = planes[0], .width = width, .height = height, .bytesPerRow = rowBytes};
     return self;
 }
 @end
 
 @implementation NSGraphicsContext
+TELLS(+, saveGraphicsState, "state kept")
+TELLS(-, flushGraphics, "flushed")
 + (NSGraphicsContext*)graphicsContextWithBitmapImageRep:(NSBitmapImageRep*)bitmap {
-    NSGraphicsContext* context = [[self alloc] init];
-    machinery().contexts[context] = bitmap;
-    return context;
-}
-+ (void)saveGraphicsState {
-    ++now().openGraphicsStates;
-    machinery().graphicsStates.push_back(machinery().drawingInto);
-}
-+ (void)restoreGraphicsState {
-    --now().openGraphicsStates;
-    machinery().drawingInto = machinery().graphicsStates.back();
-    machinery().graphicsStates.pop_back();
+    return [[self alloc] init];
 }
 + (void)setCurrentContext:(NSGraphicsContext*)context {
-    machinery().drawingInto = machinery().contexts[context];
+    isDrawingInto = context != nil;
 }
-- (void)flushGraphics {
-    ++now().flushes;
++ (void)restoreGraphicsState {
+    tell("state restored");
+    isDrawingInto = false;
 }
 @end

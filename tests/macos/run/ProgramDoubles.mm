@@ -1,8 +1,10 @@
-// The application among others, its windows, and what happens in other programs.
+// The application among others, its launch, its windows, and what happens in other programs.
 #include "Machinery.h"
 
 #include <QGuiApplication>
 #include <QWindow>
+
+#import <CoreServices/CoreServices.h>
 
 using namespace Machinery;
 using enum Doubles::Program;
@@ -14,43 +16,34 @@ struct Monitor {
     void (^heard)(NSEvent*) = nil;
 };
 
-std::vector<Monitor*>& monitors() {
-    static std::vector<Monitor*> all;
-    return all;
-}
+std::vector<Monitor*> monitors;
+id reopenHandler = nil;
+SEL reopenSelector = nullptr;
 
 NSRunningApplication* otherProgram() {
     static NSRunningApplication* one = [[NSRunningApplication alloc] init];
     return one;
 }
 
-Doubles::Program programOf(NSRunningApplication* application) {
-    return application == nil ? none : application == otherProgram() ? other : own;
-}
-
-NSWindow* theWindow() {
-    static NSWindow* one = [[NSWindow alloc] init];
-    return one;
-}
-
 }
 
 void Machinery::forgetPrograms() {
-    monitors().clear();
+    monitors.clear();
+    reopenHandler = nil;
 }
 
 // Qt's own answers, where it draws by the system.
 
 QString QGuiApplication::platformName() {
-    return now().platform;
+    return world().platform;
 }
 
 WId QWindow::winId() const {
-    if (now().platform != QStringLiteral("cocoa")) {
+    if (world().platform != QStringLiteral("cocoa")) {
         return 1;
     }
     static NSView* view = [[NSView alloc] init];
-    now().nativeWindowWasVisible = isVisible();
+    tell(isVisible() ? QStringLiteral("visible native window") : QStringLiteral("native window"));
     return reinterpret_cast<WId>(view);
 }
 
@@ -59,56 +52,38 @@ WId QWindow::winId() const {
 
 @implementation NSApplication
 ONE_OF(NSApplication, sharedApplication)
-- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)policy {
-    now().activationPolicy = policy;
-    return YES;
-}
+RECORDS(NSInteger, setActivationPolicy, "policy")
 - (void)activateIgnoringOtherApps:(BOOL)flag {
-    now().activations += flag ? 1 : 0;
-    now().isActive = now().grantsActivation;
-    now().inFront = own;
+    record("activates", flag);
+    world().isActive = world().grantsActivation;
+    world().inFront = own;
 }
-- (void)activate {
-    ++now().requestsToActivate;
-}
-- (BOOL)isActive {
-    return now().isActive;
-}
+TELLS(-, activate, "asks to be activated")
+ANSWERS(BOOL, isActive, world().isActive)
 - (void)hide:(id)sender {
-    now().isHidden = true;
+    tell("hides");
 }
-- (void)unhideWithoutActivation {
-    now().isHidden = false;
-}
+TELLS(-, unhideWithoutActivation, "unhides")
 - (void)yieldActivationToApplication:(NSRunningApplication*)application {
-    now().yieldedTo = programOf(application);
+    tell(application == otherProgram() ? QStringLiteral("yields to the other") : QStringLiteral("yields"));
 }
-- (NSEvent*)currentEvent {
-    return now().currentEvent ? [[NSEvent alloc] init] : nil;
-}
+ANSWERS(NSEvent*, currentEvent, world().event ? [[NSEvent alloc] init] : nil)
 @end
 
 @implementation NSRunningApplication
 ONE_OF(NSRunningApplication, currentApplication)
 + (NSArray*)runningApplicationsWithBundleIdentifier:(NSString*)identifier {
     NSMutableArray* running = [NSMutableArray arrayWithObject:[self currentApplication]];
-    if (now().otherInstanceRuns && text(identifier) == now().bundleIdentifier) {
+    if (world().otherRuns && text(identifier) == world().bundle) {
         [running addObject:otherProgram()];
     }
     return running;
 }
-- (NSURL*)bundleURL {
-    return [NSURL URLWithString:self == otherProgram() ? @"file:///other.app" : @"file:///own.app"];
-}
-- (BOOL)isFinishedLaunching {
-    return self == otherProgram() ? now().otherHasFinishedLaunching : now().hasFinishedLaunching;
-}
+ANSWERS(NSURL*, bundleURL, [NSURL URLWithString:self == otherProgram() ? @"file:///other.app" : @"file:///own.app"])
+ANSWERS(BOOL, isFinishedLaunching, self == otherProgram() ? world().otherHasLaunched : world().hasLaunched)
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
-    if (programOf(self) != other || now().yieldedTo != other) {
-        return NO;
-    }
-    now().otherActivations.append(static_cast<quint64>(options));
-    now().isActive = !now().otherAccepts;
+    record(self == otherProgram() ? "activates the other" : "activates itself", options);
+    world().isActive = !world().otherAccepts;
     return YES;
 }
 @end
@@ -122,84 +97,94 @@ ONE_OF(NSRunningApplication, currentApplication)
 @implementation NSWorkspace
 ONE_OF(NSWorkspace, sharedWorkspace)
 - (NSRunningApplication*)frontmostApplication {
-    const auto program = now().inFront;
+    const auto program = world().inFront;
     return program == none ? nil : program == other ? otherProgram() : [NSRunningApplication currentApplication];
 }
 - (BOOL)openURL:(NSURL*)url {
-    now().openedUrls.append(text([url absoluteString]));
+    record("opens", [url absoluteString]);
     return NO;
 }
 - (void)openApplicationAtURL:(NSURL*)url
                configuration:(NSWorkspaceOpenConfiguration*)configuration
            completionHandler:(void (^)(NSRunningApplication*, NSError*))handler {
-    now().openedApplications.append(text([url absoluteString]));
-    handler = kept(handler);
-    answer([handler] {
-        handler(nil, nil);
-        drop(handler);
-    });
+    record("opens", [url absoluteString]);
+    answer([handler = kept(handler)] { handler(nil, nil); });
 }
 @end
 
+@implementation NSAppleEventManager (Doubles)
+ONE_OF(NSAppleEventManager, sharedAppleEventManager)
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)selector
+          forEventClass:(AEEventClass)kind
+             andEventID:(AEEventID)event {
+    if (kind == kCoreEventClass && event == kAEReopenApplication) {
+        reopenHandler = handler;
+        reopenSelector = selector;
+    }
+}
+- (void)removeEventHandlerForEventClass:(AEEventClass)kind andEventID:(AEEventID)event {
+    if (kind == kCoreEventClass && event == kAEReopenApplication) {
+        reopenHandler = nil;
+    }
+}
+@end
+
+NSString* NSApplicationWillFinishLaunchingNotification = @"NSApplicationWillFinishLaunchingNotification";
+NSString* NSApplicationDidFinishLaunchingNotification = @"NSApplicationDidFinishLaunchingNotification";
+
+void Doubles::finishLaunching() {
+    for (NSString* step in
+         @[ NSApplicationWillFinishLaunchingNotification, NSApplicationDidFinishLaunchingNotification ]) {
+        [[NSNotificationCenter defaultCenter] postNotificationName:step object:nil];
+    }
+}
+
+void Doubles::reopen() {
+    if (reopenHandler == nil) {
+        tell("nobody hears of it");
+    }
+    [reopenHandler performSelector:reopenSelector withObject:nil withObject:nil];
+}
+
 @implementation NSWindow
+RECORDS(NSUInteger, setCollectionBehavior, "behaviour")
 - (NSRect)convertRectToScreen:(NSRect)rect {
-    return NSOffsetRect(rect, now().windowOnScreen.x(), now().windowOnScreen.y());
+    return NSOffsetRect(rect, world().itemWindow.x(), world().itemWindow.y());
 }
-- (void)setCollectionBehavior:(NSWindowCollectionBehavior)behavior {
-    now().windowBehavior = behavior;
-}
-- (void)orderFrontRegardless {
-    ++now().ordersToTheFront;
-}
+TELLS(-, orderFrontRegardless, "orders to the front")
 @end
 
 @implementation NSView
+RECORDS(NSString*, setToolTip, "tip")
+RECORDS(NSString*, setAccessibilityLabel, "named")
+RECORDS(NSString*, setAccessibilityValue, "says")
 - (NSWindow*)window {
-    return now().hasWindow ? theWindow() : nil;
+    static NSWindow* one = [[NSWindow alloc] init];
+    return world().itemHasWindow ? one : nil;
 }
-- (NSRect)bounds {
-    return NSMakeRect(0, 0, now().buttonInWindow.width(), now().buttonInWindow.height());
-}
+ANSWERS(NSRect, bounds, NSMakeRect(0, 0, 30, 24))
 - (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
-    return view == nil ? NSOffsetRect(rect, now().buttonInWindow.x(), now().buttonInWindow.y()) : rect;
-}
-- (void)setToolTip:(NSString*)value {
-    now().button.toolTip = text(value);
-}
-- (void)setAccessibilityLabel:(NSString*)value {
-    now().button.accessibilityLabel = text(value);
-}
-- (void)setAccessibilityValue:(id)value {
-    now().button.accessibilityValue = text(value);
+    return view == nil ? NSOffsetRect(rect, 3, 0) : rect;
 }
 @end
 
 @implementation NSEvent
-- (NSEventType)type {
-    return now().currentEvent.value_or(0);
-}
-- (NSEventModifierFlags)modifierFlags {
-    return now().currentModifiers;
-}
+ANSWERS(NSEventType, type, world().event.value_or(0))
+ANSWERS(NSEventModifierFlags, modifierFlags, world().modifiers)
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent*))block {
-    monitors().push_back(new Monitor{mask, kept(block)});
-    return (id)monitors().back();
+    record("watches", mask);
+    monitors.push_back(new Monitor{mask, kept(block)});
+    return (id)monitors.back();
 }
 + (void)removeMonitor:(id)monitor {
-    std::erase(monitors(), (Monitor*)monitor);
+    record("watches no more", ((Monitor*)monitor)->events);
+    std::erase(monitors, (Monitor*)monitor);
 }
 @end
 
-QList<quint64> Doubles::monitoredEvents() {
-    QList<quint64> masks;
-    for (const Monitor* monitor : monitors()) {
-        masks.append(monitor->events);
-    }
-    return masks;
-}
-
 void Doubles::happensElsewhere(quint64 event) {
-    for (const Monitor* monitor : std::vector{monitors()}) {
+    for (const Monitor* monitor : std::vector{monitors}) {
         if ((monitor->events & event) != 0) {
             monitor->heard([[NSEvent alloc] init]);
         }

@@ -1,12 +1,13 @@
-// Threads, the bundle, the user's defaults, the launch.
+// The record, threads, the bundle, the user's defaults, notifications.
 #include "Machinery.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <thread>
 
 #import <ApplicationServices/ApplicationServices.h>
-#import <CoreServices/CoreServices.h>
+#import <UserNotifications/UserNotifications.h>
 #include <dispatch/dispatch.h>
 #include <malloc/malloc.h>
 #include <spawn.h>
@@ -15,18 +16,11 @@ using namespace Machinery;
 
 namespace {
 
-struct System {
-    std::vector<Work> heldAnswers;
-    id reopenHandler = nil;
-    SEL reopenSelector = nullptr;
-};
+QStringList written;
+std::vector<std::function<void()>> heldAnswers;
+id centerDelegate = nil;
 
-System& machinery() {
-    static System one;
-    return one;
-}
-
-void onAnotherThread(const Work& work) {
+void onAnotherThread(const std::function<void()>& work) {
     std::thread{[&work] {
         GSRegisterCurrentThread();
         @autoreleasepool {
@@ -39,43 +33,41 @@ void onAnotherThread(const Work& work) {
 }
 
 QString Machinery::text(NSString* string) {
-    @autoreleasepool {
-        return string == nil ? QString{} : QString::fromUtf8([string UTF8String]);
-    }
+    return string == nil ? QStringLiteral("nothing") : QString::fromUtf8([string UTF8String]);
 }
 
 NSString* Machinery::string(const QString& text) {
     return [NSString stringWithUTF8String:text.toUtf8().constData()];
 }
 
-void Machinery::answer(Work work) {
-    if (now().holdsAnswers) {
-        machinery().heldAnswers.push_back(std::move(work));
-    } else {
-        onAnotherThread(work);
-    }
+void Machinery::answer(std::function<void()> work) {
+    world().answersLater ? heldAnswers.push_back(work) : onAnotherThread(work);
 }
 
-void Machinery::forgetSystem() {
-    machinery() = {};
-}
-
-Doubles::State& Doubles::state() {
-    static State one;
+Doubles::World& Doubles::world() {
+    static World one;
     return one;
 }
 
+void Doubles::tell(const QString& what) {
+    written.append(QThread::currentThread() == qApp->thread() ? what : what + QStringLiteral(" on another thread"));
+}
+
+QString Doubles::told() {
+    return std::exchange(written, {}).join(QStringLiteral("; "));
+}
+
 void Doubles::reset() {
-    state() = {};
+    [[maybe_unused]] static NSAutoreleasePool* pool = [[NSAutoreleasePool alloc] init];
+    world() = {};
+    (void)told();
+    heldAnswers.clear();
     forgetItem();
-    forgetPictures();
     forgetPrograms();
-    forgetSystem();
 }
 
 void Doubles::answerAll() {
-    const auto held = std::exchange(machinery().heldAnswers, {});
-    for (const Work& work : held) {
+    for (const auto& work : std::exchange(heldAnswers, {})) {
         onAnotherThread(work);
     }
 }
@@ -93,115 +85,107 @@ void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
     if (queue != &mainQueue) {
         abort();
     }
-    block = kept(block);
-    QMetaObject::invokeMethod(
-        qApp,
-        [block] {
-            @autoreleasepool {
-                block();
-                drop(block);
-            }
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(qApp, [block = kept(block)] { block(); }, Qt::QueuedConnection);
 }
-
-// The system's allocator
 
 size_t malloc_zone_pressure_relief(malloc_zone_t* zone, size_t goal) {
-    if (zone == nullptr) {
-        now().reliefGoal = goal;
-    }
+    record(zone == nullptr ? "all zones relieved by" : "one zone relieved by", goal);
     return 0;
 }
-
-// Processes
 
 int posix_spawn_file_actions_addinherit_np(posix_spawn_file_actions_t* /*actions*/, int descriptor) {
-    now().inheritedDescriptors.append(descriptor);
+    record("inherits", descriptor);
     return 0;
 }
 
-// ApplicationServices
-
-Boolean AXIsProcessTrusted() {
-    return now().isTrusted;
+unsigned char AXIsProcessTrusted() {
+    return world().isTrusted;
 }
-
-// Foundation: only what asks for the bundle, and the handlers of Apple events.
 
 @implementation NSBundle (Doubles)
-- (NSString*)bundleIdentifier {
-    return now().bundleIdentifier ? string(*now().bundleIdentifier) : nil;
-}
+ANSWERS(NSString*, bundleIdentifier, world().bundle ? string(*world().bundle) : nil)
 - (id)objectForInfoDictionaryKey:(NSString*)key {
-    if (text(key) == now().keyWithNumber) {
-        return [NSNumber numberWithInt:7];
-    }
-    const auto found = now().information.constFind(text(key));
-    return found == now().information.constEnd() ? nil : string(*found);
+    const QVariant value = world().information.value(text(key));
+    return !value.isValid() ? nil : value.typeId() == QMetaType::Int ? (id) @7 : (id)string(value.toString());
 }
 @end
 
-@implementation NSAppleEventManager (Doubles)
-ONE_OF(NSAppleEventManager, sharedAppleEventManager)
-- (void)setEventHandler:(id)handler
-            andSelector:(SEL)selector
-          forEventClass:(AEEventClass)kind
-             andEventID:(AEEventID)event {
-    if (kind == kCoreEventClass && event == kAEReopenApplication) {
-        machinery().reopenHandler = handler;
-        machinery().reopenSelector = selector;
-    }
-}
-- (void)removeEventHandlerForEventClass:(AEEventClass)kind andEventID:(AEEventID)event {
-    if (kind == kCoreEventClass && event == kAEReopenApplication) {
-        machinery().reopenHandler = nil;
-    }
-}
-@end
-
-NSString* NSApplicationWillFinishLaunchingNotification = @"NSApplicationWillFinishLaunchingNotification";
-NSString* NSApplicationDidFinishLaunchingNotification = @"NSApplicationDidFinishLaunchingNotification";
-
-void Doubles::finishLaunching() {
-    for (NSString* step in
-         @[ NSApplicationWillFinishLaunchingNotification, NSApplicationDidFinishLaunchingNotification ]) {
-        [[NSNotificationCenter defaultCenter] postNotificationName:step object:nil];
-    }
-}
-
-bool Doubles::handlesReopening() {
-    return machinery().reopenHandler != nil;
-}
-
-void Doubles::reopen() {
-    [machinery().reopenHandler performSelector:machinery().reopenSelector withObject:nil withObject:nil];
-}
-
-std::optional<QString> Doubles::storedText(const QString& key) {
-    @autoreleasepool {
-        id value = [[NSUserDefaults standardUserDefaults] objectForKey:string(key)];
-        return [value isKindOfClass:[NSString class]] ? std::optional{text(value)} : std::nullopt;
-    }
-}
-
-std::optional<bool> Doubles::storedTruth(const QString& key) {
-    @autoreleasepool {
-        id value = [[NSUserDefaults standardUserDefaults] objectForKey:string(key)];
-        return value == nil ? std::nullopt : std::optional<bool>{[value boolValue]};
-    }
-}
-
-void Doubles::storeNumber(const QString& key, int number) {
-    @autoreleasepool {
-        [[NSUserDefaults standardUserDefaults] setObject:[NSNumber numberWithInt:number] forKey:string(key)];
-    }
+QString Doubles::stored(const QString& key) {
+    id value = [[NSUserDefaults standardUserDefaults] objectForKey:string(key)];
+    return [value isKindOfClass:[NSNumber class]] ? QStringLiteral("number %1").arg([value intValue]) : text(value);
 }
 
 void Doubles::clearStored(const QStringList& keys) {
-    @autoreleasepool {
-        for (const QString& key : keys) {
-            [[NSUserDefaults standardUserDefaults] removeObjectForKey:string(key)];
-        }
+    for (const QString& key : keys) {
+        [[NSUserDefaults standardUserDefaults] removeObjectForKey:string(key)];
     }
+}
+
+@implementation UNNotificationSound
+ONE_OF(UNNotificationSound, defaultSound)
+@end
+
+@implementation UNMutableNotificationContent
+RECORDS(NSString*, setTitle, "title")
+RECORDS(NSString*, setBody, "body")
+- (void)setSound:(UNNotificationSound*)sound {
+    tell(sound == [UNNotificationSound defaultSound] ? QStringLiteral("default sound") : QStringLiteral("a sound"));
+}
+@end
+
+@implementation UNNotificationContent
+@end
+
+@implementation UNNotificationRequest
++ (instancetype)requestWithIdentifier:(NSString*)identifier
+                              content:(UNNotificationContent*)content
+                              trigger:(UNNotificationTrigger*)trigger {
+    record(trigger == nil ? "at once" : "later", identifier);
+    return [[self alloc] init];
+}
+@end
+
+@implementation UNNotification
+@end
+
+@implementation UNNotificationSettings
+ANSWERS(UNAuthorizationStatus, authorizationStatus, static_cast<UNAuthorizationStatus>(world().authorizationStatus))
+@end
+
+@implementation UNUserNotificationCenter
++ (UNUserNotificationCenter*)currentNotificationCenter {
+    if (!world().bundle || !world().bundleIsKnown) {
+        tell("raised");
+        [NSException raise:NSInternalInconsistencyException format:@"there is no bundle"];
+    }
+    static UNUserNotificationCenter* one = [[self alloc] init];
+    return one;
+}
+- (void)setDelegate:(id)delegate {
+    centerDelegate = delegate;
+}
+- (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
+                      completionHandler:(void (^)(BOOL, NSError*))handler {
+    record("asks for", options);
+    answer([handler = kept(handler)] { handler(world().grantsNotifications, nil); });
+}
+- (void)getNotificationSettingsWithCompletionHandler:(void (^)(UNNotificationSettings*))handler {
+    answer([handler = kept(handler)] { handler([[UNNotificationSettings alloc] init]); });
+}
+- (void)addNotificationRequest:(UNNotificationRequest*)request withCompletionHandler:(void (^)(NSError*))handler {
+    answer([handler = kept(handler)] { handler(nil); });
+}
+@end
+
+void Doubles::presentNotification() {
+    if (![centerDelegate respondsToSelector:@selector(userNotificationCenter:
+                                                     willPresentNotification:withCompletionHandler:)]) {
+        tell("not presented");
+        return;
+    }
+    [centerDelegate userNotificationCenter:nil
+                   willPresentNotification:nil
+                     withCompletionHandler:^(UNNotificationPresentationOptions options) {
+                         record("presented as", options);
+                     }];
 }

@@ -13,12 +13,5 @@ struct objc_method_description {
 
 extern "C" {
 Class object_getClass(id);
-Class objc_getClass(const char*);
-Class objc_lookUpClass(const char*);
-const char* class_getName(Class);
-Class class_getSuperclass(Class);
-BOOL class_isMetaClass(Class);
 SEL sel_getUid(const char*);
-SEL sel_registerName(const char*);
-const char* sel_getName(SEL);
 }

@@ -1,8 +1,7 @@
-// Declared after the public manual page malloc_zone_pressure_relief(3); only what the companion uses.
+// As the manual page malloc_zone_pressure_relief(3) has it.
 #pragma once
 
 #include <stddef.h>
 
-typedef struct _malloc_zone_t malloc_zone_t; // malloc_zone_t
-
+typedef struct _malloc_zone_t malloc_zone_t;
 extern "C" size_t malloc_zone_pressure_relief(malloc_zone_t* zone, size_t goal);

@@ -1,4 +1,4 @@
-// What only macOS has of <spawn.h>; the double keeps what it was asked.
+// What only macOS has of <spawn.h>.
 #pragma once
 
 #include_next <spawn.h>
