@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
