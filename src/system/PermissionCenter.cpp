@@ -18,12 +18,8 @@ using Status = Item::Status;
 using Authorization = NotificationService::Authorization;
 using SystemSettings::Pane;
 
-constexpr std::array rawValues{
-    std::pair{Status::granted, "granted"_L1},
-    std::pair{Status::denied, "denied"_L1},
-    std::pair{Status::notDetermined, "notDetermined"_L1},
-    std::pair{Status::unknown, "unknown"_L1},
-};
+/// In the order of the states.
+constexpr std::array rawValues{"granted"_L1, "denied"_L1, "notDetermined"_L1, "unknown"_L1};
 
 constexpr std::array authorizations{
     std::pair{Authorization::notDetermined, Status::notDetermined},
@@ -42,13 +38,12 @@ Status statusOf(Authorization authorization) {
 }
 
 QString Item::rawValue(Status status) {
-    return std::ranges::find(rawValues, status, &std::pair<Status, QLatin1StringView>::first)->second;
+    return rawValues[static_cast<std::size_t>(status)];
 }
 
 std::optional<Status> Item::statusFromRawValue(QStringView rawValue) {
-    const auto* const found =
-        std::ranges::find_if(rawValues, [&](const auto& entry) { return entry.second == rawValue; });
-    return found == rawValues.end() ? std::nullopt : std::optional{found->first};
+    const auto* const found = std::find(rawValues.begin(), rawValues.end(), rawValue);
+    return found == rawValues.end() ? std::nullopt : std::optional{static_cast<Status>(found - rawValues.begin())};
 }
 
 PermissionCenter::PermissionCenter(NotificationService& notifications, TrustProbe isTrusted, PaneLink link,

@@ -56,57 +56,52 @@ std::optional<QString> messageOf(const QByteArray& line) {
 
 class ListeningInstance final : public SingleInstance {
 public:
-    explicit ListeningInstance(std::unique_ptr<QLocalServer> server);
+    explicit ListeningInstance(std::unique_ptr<QLocalServer> server)
+        : m_server{std::move(server)} {
+        connect(m_server.get(), &QLocalServer::newConnection, this, [this] {
+            while (QLocalSocket* const peer = m_server->nextPendingConnection()) {
+                welcome(peer);
+            }
+        });
+    }
 
 private:
-    void welcome(QLocalSocket* peer);
-    void listenTo(QLocalSocket* peer);
+    void welcome(QLocalSocket* peer) {
+        if (m_peers >= maxPeers || !belongsToUs(*peer)) {
+            delete peer;
+            return;
+        }
+        ++m_peers;
+        connect(peer, &QObject::destroyed, this, [this] { --m_peers; });
+        connect(peer, &QLocalSocket::disconnected, peer, &QObject::deleteLater);
+        connect(peer, &QLocalSocket::readyRead, this, [this, peer] { listenTo(peer); });
+        QTimer::singleShot(peerTimeout, peer, [peer] {
+            peer->abort();
+            peer->deleteLater();
+        });
+        peer->setReadBufferSize(maxLine);
+        listenTo(peer);
+    }
+
+    void listenTo(QLocalSocket* peer) {
+        if (!peer->canReadLine()) {
+            if (peer->bytesAvailable() >= maxLine) {
+                peer->abort();
+            }
+            return;
+        }
+        disconnect(peer, &QLocalSocket::readyRead, this, nullptr);
+        const std::optional<QString> message = messageOf(peer->readLine());
+        peer->write(acknowledgement);
+        peer->disconnectFromServer();
+        if (message) {
+            emit messageReceived(*message);
+        }
+    }
 
     std::unique_ptr<QLocalServer> m_server;
     int m_peers = 0;
 };
-
-ListeningInstance::ListeningInstance(std::unique_ptr<QLocalServer> server)
-    : m_server{std::move(server)} {
-    connect(m_server.get(), &QLocalServer::newConnection, this, [this] {
-        while (QLocalSocket* const peer = m_server->nextPendingConnection()) {
-            welcome(peer);
-        }
-    });
-}
-
-void ListeningInstance::welcome(QLocalSocket* peer) {
-    if (m_peers >= maxPeers || !belongsToUs(*peer)) {
-        delete peer;
-        return;
-    }
-    ++m_peers;
-    connect(peer, &QObject::destroyed, this, [this] { --m_peers; });
-    connect(peer, &QLocalSocket::disconnected, peer, &QObject::deleteLater);
-    connect(peer, &QLocalSocket::readyRead, this, [this, peer] { listenTo(peer); });
-    QTimer::singleShot(peerTimeout, peer, [peer] {
-        peer->abort();
-        peer->deleteLater();
-    });
-    peer->setReadBufferSize(maxLine);
-    listenTo(peer);
-}
-
-void ListeningInstance::listenTo(QLocalSocket* peer) {
-    if (!peer->canReadLine()) {
-        if (peer->bytesAvailable() >= maxLine) {
-            peer->abort();
-        }
-        return;
-    }
-    disconnect(peer, &QLocalSocket::readyRead, this, nullptr);
-    const std::optional<QString> message = messageOf(peer->readLine());
-    peer->write(acknowledgement);
-    peer->disconnectFromServer();
-    if (message) {
-        emit messageReceived(*message);
-    }
-}
 
 std::unique_ptr<QLocalServer> listeningServer() {
     auto server = std::make_unique<QLocalServer>();

@@ -33,18 +33,103 @@ enum class Kind { undecided, statusNotifier, xembed };
 
 class TrayStatusItem final : public StatusItem {
 public:
-    explicit TrayStatusItem(const QString& title);
+    explicit TrayStatusItem(const QString& title)
+        : m_title{title} {
+        fillMenu();
+        m_xembedTimer.setSingleShot(true);
+        m_xembedTimer.setInterval(xembedDelay);
+        connect(&m_xembedTimer, &QTimer::timeout, this, [this] {
+            if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
+                settleOn(Kind::xembed);
+            }
+        });
+        const QString platform = QGuiApplication::platformName();
+        if (platform != u"xcb"_s && !platform.startsWith(u"wayland"_s)) {
+            return;
+        }
+        connect(&m_statusNotifier, &StatusNotifierHostWatch::changed, this, &TrayStatusItem::trayChanged);
+        connect(&m_xembed, &XembedTrayWatch::changed, this, &TrayStatusItem::trayChanged);
+        trayChanged();
+    }
 
-    void setSymbol(const QString& symbolName, const QString& meaning) override;
-    [[nodiscard]] QRect anchor() const override;
+    void setSymbol(const QString& symbolName, const QString& meaning) override {
+        if (symbolName == m_symbolName && meaning == m_meaning) {
+            return;
+        }
+        m_symbolName = symbolName;
+        m_meaning = meaning;
+        showSymbol();
+    }
+
+    [[nodiscard]] QRect anchor() const override {
+        const QRect place = m_icon && m_icon->isVisible() ? m_icon->geometry() : QRect{};
+        return place.isValid() ? place : QRect{QCursor::pos(), QSize{0, 0}};
+    }
 
 private:
-    void fillMenu();
-    void trayChanged();
-    void settleOn(Kind kind);
-    void activated(QSystemTrayIcon::ActivationReason reason);
-    void showSymbol();
-    [[nodiscard]] QIcon picture();
+    void fillMenu() {
+        const auto add = [this](const QString& text, void (StatusItem::*chosen)()) {
+            connect(m_menu.addAction(text), &QAction::triggered, this, chosen);
+        };
+        add(showPanelText.toString(), &StatusItem::showPanelChosen);
+        add(settingsText.toString(), &StatusItem::settingsChosen);
+        m_menu.addSeparator();
+        add(quitText.toString().arg(m_title), &StatusItem::quitChosen);
+    }
+
+    void trayChanged() {
+        const bool statusNotifier = m_statusNotifier.host() == Host::present;
+        switch (m_kind) {
+        case Kind::undecided:
+            if (statusNotifier) {
+                settleOn(Kind::statusNotifier);
+            } else if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
+                m_xembedTimer.start();
+            }
+            break;
+        case Kind::statusNotifier:
+            m_icon->setVisible(statusNotifier);
+            break;
+        case Kind::xembed:
+            m_icon->setVisible(m_xembed.trayIsThere());
+            break;
+        }
+    }
+
+    void settleOn(Kind kind) {
+        m_xembedTimer.stop();
+        m_kind = kind;
+        m_icon = std::make_unique<QSystemTrayIcon>();
+        connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayStatusItem::activated);
+        m_icon->setContextMenu(&m_menu);
+        showSymbol();
+        m_icon->setVisible(true);
+    }
+
+    void activated(QSystemTrayIcon::ActivationReason reason) {
+        // A second press in quick succession comes as a double click alone, and is a click like the first.
+        const bool isPress = reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown;
+        if (isPress && std::chrono::steady_clock::now() - m_lastPress >= samePress) {
+            emit clicked();
+            m_lastPress = std::chrono::steady_clock::now();
+        }
+    }
+
+    void showSymbol() {
+        if (m_icon) {
+            m_icon->setIcon(picture());
+            m_icon->setToolTip(m_meaning.isEmpty() ? m_title : QString{m_title + u" — "_s + m_meaning});
+        }
+    }
+
+    /// Each icon is drawn once: Qt goes on keeping the pictures of one that is shown no more, up to 10 MB of them.
+    [[nodiscard]] QIcon picture() {
+        QIcon& picture = m_pictures[m_symbolName];
+        if (picture.isNull()) {
+            picture = TrayIcon::icon(m_symbolName);
+        }
+        return picture;
+    }
 
     const QString m_title;
     QString m_symbolName;
@@ -58,103 +143,6 @@ private:
     std::chrono::steady_clock::time_point m_lastPress;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };
-
-TrayStatusItem::TrayStatusItem(const QString& title)
-    : m_title{title} {
-    fillMenu();
-    m_xembedTimer.setSingleShot(true);
-    m_xembedTimer.setInterval(xembedDelay);
-    connect(&m_xembedTimer, &QTimer::timeout, this, [this] {
-        if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
-            settleOn(Kind::xembed);
-        }
-    });
-    const QString platform = QGuiApplication::platformName();
-    if (platform != u"xcb"_s && !platform.startsWith(u"wayland"_s)) {
-        return;
-    }
-    connect(&m_statusNotifier, &StatusNotifierHostWatch::changed, this, &TrayStatusItem::trayChanged);
-    connect(&m_xembed, &XembedTrayWatch::changed, this, &TrayStatusItem::trayChanged);
-    trayChanged();
-}
-
-void TrayStatusItem::fillMenu() {
-    connect(m_menu.addAction(StatusItem::showPanelText.toString()), &QAction::triggered, this,
-            &StatusItem::showPanelChosen);
-    connect(m_menu.addAction(StatusItem::settingsText.toString()), &QAction::triggered, this,
-            &StatusItem::settingsChosen);
-    m_menu.addSeparator();
-    connect(m_menu.addAction(StatusItem::quitText.toString().arg(m_title)), &QAction::triggered, this,
-            &StatusItem::quitChosen);
-}
-
-void TrayStatusItem::trayChanged() {
-    const bool statusNotifier = m_statusNotifier.host() == Host::present;
-    switch (m_kind) {
-    case Kind::undecided:
-        if (statusNotifier) {
-            settleOn(Kind::statusNotifier);
-        } else if (m_statusNotifier.host() == Host::absent && m_xembed.trayIsThere()) {
-            m_xembedTimer.start();
-        }
-        break;
-    case Kind::statusNotifier:
-        m_icon->setVisible(statusNotifier);
-        break;
-    case Kind::xembed:
-        m_icon->setVisible(m_xembed.trayIsThere());
-        break;
-    }
-}
-
-void TrayStatusItem::settleOn(Kind kind) {
-    m_xembedTimer.stop();
-    m_kind = kind;
-    m_icon = std::make_unique<QSystemTrayIcon>();
-    connect(m_icon.get(), &QSystemTrayIcon::activated, this, &TrayStatusItem::activated);
-    m_icon->setContextMenu(&m_menu);
-    showSymbol();
-    m_icon->setVisible(true);
-}
-
-void TrayStatusItem::activated(QSystemTrayIcon::ActivationReason reason) {
-    // A second press in quick succession comes as a double click alone, and is a click like the first.
-    const bool isPress = reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown;
-    if (isPress && std::chrono::steady_clock::now() - m_lastPress >= samePress) {
-        emit clicked();
-        m_lastPress = std::chrono::steady_clock::now();
-    }
-}
-
-void TrayStatusItem::setSymbol(const QString& symbolName, const QString& meaning) {
-    if (symbolName == m_symbolName && meaning == m_meaning) {
-        return;
-    }
-    m_symbolName = symbolName;
-    m_meaning = meaning;
-    showSymbol();
-}
-
-void TrayStatusItem::showSymbol() {
-    if (m_icon) {
-        m_icon->setIcon(picture());
-        m_icon->setToolTip(m_meaning.isEmpty() ? m_title : QString{m_title + u" — "_s + m_meaning});
-    }
-}
-
-/// Each icon is drawn once: Qt goes on keeping the pictures of one that is shown no more, up to 10 MB of them.
-QIcon TrayStatusItem::picture() {
-    QIcon& picture = m_pictures[m_symbolName];
-    if (picture.isNull()) {
-        picture = TrayIcon::icon(m_symbolName);
-    }
-    return picture;
-}
-
-QRect TrayStatusItem::anchor() const {
-    const QRect place = m_icon && m_icon->isVisible() ? m_icon->geometry() : QRect{};
-    return place.isValid() ? place : QRect{QCursor::pos(), QSize{0, 0}};
-}
 
 }
 
