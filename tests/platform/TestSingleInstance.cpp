@@ -20,6 +20,18 @@
 using namespace InstancePeers;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The first, in this process, and what it was told.
+struct Listener final {
+    const QSet<QByteArray> before = socketNames();
+    const std::unique_ptr<SingleInstance> instance = SingleInstance::claim(u"show"_s);
+    const QByteArray name = (socketNames() - before).values().value(0);
+    QSignalSpy heard{instance.get(), &SingleInstance::messageReceived};
+};
+
+}
+
 class TestSingleInstance final : public QObject {
     Q_OBJECT
 
@@ -102,12 +114,10 @@ private slots:
     }
 
     void hungFirstWithAFullQueueDoesNotHangTheSecond() {
-        QByteArray name;
-        const auto first = claim(name);
-        QVERIFY(first && !name.isEmpty());
+        const Listener first;
         std::vector<std::unique_ptr<Client>> queue;
         do {
-            queue.push_back(std::make_unique<Client>(name));
+            queue.push_back(std::make_unique<Client>(first.name));
         } while (queue.back()->connected() && queue.size() < 5000);
         QVERIFY(!queue.back()->connected());
         QElapsedTimer clock;
@@ -123,73 +133,61 @@ private slots:
         QTRY_COMPARE(first.output(), QByteArray("first\nheard ") + QByteArray("é").repeated(64) + '\n');
     }
 
-    void garbageIsNotAMessage_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("empty line") << QByteArray("\n");
-        QTest::newRow("65 characters") << QByteArray(65, 'x') + '\n';
-        QTest::newRow("too long for a line") << QByteArray(1000, 'x') + '\n';
-        QTest::newRow("a megabyte without an end") << QByteArray(1 << 20, 'x');
-        QTest::newRow("zero bytes") << QByteArray(20, '\0') + '\n';
-        QTest::newRow("control characters") << QByteArray("show\x1b[2J\n");
-    }
     void garbageIsNotAMessage() {
-        QFETCH(QByteArray, bytes);
-        QByteArray name;
-        const auto first = claim(name);
-        QVERIFY(first && !name.isEmpty());
-        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-        const Client client{name};
-        QVERIFY(client.connected());
-        client.send(bytes);
-        QTRY_VERIFY(client.dropped());
-        QCOMPARE(heard.size(), 0);
-        const Client next{name};
-        next.send("show\n");
-        QTRY_COMPARE(heard.size(), 1);
+        const QByteArrayList lines{"\n",
+                                   QByteArray(65, 'x') + '\n',
+                                   QByteArray(1000, 'x') + '\n',
+                                   QByteArray(1 << 20, 'x'),
+                                   QByteArray(20, '\0') + '\n',
+                                   "show\x1b[2J\n"};
+        for (const auto& bytes : lines) {
+            const Listener first;
+            const Client client{first.name};
+            QVERIFY(client.connected());
+            client.send(bytes);
+            QTRY_VERIFY(client.dropped());
+            QCOMPARE(first.heard.size(), 0);
+            const Client next{first.name};
+            next.send("show\n");
+            QTRY_COMPARE(first.heard.size(), 1);
+        }
     }
 
     void lineThatComesInPiecesIsRead() {
-        QByteArray name;
-        const auto first = claim(name);
-        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-        const Client client{name};
+        const Listener first;
+        const Client client{first.name};
         for (const char* piece : {"s", "ho", "w"}) {
             client.send(piece);
             QCoreApplication::processEvents();
-            QCOMPARE(heard.size(), 0);
+            QCOMPARE(first.heard.size(), 0);
         }
         client.send("\n");
-        QTRY_COMPARE(heard.size(), 1);
-        QCOMPARE(heard.at(0).at(0).toString(), u"show"_s);
+        QTRY_COMPARE(first.heard.size(), 1);
+        QCOMPARE(first.heard.at(0).at(0).toString(), u"show"_s);
     }
 
     void firstLineOfAClientThatLeftAtOnceIsRead() {
-        QByteArray name;
-        const auto first = claim(name);
-        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-        Client{name}.send("one\ntwo\nthree\n");
-        QTRY_COMPARE(heard.size(), 1);
-        QCOMPARE(heard.at(0).at(0).toString(), u"one"_s);
-        Client{name}.send("show\n");
-        QTRY_COMPARE(heard.size(), 2);
-        QCOMPARE(heard.at(1).at(0).toString(), u"show"_s);
+        const Listener first;
+        Client{first.name}.send("one\ntwo\nthree\n");
+        QTRY_COMPARE(first.heard.size(), 1);
+        QCOMPARE(first.heard.at(0).at(0).toString(), u"one"_s);
+        Client{first.name}.send("show\n");
+        QTRY_COMPARE(first.heard.size(), 2);
+        QCOMPARE(first.heard.at(1).at(0).toString(), u"show"_s);
     }
 
     void silentClientIsDropped() {
-        QByteArray name;
-        const auto first = claim(name);
-        const Client client{name};
+        const Listener first;
+        const Client client{first.name};
         QVERIFY(client.connected());
         QTRY_VERIFY(client.dropped());
     }
 
     void floodLeavesTheFirstListening() {
-        QByteArray name;
-        const auto first = claim(name);
-        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
+        const Listener first;
         std::vector<std::unique_ptr<Client>> flood;
         for (int client = 0; client < 500; ++client) {
-            flood.push_back(std::make_unique<Client>(name));
+            flood.push_back(std::make_unique<Client>(first.name));
             flood.back()->send(QByteArray(100, '\xff'));
             if (client % 10 == 0) {
                 QCoreApplication::processEvents();
@@ -197,21 +195,19 @@ private slots:
         }
         QTRY_VERIFY(
             std::ranges::all_of(flood, [](const auto& client) { return !client->connected() || client->dropped(); }));
-        QCOMPARE(heard.size(), 0);
-        const Client late{name};
+        QCOMPARE(first.heard.size(), 0);
+        const Client late{first.name};
         late.send("show\n");
-        QTRY_COMPARE(heard.size(), 1);
+        QTRY_COMPARE(first.heard.size(), 1);
     }
 
     void strangerIsNotHeard() {
         if (::geteuid() != 0) {
             QSKIP("only root can be somebody else");
         }
-        QByteArray name;
-        const auto first = claim(name);
-        QSignalSpy heard{first.get(), &SingleInstance::messageReceived};
-        const pid_t stranger = asStranger([&name] {
-            const Client client{name};
+        const Listener first;
+        const pid_t stranger = asStranger([&first] {
+            const Client client{first.name};
             client.send("show\n");
             for (int tries = 0; tries < 300 && !client.dropped(); ++tries) {
                 ::usleep(10000);
@@ -221,16 +217,14 @@ private slots:
         int status = -1;
         QTRY_VERIFY(status != -1 || ::waitpid(stranger, &status, WNOHANG) == stranger);
         QCOMPARE(status, 0);
-        QCOMPARE(heard.size(), 0);
+        QCOMPARE(first.heard.size(), 0);
     }
 
     void strangerInOurPlaceDoesNotKeepUsFromStarting() {
         if (::geteuid() != 0) {
             QSKIP("only root can be somebody else");
         }
-        QByteArray name;
-        claim(name).reset();
-        QVERIFY(!name.isEmpty());
+        const QByteArray name = Listener{}.name;
         const pid_t stranger = asStranger([&name] {
             const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
             const sockaddr_un address = abstractAddress(name);
@@ -258,18 +252,6 @@ private slots:
         const auto first = SingleInstance::claim(u"show"_s);
         QVERIFY(first);
         QCOMPARE(files(), before);
-    }
-
-private:
-    /// Claims here, in this process, and tells the name of the socket.
-    std::unique_ptr<SingleInstance> claim(QByteArray& name) const {
-        const QSet<QByteArray> before = socketNames();
-        auto instance = SingleInstance::claim(u"show"_s);
-        const QSet<QByteArray> added = socketNames() - before;
-        if (added.size() == 1) {
-            name = *added.begin();
-        }
-        return instance;
     }
 };
 
