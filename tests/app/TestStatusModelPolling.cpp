@@ -58,29 +58,26 @@ private slots:
         QCOMPARE(m_tool->calls.size(), 0);
     }
 
-    void bandsHaveTheirTexts_data() {
-        QTest::addColumn<Band>("band");
-        QTest::addColumn<QStringList>("texts"); // raw value, symbol, meaning
-        QTest::newRow("green") << Band::green << QStringList{u"green"_s, u"checkmark.circle.fill"_s, u"all well"_s};
-        QTest::newRow("amber") << Band::amber
-                               << QStringList{u"amber"_s, u"exclamationmark.triangle.fill"_s, u"degraded"_s};
-        QTest::newRow("red") << Band::red << QStringList{u"red"_s, u"xmark.octagon.fill"_s, u"down"_s};
-        QTest::newRow("unknown") << Band::unknown << QStringList{u"unknown"_s, u"circle.dashed"_s, u"state unknown"_s};
-    }
     void bandsHaveTheirTexts() {
-        QFETCH(const Band, band);
-        QFETCH(const QStringList, texts);
         const auto model = makeModel();
-        model->caddyBand = band;
-        QCOMPARE(model->menuBarSymbol(), u"antenna.radiowaves.left.and.right.slash"_s);
-        QCOMPARE(model->menuBarMeaning(), u"bridge offline"_s);
-        model->bridgeOnline = true;
-        QCOMPARE(model->menuBarSymbol(), texts.at(1));
-        QCOMPARE(model->menuBarMeaning(), texts.at(2));
-        QCOMPARE(StatusModel::rawValue(band), texts.at(0));
-        QVERIFY(StatusModel::bandFromRawValue(texts.at(0)) == band);
-        for (const QString& other : QStringList{texts.at(0).toUpper(), texts.at(0) + u' ', QString{}, u"blue"_s}) {
-            QVERIFY(!StatusModel::bandFromRawValue(other));
+        const QList<std::pair<Band, QStringList>> rows{
+            {Band::green, {u"green"_s, u"checkmark.circle.fill"_s, u"all well"_s}},
+            {Band::amber, {u"amber"_s, u"exclamationmark.triangle.fill"_s, u"degraded"_s}},
+            {Band::red, {u"red"_s, u"xmark.octagon.fill"_s, u"down"_s}},
+            {Band::unknown, {u"unknown"_s, u"circle.dashed"_s, u"state unknown"_s}},
+        };
+        for (const auto& [band, texts] : rows) {
+            model->caddyBand = band;
+            model->bridgeOnline = false;
+            QCOMPARE(model->menuBarSymbol(), u"antenna.radiowaves.left.and.right.slash"_s);
+            QCOMPARE(model->menuBarMeaning(), u"bridge offline"_s);
+            model->bridgeOnline = true;
+            QCOMPARE((QStringList{StatusModel::rawValue(band), model->menuBarSymbol(), model->menuBarMeaning()}),
+                     texts);
+            QVERIFY(StatusModel::bandFromRawValue(texts.at(0)) == band);
+            for (const QString& other : QStringList{texts.at(0).toUpper(), texts.at(0) + u' ', QString{}, u"blue"_s}) {
+                QVERIFY(!StatusModel::bandFromRawValue(other));
+            }
         }
     }
 
@@ -199,23 +196,18 @@ private slots:
         QCOMPARE(m_tool->calls.size(), 1);
     }
 
-    void overlappingPollsBothComplete_data() {
-        QTest::addColumn<bool>("atATick");
-        QTest::newRow("asked for") << false;
-        QTest::newRow("at a tick") << true;
-    }
     void overlappingPollsBothComplete() {
-        QFETCH(const bool, atATick);
         m_peer->setScript("/health", {{"HTTP/1.1 200 OK\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 100ms});
         const auto model = makeModel();
         int announcements = 0;
         connect(model.get(), &StatusModel::objectWillChange, this, [&announcements] { ++announcements; });
         model->start();
         QVERIFY(model->polling);
-        atATick ? m_tick() : model->poll();
-        QTRY_COMPARE(m_peer->requests.size(), 4);
+        model->poll();
+        m_tick();
+        QTRY_COMPARE(m_peer->requests.size(), 6);
         constexpr int writesOfOnePoll = 15;
-        QTRY_COMPARE(announcements, 2 * writesOfOnePoll);
+        QTRY_COMPARE(announcements, 3 * writesOfOnePoll);
         QVERIFY(!model->polling);
     }
 
@@ -233,23 +225,19 @@ private slots:
         QVERIFY(!model->bridgeOnline);
     }
 
-    void teardownInMidPollIsHarmless_data() {
-        QTest::addColumn<int>("requests");
-        QTest::newRow("before any request is out") << 0;
-        QTest::newRow("while health is awaited") << 1;
-        QTest::newRow("while the monitor is awaited") << 2;
-    }
     void teardownInMidPollIsHarmless() {
-        QFETCH(const int, requests);
-        const auto path = requests == 2 ? "/monitor/desktop" : "/health";
-        m_peer->setScript(path, {{"HTTP/1.1 200 OK\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 100ms});
-        auto model = makeModel();
-        model->start();
-        QTRY_COMPARE(m_peer->requests.size(), requests);
-        model.reset();
-        QTRY_COMPARE(m_peer->openConnections, 0);
-        QTest::qWait(50);
-        QVERIFY(m_peer->requests.size() <= qMax(1, requests));
+        for (const int requests : {0, 1, 2}) {
+            init();
+            const auto path = requests == 2 ? "/monitor/desktop" : "/health";
+            m_peer->setScript(path, {{"HTTP/1.1 200 OK\r\n", "Content-Length: 0\r\n\r\n"}, End::close, 100ms});
+            auto model = makeModel();
+            model->start();
+            QTRY_COMPARE(m_peer->requests.size(), requests);
+            model.reset();
+            QTRY_COMPARE(m_peer->openConnections, 0);
+            QTest::qWait(50);
+            QVERIFY(m_peer->requests.size() <= qMax(1, requests));
+        }
     }
 
 private:

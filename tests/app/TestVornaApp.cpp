@@ -64,24 +64,20 @@ private slots:
         QCOMPARE(m_events, (QStringList{u"policy, 0 requests"_s, u"item vorna, 1 requests"_s}));
     }
 
-    void nothingWaitsForTheAnswerAboutNotifications_data() {
-        using enum NotificationCenter::Authorization;
-        QTest::addColumn<NotificationCenter::Authorization>("state");
-        QTest::newRow("granted") << authorized;
-        QTest::newRow("denied") << denied;
-        QTest::newRow("not determined") << notDetermined;
-    }
     void nothingWaitsForTheAnswerAboutNotifications() {
-        QFETCH(const NotificationCenter::Authorization, state);
-        m_center.state = state;
-        m_center.answersAtOnce = false;
-        const auto vorna = launch();
-        QVERIFY(m_item != nullptr);
-        QCOMPARE(m_timesDaypartWasTaken, 1);
-        m_center.answerAll();
-        QCOMPARE(m_timesDaypartWasTaken, 2);
-        QCOMPARE(m_center.authorizationRequests, 1);
-        QVERIFY(m_center.posted.isEmpty());
+        using enum NotificationCenter::Authorization;
+        for (const auto state : {authorized, denied, notDetermined}) {
+            init();
+            m_center.state = state;
+            m_center.answersAtOnce = false;
+            const auto vorna = launch();
+            QVERIFY(m_item != nullptr);
+            QCOMPARE(m_timesDaypartWasTaken, 1);
+            m_center.answerAll();
+            QCOMPARE(m_timesDaypartWasTaken, 2);
+            QCOMPARE(m_center.authorizationRequests, 1);
+            QVERIFY(m_center.posted.isEmpty());
+        }
     }
 
     void startsOfflineAndAsksNobody() {
