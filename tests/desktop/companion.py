@@ -21,7 +21,7 @@ PANEL = "vorna"
 SETTINGS = "vorna Settings"
 COMPANION = os.environ.get("VORNA_COMPANION", "vorna-companion")
 PICTURES = os.environ.get("VORNA_PICTURES")
-PROGRAMS = ("Xvfb", "dbus-daemon", "xfwm4", "xfce4-panel", "dunst", "import")
+PROGRAMS = ("Xvfb", "dbus-daemon", "xfwm4", "xfce4-panel", "dunst", "import", "xdotool")
 PANEL_WIDTH = 340
 POLL_SECONDS = 5.0
 SNAPSHOT = {
@@ -161,6 +161,15 @@ class DesktopTest(unittest.TestCase):
         """Opens the panel by the item, and waits for what it says first."""
         self.desk.activate_item(self.item())
         self.reader.wait_for_window(PANEL)
+
+    def click_until_open(self, click, find):
+        """Opens the panel; a click that comes too soon after a closing is one with the click before, or closes with it."""
+        def opens():
+            click()
+            with contextlib.suppress(desktop.Failure):
+                return self.wait_for(find, "the panel", within=5)
+
+        return self.wait_for(opens, "the panel after clicks on the item")
 
     def wait_for_daypart(self, title):
         self.wait_for(lambda: self.reader.texts(PANEL)[1:2][0].endswith(" · " + title), f"the panel to say {title}")

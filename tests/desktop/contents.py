@@ -11,7 +11,6 @@ RUNNING = "Running vorna…"
 HEARTBEAT = ["desktop", "heartbeat", "--json"]
 BACKUP = ["desk", "backup"]
 SYNC = ["desk", "sync", "push", "--via", "icloud"]
-SIGN_IN = ["auth", "login", "--surface", "macos", "--yes"]
 
 COPYABLE = ["http://127.0.0.1:43105", "vorna server start", "vorna services start",
             "Start bridge: vorna server start"]
@@ -20,7 +19,6 @@ SIGN_IN_BUTTON = "Sign in with Google Workspace"
 OPEN = "Open System Settings"
 FOLLOW = "Follow clock (auto)"
 FOLLOWING = "Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"
-LINKS = {"Open Console": "/dashboard", "Open Agents": "/dashboard/agents", "Download page": "/download"}
 
 
 def plain(name):

@@ -10,6 +10,7 @@ Everything that a `Desktop` starts belongs to it and ends with it; nothing outsi
 display, session bus, home and configuration folder.
 """
 
+import contextlib
 import os
 import shutil
 import signal
@@ -83,13 +84,11 @@ def is_sanitized(program):
 
 
 class Desktop(SessionBus, XScreen):
-    """One X server (unless `display` is False) and one session bus (unless `bus` is False), with what runs on them."""
+    """One X server and one session bus, with what runs on them."""
 
-    def __init__(self, size=(1280, 800), display=True, bus=True):
+    def __init__(self, size=(1280, 800)):
         self.size = size
         self.env = {key: value for key, value in os.environ.items() if key not in NOT_OURS}
-        self._wants_display = display
-        self._wants_bus = bus
         self._processes = []
 
     def __enter__(self):
@@ -105,10 +104,8 @@ class Desktop(SessionBus, XScreen):
         return self
 
     def begin(self):
-        if self._wants_display:
-            self._start_x_server()
-        if self._wants_bus:
-            self._start_bus()
+        self._start_x_server()
+        self._start_bus()
 
     def __exit__(self, *_):
         self.let_go_of_x()
@@ -143,23 +140,15 @@ class Desktop(SessionBus, XScreen):
     def stop(self, process, how=signal.SIGTERM):
         """Ends a started program with its children; by force if it does not go within three seconds."""
         for sign in (how, signal.SIGKILL):
-            try:
+            with contextlib.suppress(ProcessLookupError, subprocess.TimeoutExpired):
                 os.killpg(process.pid, sign)
                 process.wait(timeout=3)
-                break
-            except (ProcessLookupError, subprocess.TimeoutExpired):
-                continue
-        process.wait()
-        try:
-            os.killpg(process.pid, signal.SIGKILL)
-        except ProcessLookupError:
-            pass
 
     def kill(self, process):
         """Ends a started program as a crash does."""
         self.stop(process, signal.SIGKILL)
 
-    def run(self, *command, timeout=10):
+    def run(self, *command, timeout=30):
         """Runs a program to its end and returns what it printed."""
         result = subprocess.run([str(word) for word in command], env=self.env, capture_output=True, text=True,
                                 timeout=timeout)

@@ -1,11 +1,9 @@
 """The companion while its session fails: trays that die, a bus that goes, sessions that end."""
 
-import os
-import pathlib
-import re
 import signal
 
 import desktop
+import psutil
 from companion import COMPANION, POLL_SECONDS, skip_unless_possible
 from faults import Story
 
@@ -40,11 +38,10 @@ class TrayHosts(Story):
 
     def held(self):
         """Kilobytes of memory of its own, and counts of descriptors, threads and things of the X server."""
-        process = pathlib.Path(f"/proc/{self.companion.pid}")
-        kilobytes = int(re.search(r"^Anonymous:\s+(\d+)", (process / "smaps_rollup").read_text(), re.M).group(1))
+        process = psutil.Process(self.companion.pid)
         counts = self.desk.resources(self.companion.pid)
-        counts.update({kind: len(os.listdir(process / kind)) for kind in ("fd", "task")})
-        return kilobytes, counts
+        counts.update({"descriptors": process.num_fds(), "threads": process.num_threads()})
+        return sum(one.anonymous for one in process.memory_maps(grouped=True)) // 1024, counts
 
     def test_host_of_items_dies_a_hundred_times(self):
         def show_item_and_kill():

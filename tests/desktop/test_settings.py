@@ -1,7 +1,7 @@
 """The settings window on a real desktop: how it opens, what its tabs say and do, and how it goes."""
 
 from companion import PANEL, SETTINGS, CompanionTest, StandIn, skip_unless_possible
-from contents import COPYABLE, FOLLOW, FOLLOWING, HEARTBEAT, LINKS, OPEN, SIGN_IN, SIGN_IN_BUTTON, TAB, TABS
+from contents import COPYABLE, FOLLOW, FOLLOWING, OPEN, SIGN_IN_BUTTON, TAB, TABS
 
 SMALLEST = (440, 380)
 
@@ -102,30 +102,6 @@ class Settings(CompanionTest):
             self.assertGreater(len(self.leaves(SETTINGS)), len(TABS))
             self.photograph("settings-" + tab.lower())
 
-    def test_polling_by_hand_finds_the_bridge_down_and_then_up(self):
-        self.open()
-        self.reader.press("Poll now", SETTINGS)
-        self.reader.wait_for_text("bridge unreachable", SETTINGS)
-        bridge = self.start_bridge()
-        self.assertEqual(bridge.requests, [])
-        self.reader.press("Poll now", SETTINGS)
-        self.reader.wait_for_text("running · 3/4 sites", SETTINGS)
-        self.assertEqual([path for _, path in bridge.requests], ["/health", "/monitor/desktop?probe_sites=true"])
-        self.photograph("settings-online")
-        self.assertEqual(self.tool.calls(), [])
-
-    def test_signing_in_runs_the_tool_and_tells_of_it(self):
-        self.tool.does('[ "$1" = auth ] && echo "signed in as you"; '
-                       '[ "$1" = desktop ] && echo \'{"remote": {"state": "signed_in"}}\'; :')
-        self.open()
-        self.reader.press(SIGN_IN_BUTTON, SETTINGS)
-        self.wait_for_notifications(("vorna sign in", "signed in as you"))
-        self.assertEqual(self.tool.calls(), [SIGN_IN])
-        self.open_panel()
-        self.reader.wait_for_text("signed in as you", PANEL)
-        self.reader.wait_for_text("Signed in · CTA hidden", SETTINGS)
-        self.assertEqual(self.tool.calls(), [SIGN_IN, HEARTBEAT])
-
     def test_daypart_is_pinned_for_the_panel_beside(self):
         self.open()
         self.show("Daypart")
@@ -147,14 +123,6 @@ class Settings(CompanionTest):
         self.wait_for_checked("Day")
         self.reader.wait_for_text(FOLLOWING, SETTINGS)
         self.assertEqual(self.remembered(), ["vorna.macos.daypart.manual=false"])
-
-    def test_links_are_handed_to_the_system(self):
-        self.open()
-        self.show("About")
-        for title, path in LINKS.items():
-            self.opener.forget()
-            self.reader.press(title, SETTINGS)
-            self.wait_for_calls(self.opener, [["https://vorna.localhost" + path]])
 
     # The desktop's own settings
 

@@ -29,21 +29,10 @@ class TrayStory(Story):
     def wait_for_no_window(self):
         self.wait_for(lambda: not self.desk.windows(self.companion.pid), "no window")
 
-    def click_until_open(self, x, y):
-        """Opens the panel; a click that comes too soon after a closing is one with the click before, or closes with it."""
-        def opens():
-            self.desk.click(x, y)
-            try:
-                return self.wait_for(self.panels, "the panel", within=5)
-            except desktop.Failure:
-                return None
-
-        return self.wait_for(opens, "the panel after clicks on the item")[0]
-
-    def check_panel_under(self, x, y, scale=1):
+    def check_panel_under(self, x, y):
         """Clicks on the item open the panel below it; Escape, a click elsewhere and one on the item close it."""
         for close in (lambda: self.desk.press("Escape"), lambda: self.desk.click(200, 700), lambda: self.desk.click(x, y)):
-            left, top, width, height = self.click_until_open(x, y)
+            (left, top, width, height), = self.click_until_open(lambda: self.desk.click(x, y), self.panels)
             self.check_within((left, top, width, height), (0, desktop.BAR_HEIGHT, *self.desk.size))
             self.assertTrue(left < x < left + width, f"{x} above {left} to {left + width}")
             time.sleep(FOCUS_SECONDS)

@@ -3,10 +3,9 @@
 import collections
 import contextlib
 
-from Xlib import XK, X, Xatom, display, error
-from Xlib.ext import res, xtest
+from Xlib import X, Xatom, display, error
+from Xlib.ext import res
 
-MODIFIERS = {"ctrl": "Control_L", "shift": "Shift_L"}
 GONE = (error.BadWindow, error.BadDrawable, error.BadMatch)
 
 
@@ -99,27 +98,21 @@ class XScreen:
             return set()
         return {(data[at + 2], data[at + 1], data[at]) for at in range(0, len(data), 4)}
 
+    def _on_screen(self, *words):
+        """Runs a program on this X server, whichever the desktop's programs use."""
+        self.run("env", "DISPLAY=" + self.x.get_display_name(), *words)
+
     def click(self, x, y, button=1, times=1):
         """Moves the pointer there and clicks."""
-        xtest.fake_input(self.x, X.MotionNotify, x=x, y=y)
-        for _ in range(times):
-            xtest.fake_input(self.x, X.ButtonPress, button)
-            xtest.fake_input(self.x, X.ButtonRelease, button)
-        self.x.sync()
+        self._on_screen("xdotool", "mousemove", x, y, "click", "--repeat", times, "--delay", 1, button)
 
     def move_pointer(self, x, y):
-        xtest.fake_input(self.x, X.MotionNotify, x=x, y=y)
-        self.x.sync()
+        self._on_screen("xdotool", "mousemove", x, y)
 
     def press(self, *keys):
         """Presses keys by their X names, such as "Escape" and "ctrl+q"."""
-        for key in keys:
-            codes = [self.x.keysym_to_keycode(XK.string_to_keysym(MODIFIERS.get(name, name))) for name in key.split("+")]
-            for kind, order in ((X.KeyPress, codes), (X.KeyRelease, codes[::-1])):
-                for code in order:
-                    xtest.fake_input(self.x, kind, code)
-        self.x.sync()
+        self._on_screen("xdotool", "key", *keys)
 
     def screenshot(self, path):
         """A picture of the whole screen, as a PNG file."""
-        self.run("import", "-display", self.x.get_display_name(), "-window", "root", path, timeout=30)
+        self._on_screen("import", "-window", "root", path)

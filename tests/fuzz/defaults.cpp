@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -53,37 +54,19 @@ struct Shown final {
     friend bool operator==(const Shown&, const Shown&) = default;
 };
 
-Shown shown(const DaypartController& controller) {
-    require(std::ranges::count(DaypartInfo::allCases, controller.daypart.value()) == 1);
-    require(controller.palette.value() == DaypartPalette::of(controller.daypart));
-    return {controller.isManual, controller.daypart};
-}
-
-/// What the companion makes of the file as it stands.
-Shown afterStart() {
+/// What a companion shows that has just started and then done this, and what it has stored fits to it.
+Shown shownAfter(const std::function<void(DaypartController&)>& choose = [](DaypartController&) {}) {
     const auto defaults = UserDefaults::standard();
-    const DaypartController controller{*defaults, [] { return noon; }};
+    DaypartController controller{*defaults, [] { return noon; }};
+    choose(controller);
     const bool isManual = defaults->boolean(manualKey);
     const auto stored = isManual ? defaults->string(daypartKey) : std::nullopt;
     const auto pinned = stored ? DaypartInfo::fromRawValue(*stored) : std::nullopt;
-    const Shown result = shown(controller);
+    const Shown result{controller.isManual, controller.daypart};
     require(result == (Shown{isManual, pinned.value_or(Daypart::day)}));
+    require(std::ranges::count(DaypartInfo::allCases, result.daypart) == 1);
+    require(controller.palette.value() == DaypartPalette::of(result.daypart));
     return result;
-}
-
-/// Whatever the file says: what the user chooses is stored, and read by the next process.
-void requireChoicesAreKept(Daypart choice) {
-    const auto choose = [](const auto& chosen) {
-        const auto defaults = UserDefaults::standard();
-        DaypartController controller{*defaults, [] { return noon; }};
-        chosen(controller);
-        require(controller.isManual || !defaults->string(daypartKey));
-        return shown(controller);
-    };
-    require(choose([choice](auto& controller) { controller.set(choice); }) == (Shown{true, choice}));
-    require(afterStart() == (Shown{true, choice}));
-    choose([](auto& controller) { controller.useAuto(); });
-    require(afterStart() == (Shown{false, Daypart::day}));
 }
 
 }
@@ -92,15 +75,19 @@ void requireChoicesAreKept(Daypart choice) {
 void Fuzz::defaults(const QByteArray& input) {
     static DefaultsFile file;
     file.write(input);
-    const Shown atStart = afterStart();
+    const Shown atStart = shownAfter();
     const bool mayBeSpelled = input.contains('\\') || input.contains('"');
     require(!atStart.isManual || input.contains("true") || mayBeSpelled);
-    Fuzz::Choices choices{input};
+    Choices choices{input};
     if (choices.oneIn(16)) {
         file.write(input);
-        require(afterStart() == atStart);
+        require(shownAfter() == atStart);
     }
     if (choices.oneIn(128)) {
-        requireChoicesAreKept(Daypart{static_cast<int>(choices.below(DaypartInfo::allCases.size()))});
+        const auto choice = Daypart{static_cast<int>(choices.below(DaypartInfo::allCases.size()))};
+        shownAfter([choice](DaypartController& controller) { controller.set(choice); });
+        require(shownAfter() == (Shown{true, choice}));
+        shownAfter([](DaypartController& controller) { controller.useAuto(); });
+        require(shownAfter() == (Shown{false, Daypart::day}));
     }
 }
