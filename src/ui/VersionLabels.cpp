@@ -1,29 +1,17 @@
 #include "ui/VersionLabels.h"
 
-#include "platform/AppInfo.h"
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QString known(const std::optional<QString>& text) {
-    return text.value_or(u"?"_s);
-}
+constexpr QChar unknown = u'?';
 
 }
 
 QString VersionLabels::caption(const std::optional<QString>& shortVersion, const std::optional<QString>& build) {
-    return u'v' + known(shortVersion) + u" (" + known(build) + u')';
-}
-
-QString VersionLabels::caption() {
-    return caption(AppInfo::shortVersion(), AppInfo::build());
+    return u"v%1 (%2)"_s.arg(shortVersion.value_or(unknown), build.value_or(unknown));
 }
 
 QString VersionLabels::label(const std::optional<QString>& shortVersion, const std::optional<QString>& build) {
-    return u'v' + known(shortVersion) + u" (build " + known(build) + u')';
-}
-
-QString VersionLabels::label() {
-    return label(AppInfo::shortVersion(), AppInfo::build());
+    return u"v%1 (build %2)"_s.arg(shortVersion.value_or(unknown), build.value_or(unknown));
 }

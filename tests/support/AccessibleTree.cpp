@@ -22,30 +22,19 @@ namespace {
 constexpr int overhang = 2;               // of a letter over its label, in points
 constexpr qsizetype comparedInTip = 1500; // a tool tip shows the beginning of what is very long
 
+constexpr int shortened = 60; // what a message shows of a long text
 constexpr QChar breakInWord{u'\u200B'};
 
 constexpr std::array controlRoles{QAccessible::Button, QAccessible::RadioButton, QAccessible::PageTab};
 
-struct DotState final {
-    QRgb DaypartPalette::* colour;
-    std::array<QLatin1StringView, 2> names;
-};
-
 constexpr std::array dotStates{
-    DotState{&DaypartPalette::success, {"ok"_L1, "ok"_L1}},
-    DotState{&DaypartPalette::warning, {"not ok"_L1, "degraded"_L1}},
-    DotState{&DaypartPalette::danger, {"not ok"_L1, "down"_L1}},
-    DotState{&DaypartPalette::textMuted, {"unknown"_L1, "unknown"_L1}},
+    std::pair{&DaypartPalette::success, "ok"_L1},    std::pair{&DaypartPalette::warning, "not ok"_L1},
+    std::pair{&DaypartPalette::danger, "not ok"_L1}, std::pair{&DaypartPalette::warning, "degraded"_L1},
+    std::pair{&DaypartPalette::danger, "down"_L1},   std::pair{&DaypartPalette::textMuted, "unknown"_L1},
 };
 
 QString withoutSpaces(QString text) {
-    text.removeIf([](QChar character) { return character.isSpace(); });
-    return text;
-}
-
-QString shortened(const QString& text) {
-    constexpr int longest = 60;
-    return text.size() > longest ? QString{text.left(longest) + u'…'} : text;
+    return text.removeIf([](QChar character) { return character.isSpace(); });
 }
 
 QWidget* widgetOf(const AccessibleNode& node) {
@@ -62,17 +51,10 @@ QString toolTipOf(QWidget& widget) {
     return tip;
 }
 
-bool isOnOneLine(const QRect& one, const QRect& other) {
-    return one.top() <= other.bottom() && other.top() <= one.bottom();
-}
-
 bool isOneColour(const QImage& picture, const QRect& place) {
-    if (place.isEmpty()) {
-        return true;
-    }
     const QImage part = picture.copy(place);
-    QImage plain{part.size(), part.format()};
-    plain.fill(part.pixelColor(0, 0));
+    QImage plain = part;
+    plain.fill(part.isNull() ? QColor{} : part.pixelColor(0, 0));
     return part == plain;
 }
 
@@ -120,21 +102,15 @@ void AccessibleTree::walk(QAccessibleInterface* interface, const QRect& view) {
 }
 
 QList<AccessibleNode> AccessibleTree::leaves() const {
-    QList<AccessibleNode> found;
-    std::ranges::copy_if(m_nodes, std::back_inserter(found), &AccessibleNode::isLeaf);
-    return found;
+    return those([](const AccessibleNode& node) { return node.isLeaf; });
 }
 
 QList<AccessibleNode> AccessibleTree::controls() const {
-    QList<AccessibleNode> found;
-    std::ranges::copy_if(m_nodes, std::back_inserter(found), &AccessibleNode::isControl);
-    return found;
+    return those(&AccessibleNode::isControl);
 }
 
 QList<AccessibleNode> AccessibleTree::leavesInView() const {
-    auto found = leaves();
-    found.removeIf([](const AccessibleNode& node) { return !node.isInView(); });
-    return found;
+    return those([](const AccessibleNode& node) { return node.isLeaf && node.isInView(); });
 }
 
 std::optional<AccessibleNode> AccessibleTree::focused() const {
@@ -147,7 +123,6 @@ QString AccessibleTree::disagreements(const DaypartPalette& palette) const {
     QStringList found;
     const PaintRecord painted{m_window};
     compareTexts(painted, found);
-    compareSymbols(painted, found);
     compareDots(painted, palette, found);
     for (const auto& node : m_nodes) {
         checkNode(node, found);
@@ -164,7 +139,7 @@ void AccessibleTree::compareTexts(const PaintRecord& painted, QStringList& found
     const auto all = leaves();
     for (const auto& text : painted.texts()) {
         const auto owners = std::ranges::count_if(all, [&](const AccessibleNode& node) {
-            return node.seen.adjusted(-overhang, 0, overhang, 0).contains(text.place.toAlignedRect());
+            return node.seen.adjusted(-overhang, 0, overhang, 0).contains(text.seen.toAlignedRect());
         });
         if (owners != 1) {
             found += u"“%1” is painted, and %2 nodes are there"_s.arg(text.string).arg(owners);
@@ -179,9 +154,9 @@ void AccessibleTree::compareTexts(const PaintRecord& painted, QStringList& found
         auto* const widget = widgetOf(node);
         const bool isCut = shown.endsWith(u'…') && name.startsWith(shown.chopped(1));
         if (!isCut || widget == nullptr) {
-            found += u"“%1” is painted, “%2” is said"_s.arg(shortened(shown), shortened(name));
+            found += u"“%1” is painted, “%2” is said"_s.arg(shown.left(shortened), name.left(shortened));
         } else if (!withoutSpaces(toolTipOf(*widget)).startsWith(name.left(comparedInTip))) {
-            found += u"“%1” is cut, and no tool tip has the whole of it"_s.arg(shortened(name));
+            found += u"“%1” is cut, and no tool tip has the whole of it"_s.arg(name.left(shortened));
         }
     }
 }
@@ -189,26 +164,11 @@ void AccessibleTree::compareTexts(const PaintRecord& painted, QStringList& found
 QString AccessibleTree::paintedIn(const AccessibleNode& node, const PaintRecord& painted) const {
     QString joined;
     for (const auto& text : painted.texts()) {
-        if (node.seen.contains(text.place.center().toPoint())) {
+        if (node.seen.contains(text.seen.center().toPoint())) {
             joined += text.string;
         }
     }
     return joined;
-}
-
-/// A symbol is an ornament of a control that says what it does, or a scroll bar's.
-void AccessibleTree::compareSymbols(const PaintRecord& painted, QStringList& found) const {
-    QList<AccessibleNode> all;
-    std::ranges::copy_if(m_nodes, std::back_inserter(all), [](const AccessibleNode& node) {
-        return node.isControl() || node.interface->role() == QAccessible::ScrollBar;
-    });
-    for (const auto& symbol : painted.symbols()) {
-        const auto owners = std::ranges::count_if(
-            all, [&](const AccessibleNode& node) { return node.seen.contains(symbol.toAlignedRect()); });
-        if (owners != 1 && !symbol.isEmpty()) {
-            found += u"a symbol is painted in %1 controls"_s.arg(owners);
-        }
-    }
 }
 
 /// What paints no text is a dot, and its colour means its name; what has no name either paints nothing at all.
@@ -219,9 +179,8 @@ void AccessibleTree::compareDots(const PaintRecord& painted, const DaypartPalett
         }
         const QRgb colour = painted.picture().pixel(node.place.center());
         const bool isEmpty = node.name.isEmpty() && !node.isControl() && isOneColour(painted.picture(), node.place);
-        const bool isMeant = isEmpty || std::ranges::any_of(dotStates, [&](const DotState& state) {
-                                 return palette.*state.colour == colour &&
-                                        std::ranges::find(state.names, node.name) != state.names.end();
+        const bool isMeant = isEmpty || std::ranges::any_of(dotStates, [&](const auto& state) {
+                                 return palette.*state.first == colour && node.name == state.second;
                              });
         if (!isMeant) {
             found += u"“%1” is said where nothing of that meaning is painted"_s.arg(node.name);
@@ -264,7 +223,7 @@ void AccessibleTree::checkControl(const AccessibleNode& node, const PaintRecord&
         found += u"“%1” cannot have the keyboard"_s.arg(node.name);
     }
     for (const auto& text : painted.texts()) {
-        if (node.seen.contains(text.place.center().toPoint()) && (text.opacity < 1) != bool(state.disabled)) {
+        if (node.seen.contains(text.seen.center().toPoint()) && (text.opacity < 1) != bool(state.disabled)) {
             found += u"“%1” is dimmed and enabled, or the reverse"_s.arg(node.name);
         }
     }
@@ -273,13 +232,12 @@ void AccessibleTree::checkControl(const AccessibleNode& node, const PaintRecord&
 /// Of two neighbours, the second is beside the first or below it.
 void AccessibleTree::checkOrder(QStringList& found) const {
     for (const auto& node : m_nodes) {
-        QList<AccessibleNode> children;
-        std::ranges::copy_if(m_nodes, std::back_inserter(children),
-                             [&](const AccessibleNode& other) { return other.interface->parent() == node.interface; });
+        const auto children =
+            those([&](const AccessibleNode& other) { return other.interface->parent() == node.interface; });
         for (qsizetype i = 1; i < children.size(); ++i) {
             const QRect& before = children.at(i - 1).place;
             const QRect& after = children.at(i).place;
-            const bool isBeside = after.left() > before.right() && isOnOneLine(before, after);
+            const bool isBeside = after.left() > before.right() && after.bottom() >= before.top();
             if (!isBeside && after.top() <= before.bottom()) {
                 found += u"“%1” is read before “%2”"_s.arg(children.at(i - 1).name, children.at(i).name);
             }

@@ -5,6 +5,7 @@
 #include <QRect>
 #include <QStringList>
 
+#include <algorithm>
 #include <optional>
 
 class PaintRecord;
@@ -48,8 +49,12 @@ public:
 
 private:
     void walk(QAccessibleInterface* interface, const QRect& view);
+    [[nodiscard]] QList<AccessibleNode> those(auto&& isWanted) const {
+        QList<AccessibleNode> found;
+        std::ranges::copy_if(m_nodes, std::back_inserter(found), isWanted);
+        return found;
+    }
     void compareTexts(const PaintRecord& painted, QStringList& found) const;
-    void compareSymbols(const PaintRecord& painted, QStringList& found) const;
     void compareDots(const PaintRecord& painted, const DaypartPalette& palette, QStringList& found) const;
     void checkNode(const AccessibleNode& node, QStringList& found) const;
     void checkControl(const AccessibleNode& node, const PaintRecord& painted, QStringList& found) const;

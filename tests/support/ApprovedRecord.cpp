@@ -111,10 +111,6 @@ QString describe(const Item& item, const Colours& colours) {
     }
 }
 
-QString headingOf(const QWidget& widget) {
-    return QString::fromLatin1(widget.metaObject()->className());
-}
-
 QByteArray contentOf(const QString& path) {
     QFile file{path};
     return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray{};
@@ -122,9 +118,9 @@ QByteArray contentOf(const QString& path) {
 
 }
 
-QString ApprovedRecord::painted(QWidget& widget, const Colours& colours) {
+QString ApprovedRecord::painted(QWidget& widget, const Colours& colours, QWidget::RenderFlags flags) {
     QString text;
-    const PaintRecord record{widget, QWidget::DrawChildren};
+    const PaintRecord record{widget, flags};
     for (const auto& item : record.items()) {
         text += describe(item, colours) + u'\n';
     }
@@ -136,12 +132,11 @@ QString ApprovedRecord::sections(QWidget& window, const Colours& colours) {
     QString parts;
     for (auto* child : window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         if (child->isVisible()) {
-            layout += headingOf(*child) + u' ' + placeOf(child->geometry()) + u'\n';
-            const QString part = u"\n"_s + headingOf(*child) + u'\n' + painted(*child, colours);
-            parts += parts.contains(part) ? QString{} : part;
+            layout += child->objectName() + u' ' + placeOf(child->geometry()) + u'\n';
+            parts += u'\n' + child->objectName() + u'\n' + painted(*child, colours);
         }
     }
-    return layout + parts;
+    return layout + painted(window, colours, {}) + parts;
 }
 
 QString ApprovedRecord::withoutSectionsOf(const QString& base, const QString& sections) {

@@ -3,8 +3,7 @@
 #include "ui/kit/ColourRole.h"
 
 #include <QString>
-
-class QWidget;
+#include <QWidget>
 
 /// What windows paint, as text that somebody has looked at and approved. Positions are points, rounded to quarters; a
 /// colour is told by its role and by its opacity where that is below 100 %. To be the same on every machine it is taken
@@ -12,9 +11,11 @@ class QWidget;
 namespace ApprovedRecord {
 
 /// One line for each thing that the widget and what is in it paint, positions from its top left corner.
-[[nodiscard]] QString painted(QWidget& widget, const Colours& colours);
+[[nodiscard]] QString painted(QWidget& widget, const Colours& colours,
+                              QWidget::RenderFlags flags = QWidget::DrawChildren);
 
-/// Where the widgets directly in the window are, then what each of them paints under a heading of its own.
+/// Where the widgets directly in the window are, by their object names, what the window paints below them, then what
+/// each of them paints.
 [[nodiscard]] QString sections(QWidget& window, const Colours& colours);
 
 /// What is left of `sections` without the ones that are word by word in `base`.

@@ -9,114 +9,80 @@
 #include <cmath>
 #include <utility>
 
-namespace {
+using namespace Qt::StringLiterals;
 
-constexpr double inchesInAMetre = 39.37;
-
-QColor over(const QColor& upper, const QColor& lower) {
-    const float share = upper.alphaF();
-    const auto mix = [share](float above, float below) { return above * share + below * (1 - share); };
-    return QColor::fromRgbF(mix(upper.redF(), lower.redF()), mix(upper.greenF(), lower.greenF()),
-                            mix(upper.blueF(), lower.blueF()));
-}
-
-}
-
-/// Passes everything on to the picture, and texts and symbols to the record as well.
 class PaintRecord::Engine final : public QPaintEngine {
 public:
-    explicit Engine(PaintRecord& record)
+    explicit Engine(QList<Item>& items)
         : QPaintEngine{AllFeatures}
-        , m_record{record} {}
+        , m_items{items} {}
 
     Type type() const override { return User; }
-    bool begin(QPaintDevice* /*device*/) override { return m_painter.begin(&m_record.m_picture); }
-    bool end() override { return m_painter.end(); }
+    bool begin(QPaintDevice* /*device*/) override { return true; }
+    bool end() override { return true; }
     void updateState(const QPaintEngineState& /*state*/) override {}
 
     void drawPath(const QPainterPath& path) override {
-        addShape(path);
-        prepared().drawPath(path);
-    }
-    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override {
-        QPainterPath path;
-        path.addPolygon(QPolygonF{QList<QPointF>{points, points + count}});
-        addShape(path);
-        if (mode == PolylineMode) {
-            prepared().drawPolyline(points, count);
-        } else {
-            prepared().drawPolygon(points, count, mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
-        }
-    }
-    void drawPixmap(const QRectF& place, const QPixmap& pixmap, const QRectF& source) override {
-        addImage(place, pixmap.toImage());
-        prepared().drawPixmap(place, pixmap, source);
-    }
-    void drawImage(const QRectF& place, const QImage& image, const QRectF& source,
-                   Qt::ImageConversionFlags flags) override {
-        addImage(place, image);
-        prepared().drawImage(place, image, source, flags);
-    }
-    void drawTextItem(const QPointF& position, const QTextItem& item) override {
-        const QRectF place{position.x(), position.y() - item.ascent(), item.width(), item.ascent() + item.descent()};
-        m_record.addText(item.text(), inView(place), state->pen().color(), state->opacity(), item.font());
-        addText(position, item, inView(place));
-        prepared().drawTextItem(position, item);
-    }
-
-private:
-    using Item = PaintRecord::Item;
-
-    [[nodiscard]] QColor seen(QColor colour) const {
-        colour.setAlphaF(colour.alphaF() * static_cast<float>(state->opacity()));
-        return colour;
-    }
-
-    void addShape(const QPainterPath& path) {
-        const QPainterPath mapped = state->transform().map(path);
         if (inView(path.boundingRect()).isEmpty()) {
             return;
         }
+        const auto [place, corners] = shapeOf(state->transform().map(path));
         const bool isCut = state->compositionMode() == QPainter::CompositionMode_DestinationOut;
         if (state->brush().style() != Qt::NoBrush) {
-            const auto [place, corners] = shapeOf(mapped);
-            m_record.m_items +=
-                {isCut ? Item::Kind::cut : Item::Kind::fill, place, seen(state->brush().color()), corners};
+            m_items += {isCut ? Item::Kind::cut : Item::Kind::fill, place, seen(state->brush().color()), corners};
         }
         if (state->pen().style() != Qt::NoPen) {
             const qreal width = state->pen().widthF();
-            const auto [place, corners] = shapeOf(mapped);
-            m_record.m_items += {Item::Kind::outline, place.adjusted(-width / 2, -width / 2, width / 2, width / 2),
-                                 seen(state->pen().color()), corners + QStringLiteral(" width %1").arg(width)};
+            m_items += {Item::Kind::outline, place.adjusted(-width / 2, -width / 2, width / 2, width / 2),
+                        seen(state->pen().color()), corners + u" width %1"_s.arg(width)};
         }
     }
-
-    void addImage(const QRectF& place, const QImage& image) {
-        m_record.m_symbols += inView(place);
-        m_record.m_items +=
-            {Item::Kind::symbol, state->transform().mapRect(place), seen(Qt::black), {}, {}, {}, 1, image};
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode /*mode*/) override {
+        QPainterPath path;
+        path.addPolygon(QPolygonF{QList<QPointF>{points, points + count}});
+        drawPath(path);
     }
-
+    void drawPixmap(const QRectF& place, const QPixmap& pixmap, const QRectF& source) override {
+        drawImage(place, pixmap.toImage(), source, {});
+    }
+    void drawImage(const QRectF& place, const QImage& image, const QRectF& /*source*/,
+                   Qt::ImageConversionFlags /*flags*/) override {
+        m_items += {.kind = Item::Kind::symbol,
+                    .place = state->transform().mapRect(place),
+                    .colour = seen(Qt::black),
+                    .image = image};
+    }
     /// What is set in one line and one style is one text, however many pieces it is drawn in.
-    void addText(const QPointF& position, const QTextItem& item, const QRectF& inView) {
-        if (inView.isEmpty()) {
+    void drawTextItem(const QPointF& position, const QTextItem& item) override {
+        const qreal scale = state->transform().m11();
+        const Item text{
+            .kind = Item::Kind::text,
+            .place = {state->transform().map(position), QSizeF{item.width() * scale, 0}},
+            .colour = seen(state->pen().color()),
+            .string = item.text(),
+            .font = item.font(),
+            .scale = scale,
+            .seen = inView({position.x(), position.y() - item.ascent(), item.width(), item.ascent() + item.descent()}),
+            .opacity = state->opacity()};
+        if (text.seen.isEmpty()) {
             return;
         }
-        const QPointF start = state->transform().map(position);
-        const qreal scale = state->transform().m11();
-        const QRectF place{start, QSizeF{item.width() * scale, 0}};
-        const QColor colour = seen(state->pen().color());
         constexpr qreal gap = 1;
-        if (!m_record.m_items.isEmpty()) {
-            Item& last = m_record.m_items.last();
-            if (last.kind == Item::Kind::text && last.font == item.font() && last.colour == colour &&
-                last.place.y() == start.y() && std::abs(last.place.right() - start.x()) < gap) {
-                last.string += item.text();
-                last.place.setRight(place.right());
-                return;
-            }
+        Item* const last = m_items.isEmpty() ? nullptr : &m_items.last();
+        if (last != nullptr && last->kind == text.kind && last->font == text.font && last->colour == text.colour &&
+            last->place.y() == text.place.y() && std::abs(last->place.right() - text.place.left()) < gap) {
+            last->string += text.string;
+            last->place.setRight(text.place.right());
+            last->seen |= text.seen;
+        } else {
+            m_items += text;
         }
-        m_record.m_items += {Item::Kind::text, place, colour, {}, item.text(), item.font(), scale};
+    }
+
+private:
+    [[nodiscard]] QColor seen(QColor colour) const {
+        colour.setAlphaF(colour.alphaF() * static_cast<float>(state->opacity()));
+        return colour;
     }
 
     /// The bounds of the path's first figure, and how far from a corner its upper edge begins to be straight.
@@ -130,36 +96,10 @@ private:
             i == 0 ? figure.moveTo(path.elementAt(i)) : figure.lineTo(path.elementAt(i));
         }
         const QRectF bounds = figure.boundingRect();
-        if (!hasCurves) {
-            return {bounds, QStringLiteral("square")};
-        }
-        if (!hasLines) {
-            return {bounds, QStringLiteral("round")};
-        }
-        const QPointF first = path.elementAt(0);
-        return {bounds,
-                QStringLiteral("corner %1").arg(std::min(first.x() - bounds.left(), bounds.right() - first.x()))};
-    }
-
-    QPainter& prepared() {
-        m_painter.setTransform({});
-        m_painter.setClipping(false);
-        if (!systemClip().isEmpty()) {
-            m_painter.setClipRegion(systemClip());
-        }
-        m_painter.setTransform(state->transform());
-        if (painter()->hasClipping()) {
-            m_painter.setClipPath(painter()->clipPath(), Qt::IntersectClip);
-        }
-        m_painter.setPen(state->pen());
-        m_painter.setBrush(state->brush());
-        m_painter.setBrushOrigin(state->brushOrigin());
-        m_painter.setFont(state->font());
-        m_painter.setRenderHints(m_painter.renderHints(), false);
-        m_painter.setRenderHints(state->renderHints());
-        m_painter.setCompositionMode(state->compositionMode());
-        m_painter.setOpacity(state->opacity());
-        return m_painter;
+        const qreal x = path.elementAt(0).x;
+        return {bounds, !hasCurves  ? u"square"_s
+                        : !hasLines ? u"round"_s
+                                    : u"corner %1"_s.arg(std::min(x - bounds.left(), bounds.right() - x))};
     }
 
     [[nodiscard]] QRectF inView(const QRectF& place) const {
@@ -173,14 +113,12 @@ private:
         return seen;
     }
 
-    PaintRecord& m_record;
-    QPainter m_painter;
+    QList<Item>& m_items;
 };
 
 PaintRecord::PaintRecord(QWidget& widget, QWidget::RenderFlags flags)
-    : m_picture{widget.size(), QImage::Format_ARGB32_Premultiplied}
-    , m_engine{std::make_unique<Engine>(*this)} {
-    m_picture.fill(Qt::transparent);
+    : m_picture{widget.grab().toImage()}
+    , m_engine{std::make_unique<Engine>(m_items)} {
     widget.render(this, {}, {}, flags);
 }
 
@@ -190,50 +128,19 @@ QPaintEngine* PaintRecord::paintEngine() const {
     return m_engine.get();
 }
 
-int PaintRecord::metric(PaintDeviceMetric metric) const {
-    constexpr int depth = 32;
-    switch (metric) {
-    case PdmWidth:
-        return m_picture.width();
-    case PdmHeight:
-        return m_picture.height();
-    case PdmWidthMM:
-        return qRound(1000 * m_picture.width() / (m_picture.logicalDpiX() * inchesInAMetre));
-    case PdmHeightMM:
-        return qRound(1000 * m_picture.height() / (m_picture.logicalDpiY() * inchesInAMetre));
-    case PdmDpiX:
-    case PdmPhysicalDpiX:
-        return m_picture.logicalDpiX();
-    case PdmDpiY:
-    case PdmPhysicalDpiY:
-        return m_picture.logicalDpiY();
-    case PdmDepth:
-        return depth;
-    case PdmNumColors:
-        return 0;
-    case PdmDevicePixelRatio:
-        return 1;
-    case PdmDevicePixelRatioScaled:
-        return static_cast<int>(devicePixelRatioFScale());
-    }
-    return 0;
+QList<PaintRecord::Item> PaintRecord::texts() const {
+    QList<Item> found;
+    std::ranges::copy_if(m_items, std::back_inserter(found), [](const Item& item) {
+        return item.kind == Item::Kind::text && !item.string.trimmed().isEmpty();
+    });
+    return found;
 }
 
-void PaintRecord::addText(const QString& string, const QRectF& place, QColor pen, qreal opacity, const QFont& font) {
-    if (place.isEmpty() || string.trimmed().isEmpty()) {
-        return;
-    }
-    const QColor ground = groundAt(place.toAlignedRect() & m_picture.rect());
-    pen.setAlphaF(pen.alphaF() * static_cast<float>(opacity));
-    m_texts += {string, place, over(pen, ground), ground, opacity, font};
-}
-
-QColor PaintRecord::groundAt(const QRect& place) const {
+QColor PaintRecord::groundOf(const Item& text) const {
+    const QRect place = text.seen.toAlignedRect() & m_picture.rect();
     QMap<QRgb, int> counts;
-    for (int y = place.top(); y <= place.bottom(); ++y) {
-        for (int x = place.left(); x <= place.right(); ++x) {
-            ++counts[m_picture.pixel(x, y)];
-        }
+    for (int i = 0; i < place.width() * place.height(); ++i) {
+        ++counts[m_picture.pixel(place.left() + i % place.width(), place.top() + i / place.width())];
     }
     const auto most = std::ranges::max_element(std::as_const(counts));
     return most == counts.cend() ? QColor{} : QColor{most.key()};

@@ -1,6 +1,6 @@
 #include "support/AccessibleTree.h"
 #include "ui/kit/ApplicationAccessible.h"
-#include "ui/menubar/PanelFixture.h"
+#include "ui/menubar/PanelStates.h"
 #include "ui/menubar/PanelWindow.h"
 
 #include <QApplication>
@@ -8,7 +8,6 @@
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
-using Band = StatusModel::Band;
 
 namespace {
 
@@ -51,81 +50,7 @@ struct Shown final {
     }
 };
 
-void neverPolled(PanelFixture& panel) {
-    panel.status.caddyDetail = u"—"_s;
-    panel.status.lastError = std::nullopt;
-    panel.status.lastPoll = std::nullopt;
 }
-
-void withoutData(PanelFixture& panel) {
-    panel.status.bridgeOnline = true;
-    panel.status.caddyBand = Band::green;
-    panel.status.caddyDetail = u"bridge ok"_s;
-    panel.status.lastError = std::nullopt;
-}
-
-template <Band band>
-void inBand(PanelFixture& panel) {
-    panel.fill();
-    panel.status.caddyBand = band;
-    panel.status.postgresOk = band == Band::green ? std::optional{true} : std::nullopt;
-}
-
-void withMessage(PanelFixture& panel) {
-    panel.fill();
-    panel.status.cliMessage = u"backed up 3 places & <none> lost · in 2 s"_s;
-}
-
-void withText(PanelFixture& panel, const QString& text) {
-    panel.fill();
-    for (auto* property : {&panel.status.hostLoad, &panel.status.hostMemory, &panel.status.hostDisk,
-                           &panel.status.caddyDetail, &panel.status.postgresDetail}) {
-        *property = text;
-    }
-    panel.status.lastError = text;
-    panel.status.cliMessage = text;
-    QList<StatusModel::ServiceRow> rows;
-    for (int i = 0; i < 12; ++i) {
-        rows += {text, text, i % 2 == 0, text, text};
-    }
-    panel.status.services = rows;
-}
-
-void pinned(PanelFixture& panel) {
-    panel.fill();
-    panel.daypart.set(Daypart::night);
-}
-
-struct State final {
-    const char* name;
-    void (*make)(PanelFixture&);
-};
-
-constexpr State states[]{
-    {"healthy", [](PanelFixture& panel) { panel.fill(); }},
-    {"never polled", neverPolled},
-    {"unreachable", [](PanelFixture&) {}},
-    {"ok without data", withoutData},
-    {"amber", inBand<Band::amber>},
-    {"red", inBand<Band::red>},
-    {"unknown", inBand<Band::unknown>},
-    {"no services",
-     [](PanelFixture& panel) { panel.fill(), panel.status.services = QList<StatusModel::ServiceRow>{}; }},
-    {"busy", [](PanelFixture& panel) { panel.fill(), panel.status.cliBusy = true; }},
-    {"message", withMessage},
-    {"overlong texts",
-     [](PanelFixture& panel) { withText(panel, u"connection refused by the peer "_s.repeated(200)); }},
-    {"one long word", [](PanelFixture& panel) { withText(panel, QString{20'000, u'w'}); }},
-    {"lines and markup",
-     [](PanelFixture& panel) { withText(panel, u"<b>R&D</b> &amp;\ntwo\r\nthree\n\nfour\nfive"_s); }},
-    {"empty texts", [](PanelFixture& panel) { withText(panel, {}); }},
-    {"pinned", pinned},
-};
-
-}
-
-Q_DECLARE_METATYPE(const State*)
-Q_DECLARE_METATYPE(Daypart)
 
 class TestPanelAccessibility final : public QObject {
     Q_OBJECT
@@ -134,22 +59,16 @@ private slots:
     void initTestCase() { ApplicationAccessible::install(); }
 
     void tellsWhatItPaints_data() {
-        QTest::addColumn<const State*>("state");
-        QTest::addColumn<Daypart>("daypart");
-        for (const auto& state : states) {
-            for (const auto daypart : DaypartInfo::allCases) {
-                QTest::addRow("%s, %s", state.name, qPrintable(DaypartInfo::title(daypart))) << &state << daypart;
-            }
+        QTest::addColumn<const PanelState*>("state");
+        for (const auto& state : PanelStates::all) {
+            QTest::newRow(state.name) << &state;
         }
     }
     void tellsWhatItPaints() {
-        QFETCH(const State*, state);
-        QFETCH(Daypart, daypart);
+        QFETCH(const PanelState*, state);
         Shown shown;
-        constexpr std::array hours{7, 12, 19, 23};
-        shown.panel.time = QTime{hours.at(std::size_t(daypart)), 0};
-        shown.panel.daypart.useAuto();
         QVERIFY(shown.show());
+        PanelStates::healthy(shown.panel);
         state->make(shown.panel);
         shown.settle();
         QSet<QAccessibleInterface*> compared;
@@ -193,7 +112,8 @@ private slots:
         QTest::addColumn<QString>("name");
         Shown shown;
         QVERIFY(shown.show());
-        pinned(shown.panel);
+        shown.panel.fill();
+        shown.panel.daypart.set(Daypart::night);
         shown.settle();
         for (const auto& control : shown.tree().controls()) {
             QTest::newRow(qPrintable(control.name)) << control.name;
@@ -273,7 +193,8 @@ private:
         if (!shown.show()) {
             return {};
         }
-        pinned(shown.panel);
+        shown.panel.fill();
+        shown.panel.daypart.set(Daypart::night);
         if (name == DaypartInfo::title(Daypart::night)) {
             shown.panel.daypart.set(Daypart::dawn);
         }

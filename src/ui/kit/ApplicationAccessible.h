@@ -1,16 +1,11 @@
 #pragma once
 
-#include <QAccessibleObject>
-
 /// The application as assistive programs see it, with every window that shows: Qt leaves out the popups, and the panel
-/// is one on some desktops. Our own windows say that they are windows, buttons are pressed by clicks, and decorations
-/// are passed over. Install it once, before the first window; from then on `QAccessible` owns what it makes.
-class ApplicationAccessible final : public QAccessibleApplication {
-public:
-    static void install();
+/// is one on some desktops. Our own windows say that they are windows, buttons are pressed by clicks, labels say what
+/// they show, and what lets clicks through only adorns and is passed over.
+namespace ApplicationAccessible {
 
-    [[nodiscard]] int childCount() const override;
-    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override;
-    [[nodiscard]] QAccessibleInterface* child(int index) const override;
-    [[nodiscard]] QAccessibleInterface* focusChild() const override;
-};
+/// Once, before the first window.
+void install();
+
+}

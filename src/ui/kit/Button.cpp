@@ -1,5 +1,6 @@
 #include "ui/kit/Button.h"
 
+#include "platform/Symbol.h"
 #include "ui/kit/Drawing.h"
 
 #include <QFontMetricsF>
@@ -33,7 +34,7 @@ Button::Button(const QString& title, const QString& symbolName, const ButtonStyl
     : QPushButton{parent}
     , m_style{style}
     , m_colours{colours}
-    , m_symbol{symbolName, style.text.weight >= QFont::DemiBold ? Symbol::Weight::semibold : Symbol::Weight::regular} {
+    , m_symbolName{symbolName} {
     // An ampersand in a button's text would make the next letter its shortcut.
     setText(QString{title}.replace(u"&"_s, u"&&"_s));
     setAccessibleName(title);
@@ -69,7 +70,7 @@ void Button::setAvailable(bool isAvailable) {
 }
 
 QSize Button::labelSize() const {
-    if (m_symbol.isNull()) {
+    if (m_symbolName.isEmpty()) {
         return m_titleSize;
     }
     return m_style.arrangement == Arrangement::stacked
@@ -102,7 +103,7 @@ void Button::paintEvent(QPaintEvent* /*event*/) {
     drawFocusRing(painter);
 }
 
-void Button::drawLabel(QPainter& painter) const {
+void Button::drawLabel(QPainter& painter) {
     const ButtonStyle& style = look();
     const QColor colour = m_colours.of(style.text.colour);
     const QRectF room = QRectF{rect()}.adjusted(style.horizontalPadding, 0, -style.horizontalPadding, 0);
@@ -112,11 +113,11 @@ void Button::drawLabel(QPainter& painter) const {
     int alignment = Qt::AlignLeft | Qt::AlignVCenter;
     if (style.arrangement == Arrangement::stacked) {
         const QPointF symbol{std::floor((room.width() - symbolSize) / 2), qreal(style.verticalPadding)};
-        m_symbol.draw(painter, {symbol, QSizeF{symbolSize, symbolSize}}, colour);
+        drawSymbol(painter, symbol, colour);
         title = {room.left(), symbol.y() + symbolSize + style.symbolSpacing, room.width(), qreal(m_titleSize.height())};
         alignment = Qt::AlignCenter;
-    } else if (!m_symbol.isNull()) {
-        m_symbol.draw(painter, {left, std::floor((room.height() - symbolSize) / 2), symbolSize, symbolSize}, colour);
+    } else if (!m_symbolName.isEmpty()) {
+        drawSymbol(painter, {left, std::floor((room.height() - symbolSize) / 2)}, colour);
         title.setLeft(left + symbolSize + style.symbolSpacing);
     } else if (style.arrangement == Arrangement::centred) {
         title = room;
@@ -127,6 +128,18 @@ void Button::drawLabel(QPainter& painter) const {
     painter.setFont(font);
     painter.setPen(colour);
     painter.drawText(title, alignment | Qt::TextSingleLine, accessibleName());
+}
+
+void Button::drawSymbol(QPainter& painter, QPointF place, const QColor& colour) {
+    const QRectF square = Drawing::snapped(painter, {place, QSizeF{symbolSize, symbolSize}});
+    if (const auto wanted = std::tuple{square.width(), Drawing::scale(painter), colour.rgb()}; wanted != m_symbolLook) {
+        const bool isBold = m_style.text.weight >= QFont::DemiBold;
+        m_symbol = Symbol::pixmap(m_symbolName, square.width(), colour, Drawing::scale(painter),
+                                  isBold ? Symbol::Weight::semibold : Symbol::Weight::regular, Symbol::Fit::height);
+        m_symbolLook = wanted;
+    }
+    const qreal overhang = (m_symbol.deviceIndependentSize().width() - square.width()) / 2;
+    painter.drawPixmap(square.topLeft() - QPointF{overhang, 0}, m_symbol);
 }
 
 void Button::drawFocusRing(QPainter& painter) const {

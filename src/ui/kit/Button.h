@@ -1,9 +1,11 @@
 #pragma once
 
 #include "ui/kit/ButtonStyle.h"
-#include "ui/kit/SymbolImage.h"
 
+#include <QPixmap>
 #include <QPushButton>
+
+#include <tuple>
 
 /// A push button that is drawn in a `ButtonStyle` and the window's colours. Its title is its accessible name; Space,
 /// Return and Enter press it while they are held and click when they are let go; a ring shows that it has the
@@ -40,13 +42,16 @@ protected:
 
 private:
     void useFont();
-    void drawLabel(QPainter& painter) const;
+    void drawLabel(QPainter& painter);
+    void drawSymbol(QPainter& painter, QPointF place, const QColor& colour);
     void drawFocusRing(QPainter& painter) const;
     [[nodiscard]] QSize labelSize() const;
 
     const ButtonStyle m_style;
     const Colours& m_colours;
-    const SymbolImage m_symbol;
+    const QString m_symbolName;
+    std::tuple<qreal, qreal, QRgb> m_symbolLook; ///< size, scale and colour of the symbol that was drawn last
+    QPixmap m_symbol;
     QFont m_font;
     QSize m_titleSize;
     bool m_hasKeyboardFocus = false;

@@ -1,11 +1,12 @@
 #include "ui/kit/TextLabel.h"
 
-#include "ui/kit/WholeTextTip.h"
-
 #include <QFontMetricsF>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QStyle>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -16,7 +17,8 @@ namespace {
 
 constexpr int maxHint = 10'000; // points
 constexpr int maxWordHint = 20; // average characters
-constexpr int slack = 1;        // points: a line is broken for want of a fraction that its advance does not count
+constexpr qsizetype maxTipLength = 2000;
+constexpr int slack = 1; // points: a line is broken for want of a fraction that its advance does not count
 
 int roundedUp(qreal length) {
     return static_cast<int>(std::ceil(std::min<qreal>(length, maxHint)));
@@ -29,6 +31,14 @@ qreal widest(const QStringList& texts, const QFont& font) {
         width = std::max(width, metrics.horizontalAdvance(text));
     }
     return width;
+}
+
+/// The text as a tool tip: plain, in lines that fit on a screen, with places to break a line inside words that are too
+/// long for one; of a very long text only its start.
+QString tipOf(const QString& text) {
+    static const QRegularExpression longWord{uR"((\S{40})(?=[^\s\p{M}]))"_s};
+    const QString tip = TextFitting::truncated(text, maxTipLength).replace(longWord, u"\\1\u200B"_s);
+    return Qt::convertFromPlainText(text.size() > maxTipLength ? tip + u'…' : tip, Qt::WhiteSpaceNormal);
 }
 
 }
@@ -58,11 +68,10 @@ void TextLabel::useFont() {
 }
 
 void TextLabel::display(const QString& text) {
-    if (text == m_text) {
+    if (text == wholeText()) {
         return;
     }
     const int before = m_shown.width >= 0 ? heightForWidth(width()) : -1;
-    m_text = text;
     m_prepared = TextFitting::prepared(text);
     m_naturalWidth = -1;
     m_shown = {};
@@ -128,7 +137,8 @@ bool TextLabel::event(QEvent* event) {
         return QLabel::event(event);
     }
     if (isCut()) {
-        WholeTextTip::show(*static_cast<QHelpEvent*>(event), m_text, *this);
+        // Not by the property of that name, which would be read out beside the text itself.
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tipOf(wholeText()), this);
     } else {
         event->ignore();
     }

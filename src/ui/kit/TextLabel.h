@@ -20,7 +20,7 @@ public:
     void display(const QString& text);
     void setRole(ColourRole role);
 
-    [[nodiscard]] const QString& wholeText() const { return m_text; }
+    [[nodiscard]] QString wholeText() const { return accessibleName(); }
     [[nodiscard]] const QFont& shownFont() const { return m_font; }
 
     /// The text as it is drawn at the present width, lines apart by U+2028.
@@ -70,7 +70,6 @@ private:
     Tint m_tint;
     QFont m_font;
     int m_lineHeight = 0;
-    QString m_text;
     TextFitting::Prepared m_prepared;
     mutable int m_naturalWidth = -1;
     mutable Shown m_shown;

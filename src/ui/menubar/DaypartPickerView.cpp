@@ -1,12 +1,13 @@
-#include "ui/menubar/DaypartPickerView.h"
-
 #include "daypart/DaypartController.h"
 #include "ui/kit/Button.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelMetrics.h"
+#include "ui/menubar/PanelSection.h"
+#include "ui/menubar/PanelSections.h"
 
 #include <QHBoxLayout>
-#include <QVBoxLayout>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 namespace Picker = PanelMetrics::Picker;
@@ -16,8 +17,9 @@ namespace {
 /// One daypart to choose: its symbol over its title, filled with the accent while it is the current one, and checked.
 class DaypartChip final : public Button {
 public:
-    DaypartChip(Daypart daypart, const Colours& colours, QWidget* parent)
-        : Button{DaypartInfo::title(daypart), DaypartInfo::symbolName(daypart), Picker::chip, colours, parent} {
+    DaypartChip(Daypart daypart, PanelSection& section)
+        : Button{DaypartInfo::title(daypart), DaypartInfo::symbolName(daypart), Picker::chip, section.colours(),
+                 &section} {
         setCheckable(true);
     }
 
@@ -30,50 +32,33 @@ protected:
 
 }
 
-DaypartPickerView::DaypartPickerView(DaypartController& daypart, QWidget* parent)
-    : PanelSection{daypart, parent, Picker::margins, Picker::spacing}
-    , m_daypart{daypart} {
-    addHeading();
-    addChips();
-    observe(daypart);
-}
+PanelSections::Section PanelSections::daypartPicker(DaypartController& daypart) {
+    auto section = std::make_unique<PanelSection>(daypart, Picker::margins, Picker::spacing);
+    auto& heading = section->addText(PanelMetrics::headingText, u"DAYPART"_s);
+    auto& autoText = section->addText(Picker::autoText, u"Auto"_s);
+    auto& autoButton = section->addButton(u"Auto"_s, {}, Picker::autoButton, [&daypart] { daypart.useAuto(); });
+    autoText.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    autoText.setFixedWidth(autoText.naturalWidth() + Picker::focusRingRoom);
+    auto& top = section->addRow(0);
+    top.addWidget(&heading, 1, Qt::AlignVCenter);
+    top.addWidget(&autoText, 0, Qt::AlignVCenter);
+    top.addWidget(&autoButton, 0, Qt::AlignVCenter);
 
-void DaypartPickerView::addHeading() {
-    const QString automatic = u"Auto"_s;
-    auto* heading = new TextLabel{PanelMetrics::headingText, colours(), this, u"DAYPART"_s};
-    m_autoText = new TextLabel{Picker::autoText, colours(), this, automatic};
-    m_autoButton = new Button{automatic, {}, Picker::autoButton, colours(), this};
-    m_autoText->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    m_autoText->setFixedWidth(m_autoText->naturalWidth() + Picker::focusRingRoom);
-    connect(m_autoButton, &QPushButton::clicked, this, [this] { m_daypart.useAuto(); });
-    auto* row = new QHBoxLayout;
-    row->setSpacing(0);
-    row->addWidget(heading, 1, Qt::AlignVCenter);
-    row->addWidget(m_autoText, 0, Qt::AlignVCenter);
-    row->addWidget(m_autoButton, 0, Qt::AlignVCenter);
-    column().addLayout(row);
-}
-
-void DaypartPickerView::addChips() {
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, 0, Picker::focusRingRoom, 0);
-    row->setSpacing(Picker::chipSpacing);
-    for (std::size_t i = 0; i < m_chips.size(); ++i) {
-        const Daypart daypart = DaypartInfo::allCases[i];
-        m_chips[i] = new DaypartChip{daypart, colours(), this};
-        connect(m_chips[i], &QPushButton::clicked, this, [this, daypart] { m_daypart.set(daypart); });
-        row->addWidget(m_chips[i], 1);
+    std::array<DaypartChip*, DaypartInfo::allCases.size()> chips{};
+    auto& row = section->addRow(Picker::chipSpacing);
+    row.setContentsMargins(0, 0, Picker::focusRingRoom, 0);
+    for (std::size_t i = 0; i < chips.size(); ++i) {
+        const Daypart choice = DaypartInfo::allCases[i];
+        chips[i] = new DaypartChip{choice, *section};
+        QObject::connect(chips[i], &QPushButton::clicked, section.get(), [&daypart, choice] { daypart.set(choice); });
+        row.addWidget(chips[i], 1);
     }
-    column().addLayout(row);
+    section->follow({&daypart}, [&daypart, &autoText, &autoButton, chips] {
+        autoText.setVisible(!daypart.isManual);
+        autoButton.setVisible(daypart.isManual);
+        for (std::size_t i = 0; i < chips.size(); ++i) {
+            chips[i]->setChecked(DaypartInfo::allCases[i] == daypart.daypart);
+        }
+    });
+    return section;
 }
-
-void DaypartPickerView::render() {
-    const bool isManual = m_daypart.isManual;
-    m_autoText->setVisible(!isManual);
-    m_autoButton->setVisible(isManual);
-    for (std::size_t i = 0; i < m_chips.size(); ++i) {
-        m_chips[i]->setChecked(DaypartInfo::allCases[i] == m_daypart.daypart);
-    }
-}
-
-#include "moc_DaypartPickerView.cpp"

@@ -1,14 +1,13 @@
-#include "ui/menubar/HeaderView.h"
-
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
 #include "ui/VersionLabels.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelMetrics.h"
+#include "ui/menubar/PanelSection.h"
+#include "ui/menubar/PanelSections.h"
 
 #include <QHBoxLayout>
-#include <QVBoxLayout>
 
 #include <array>
 
@@ -23,6 +22,7 @@ struct BandLook {
     QLatin1StringView state;
 };
 
+/// In the order of the bands.
 constexpr std::array looks{
     BandLook{StatusModel::Band::green, ColourRole::success, "ok"_L1},
     BandLook{StatusModel::Band::amber, ColourRole::warning, "degraded"_L1},
@@ -30,37 +30,24 @@ constexpr std::array looks{
     BandLook{StatusModel::Band::unknown, ColourRole::textMuted, "unknown"_L1},
 };
 
-const BandLook& lookOf(StatusModel::Band band) {
-    return looks[static_cast<std::size_t>(band)];
 }
 
-}
-
-HeaderView::HeaderView(StatusModel& status, DaypartController& daypart, QWidget* parent)
-    : PanelSection{daypart, parent, Header::margins, 0, ColourRole::surface}
-    , m_status{status}
-    , m_daypart{daypart} {
+PanelSections::Section PanelSections::header(StatusModel& status, DaypartController& daypart) {
+    auto section = std::make_unique<PanelSection>(daypart, Header::margins, 0, ColourRole::surface);
+    auto& row = section->addRow(Header::spacing);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(Header::textSpacing);
-    texts->addWidget(new TextLabel{Header::titleText, colours(), this, u"vorna"_s});
-    m_subtitle = new TextLabel{Header::subtitleText, colours(), this};
-    texts->addWidget(m_subtitle);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(Header::spacing);
-    row->addLayout(texts, 1);
-    row->addSpacing(Header::spacing);
-    m_dot = new DotLabel{Header::dot, colours(), this, Header::halo};
-    row->addWidget(m_dot, 0, Qt::AlignVCenter);
-    column().addLayout(row);
-
-    observe(status);
-    observe(daypart);
+    row.addLayout(texts, 1);
+    row.addSpacing(Header::spacing);
+    texts->addWidget(new TextLabel{Header::titleText, section->colours(), section.get(), u"vorna"_s});
+    auto* subtitle = new TextLabel{Header::subtitleText, section->colours(), section.get()};
+    texts->addWidget(subtitle);
+    auto* dot = new DotLabel{Header::dot, section->colours(), section.get(), Header::halo};
+    row.addWidget(dot, 0, Qt::AlignVCenter);
+    section->follow({&status, &daypart}, [&status, &daypart, subtitle, dot] {
+        const BandLook& look = looks[static_cast<std::size_t>(status.caddyBand.value())];
+        subtitle->display(VersionLabels::caption() + u" · " + DaypartInfo::title(daypart.daypart));
+        dot->display(look.role, look.state);
+    });
+    return section;
 }
-
-void HeaderView::render() {
-    const BandLook& look = lookOf(m_status.caddyBand);
-    m_subtitle->display(VersionLabels::caption() + u" · " + DaypartInfo::title(m_daypart.daypart));
-    m_dot->display(look.role, look.state);
-}
-
-#include "moc_HeaderView.cpp"

@@ -1,17 +1,17 @@
 #include "ui/menubar/MenuBarView.h"
 
 #include "app/StatusModel.h"
-#include "ui/kit/Divider.h"
-#include "ui/menubar/ActionsView.h"
-#include "ui/menubar/DaypartPickerView.h"
-#include "ui/menubar/FooterView.h"
-#include "ui/menubar/HeaderView.h"
-#include "ui/menubar/MetricsView.h"
+#include "daypart/DaypartController.h"
+#include "ui/kit/Drawing.h"
 #include "ui/menubar/PanelMetrics.h"
-#include "ui/menubar/ServicesView.h"
+#include "ui/menubar/PanelSections.h"
 
+#include <QPainter>
 #include <QShowEvent>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -30,30 +30,38 @@ void layOutNow(const QWidget& widget) {
 }
 
 MenuBarView::MenuBarView(StatusModel& status, DaypartController& daypart, NotificationService& notifications,
-                         const PanelActions& actions, QWidget* parent)
-    : PanelSection{daypart, parent, {}, 0, ColourRole::background}
+                         const PanelActions& actions)
+    : PanelSection{daypart, {}, PanelMetrics::rule, ColourRole::background}
     , m_status{status} {
     // All texts run from left to right, whatever the desktop's language does.
     setLayoutDirection(Qt::LeftToRight);
     setFixedWidth(PanelMetrics::width);
-    const auto add = [this](QWidget* section) {
-        if (column().count() > 0) {
-            column().addWidget(new Divider{colours(), this});
-        }
-        section->setParent(this);
-        column().addWidget(section);
-    };
-    add(new HeaderView{status, daypart});
-    add(new MetricsView{status, daypart});
-    add(new ServicesView{status, daypart});
-    add(new ActionsView{status, daypart, actions});
-    add(new DaypartPickerView{daypart});
-    add(new FooterView{daypart, notifications, actions});
+    const auto add = [this](PanelSections::Section section) { column().addWidget(section.release()); };
+    add(PanelSections::header(status, daypart));
+    add(PanelSections::metrics(status, daypart));
+    add(PanelSections::services(status, daypart));
+    add(PanelSections::actions(status, daypart, actions));
+    add(PanelSections::daypartPicker(daypart));
+    add(PanelSections::footer(daypart, notifications, actions));
 }
 
 void MenuBarView::fitHeight() {
     layOutNow(*this);
     resize(PanelMetrics::width, column().totalHeightForWidth(PanelMetrics::width));
+}
+
+void MenuBarView::paintEvent(QPaintEvent* event) {
+    PanelSection::paintEvent(event);
+    QPainter painter{this};
+    // As many whole pixels as a rule surely has: rounded up it would reach into some of the sections.
+    const qreal pixels = Drawing::scale(painter);
+    const qreal thickness = std::max(1.0, std::floor(PanelMetrics::rule * pixels)) / pixels;
+    for (int i = 1; i < column().count(); ++i) {
+        const int below = column().itemAt(i)->geometry().top();
+        QRectF rule = Drawing::snapped(painter, QRect{0, below - PanelMetrics::rule, width(), PanelMetrics::rule});
+        rule.setHeight(thickness);
+        painter.fillRect(rule, colours().of(ColourRole::border));
+    }
 }
 
 void MenuBarView::showEvent(QShowEvent* event) {

@@ -10,7 +10,7 @@
 namespace ScrollMark = PanelMetrics::ScrollMark;
 
 PanelFrame::PanelFrame(const Colours& colours, QWidget* parent)
-    : Decoration{parent}
+    : QWidget{parent}
     , m_colours{colours} {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_NoSystemBackground);

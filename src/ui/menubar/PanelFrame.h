@@ -1,10 +1,11 @@
 #pragma once
 
 #include "ui/kit/ColourRole.h"
-#include "ui/kit/Decoration.h"
+
+#include <QWidget>
 
 /// Lies over the whole panel, untouchable: cuts its corners round, outlines it, and shows how far it is scrolled.
-class PanelFrame final : public Decoration {
+class PanelFrame final : public QWidget {
     Q_OBJECT
 
 public:

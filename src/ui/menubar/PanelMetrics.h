@@ -13,6 +13,7 @@ inline constexpr Tint muted{ColourRole::textMuted};
 
 inline constexpr int width = 340;
 inline constexpr int cornerRadius = 10;
+inline constexpr int rule = 1; ///< between sections
 inline constexpr QMargins sectionMargins{14, 14, 14, 14};
 
 inline constexpr TextStyle headingText{.size = 10, .weight = QFont::DemiBold, .tracking = 0.8, .colour = muted};

@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -29,19 +30,7 @@ constexpr auto sameClick = 250ms;
 /// Where the focus follows the pointer, it goes astray on the way from the icon to a panel that is not next to it.
 constexpr auto focusGrace = 1500ms;
 
-struct ScrollKey {
-    Qt::Key key;
-    QAbstractSlider::SliderAction action;
-};
-
-constexpr std::array scrollKeys{
-    ScrollKey{Qt::Key_Up, QAbstractSlider::SliderSingleStepSub},
-    ScrollKey{Qt::Key_Down, QAbstractSlider::SliderSingleStepAdd},
-    ScrollKey{Qt::Key_PageUp, QAbstractSlider::SliderPageStepSub},
-    ScrollKey{Qt::Key_PageDown, QAbstractSlider::SliderPageStepAdd},
-    ScrollKey{Qt::Key_Home, QAbstractSlider::SliderToMinimum},
-    ScrollKey{Qt::Key_End, QAbstractSlider::SliderToMaximum},
-};
+constexpr std::array scrollKeys{Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
 
 int distance(const QRect& rect, QPoint point) {
     const QPoint nearest{std::clamp(point.x(), rect.left(), rect.right()),
@@ -79,12 +68,17 @@ QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
 
 }
 
+void PanelWindow::timerDelay(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then) {
+    QTimer::singleShot(time, &owner, then);
+}
+
 PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
-                         PlacedBy placedBy, Composition isComposited, MonotonicClock clock)
+                         PlacedBy placedBy, Composition isComposited, MonotonicClock clock, Delay delay)
     : m_colours{daypart}
     , m_placedBy{placedBy}
     , m_isComposited{std::move(isComposited)}
     , m_clock{std::move(clock)}
+    , m_delay{std::move(delay)}
     , m_content{content.get()}
     , m_scroller{scrollerOf(content.release(), this)}
     , m_frame{new PanelFrame{m_colours, this}} {
@@ -93,9 +87,6 @@ PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController
     setWindowTitle(u"vorna"_s);
     setFocusPolicy(Qt::ClickFocus);
     setFixedWidth(PanelMetrics::width);
-    m_focusGrace.setSingleShot(true);
-    m_focusGrace.setInterval(focusGrace);
-    connect(&m_focusGrace, &QTimer::timeout, this, &QWidget::hide);
     m_content->installEventFilter(this);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::valueChanged, this, &PanelWindow::showScrollPosition);
     connect(m_scroller->verticalScrollBar(), &QScrollBar::rangeChanged, this, &PanelWindow::showScrollPosition);
@@ -202,17 +193,21 @@ bool PanelWindow::event(QEvent* event) {
     if (event->type() == QEvent::WindowDeactivate && isVisible()) {
         focusLost();
     } else if (event->type() == QEvent::WindowActivate) {
-        m_focusGrace.stop();
+        ++m_focusChanges;
     }
     return result;
 }
 
 void PanelWindow::focusLost() {
-    if (m_placedBy == PlacedBy::desktop && !m_pointerHasCome) {
-        m_focusGrace.start();
-    } else {
+    if (m_placedBy != PlacedBy::desktop || m_pointerHasCome) {
         hide();
+        return;
     }
+    m_delay(*this, focusGrace, [this, change = ++m_focusChanges] {
+        if (change == m_focusChanges) {
+            hide();
+        }
+    });
 }
 
 void PanelWindow::enterEvent(QEnterEvent* event) {
@@ -228,7 +223,7 @@ bool PanelWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void PanelWindow::hideEvent(QHideEvent* event) {
-    m_focusGrace.stop();
+    ++m_focusChanges;
     if (!m_isDismissing) {
         m_closedByOthersAt = m_clock();
     }
@@ -239,14 +234,11 @@ void PanelWindow::hideEvent(QHideEvent* event) {
 void PanelWindow::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Cancel)) {
         dismissForUser();
-        return;
-    }
-    const auto* found = std::ranges::find(scrollKeys, event->key(), &ScrollKey::key);
-    if (found == scrollKeys.end()) {
+    } else if (std::ranges::find(scrollKeys, event->key()) != scrollKeys.end()) {
+        static_cast<QObject*>(m_scroller->verticalScrollBar())->event(event);
+    } else {
         View::keyPressEvent(event);
-        return;
     }
-    m_scroller->verticalScrollBar()->triggerAction(found->action);
 }
 
 void PanelWindow::mousePressEvent(QMouseEvent* event) {

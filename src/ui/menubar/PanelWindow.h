@@ -4,7 +4,6 @@
 #include "ui/kit/View.h"
 
 #include <QRect>
-#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -29,13 +28,19 @@ class PanelWindow final : public View {
 public:
     using MonotonicClock = std::function<std::chrono::steady_clock::time_point()>;
 
+    /// Calls a function once when some time has passed, unless the owner is gone by then.
+    using Delay =
+        std::function<void(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then)>;
+    static void timerDelay(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then);
+
     /// Whether the desktop blends windows now, so that corners can be round.
     using Composition = std::function<bool()>;
 
     enum class PlacedBy { us, desktop };
 
     PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,
-                PlacedBy placedBy, Composition isComposited, MonotonicClock clock = std::chrono::steady_clock::now);
+                PlacedBy placedBy, Composition isComposited, MonotonicClock clock = std::chrono::steady_clock::now,
+                Delay delay = timerDelay);
 
     /// A click on the icon at `anchor`: opens the panel, or closes it. The click that has closed the panel by taking
     /// its focus away does not open it again.
@@ -75,12 +80,13 @@ private:
     const PlacedBy m_placedBy;
     const Composition m_isComposited;
     const MonotonicClock m_clock;
+    const Delay m_delay;
     MenuBarView* m_content;
     QScrollArea* m_scroller;
     PanelFrame* m_frame;
     QRect m_anchor;
-    QTimer m_focusGrace{this};
     int m_panelHeight = 0;
+    int m_focusChanges = 0; ///< and closings: what waits for none of them to come counts them
     bool m_pointerHasCome = false;
     bool m_isDismissing = false;
     std::optional<std::chrono::steady_clock::time_point> m_closedByOthersAt;

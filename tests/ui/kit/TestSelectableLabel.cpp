@@ -1,9 +1,9 @@
+#include "support/Activation.h"
 #include "support/FixedColours.h"
 #include "ui/kit/SelectableLabel.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -21,8 +21,7 @@ struct Shown final {
         label.display(hint, u"vorna server start"_s);
         label.resize(width, label.heightForWidth(width));
         window.resize(width, 100);
-        window.show();
-        QApplication::setActiveWindow(&window);
+        activate(window);
         label.clearFocus();
         QApplication::clipboard()->clear();
     }

@@ -10,10 +10,9 @@
 
 #include <QImage>
 #include <QTest>
-#include <QTimer>
 
 /// The real models of a panel, at a time of day that the test chooses, and a record of what the panel asks for. But for
-/// what the test says, the bridge refuses every connection and the tool is a fake one.
+/// what the test says, the bridge refuses every connection, the tool is a fake one, and no poll follows from the last.
 struct PanelFixture final {
     QTime time{12, 0};
     MemoryDefaults defaults{};
@@ -23,7 +22,8 @@ struct PanelFixture final {
     StatusModel::ToolRunner runTool = tool.runner();
     QUrl bridge{QStringLiteral("http://127.0.0.1:1")};
     Clock clock = wallClock;
-    StatusModel status{notifications, runTool, bridge, clock};
+    int tickers = 0;
+    StatusModel status{notifications, runTool, bridge, clock, [this](auto&&...) { ++tickers; }};
     DaypartController daypart{defaults, [this] { return QDateTime{QDate{2026, 7, 28}, time}; }};
     int settingsOpened = 0;
     QList<QUrl> pagesOpened{};
@@ -36,12 +36,8 @@ struct PanelFixture final {
         return std::make_unique<MenuBarView>(status, daypart, notifications, actions());
     }
 
-    /// Lets the poll that a panel's appearance starts come to its end, and starts no other, so that what a test writes
-    /// stays.
+    /// Waits for the end of the poll that a panel's appearance starts, so that what a test writes stays.
     [[nodiscard]] bool settle() {
-        if (auto* timer = status.findChild<QTimer*>()) {
-            timer->stop();
-        }
         return QTest::qWaitFor([this] { return !status.polling; });
     }
 
@@ -61,12 +57,24 @@ struct PanelFixture final {
         status.lastPoll = QDateTime{QDate{2026, 7, 28}, QTime{14, 3, 7}};
     }
 
+    /// One text wherever the bridge or the tool says something.
+    void fillWith(const QString& text) {
+        fill();
+        for (auto* property :
+             {&status.hostLoad, &status.hostMemory, &status.hostDisk, &status.caddyDetail, &status.postgresDetail}) {
+            *property = text;
+        }
+        status.lastError = text;
+        status.cliMessage = text;
+        status.services = QList<StatusModel::ServiceRow>{{text, text, true, text, {}},
+                                                         {text, QStringLiteral("short"), false, text, {}},
+                                                         {text, text, true, QStringLiteral("ok"), {}}};
+    }
+
     [[nodiscard]] static QList<StatusModel::ServiceRow> services(int count) {
-        static const QStringList names{
-            QStringLiteral("caddy.process"), QStringLiteral("caddy.admin"), QStringLiteral("postgres"),
-            QStringLiteral("redis"),         QStringLiteral("mailpit"),     QStringLiteral("minio"),
-            QStringLiteral("api"),           QStringLiteral("worker"),      QStringLiteral("search"),
-            QStringLiteral("queue"),         QStringLiteral("cache"),       QStringLiteral("docs")};
+        static const auto names =
+            QStringLiteral("caddy.process caddy.admin postgres redis mailpit minio api worker search queue cache docs")
+                .split(u' ');
         QList<StatusModel::ServiceRow> rows;
         for (int i = 0; i < count; ++i) {
             const bool ok = i % 4 != 3;

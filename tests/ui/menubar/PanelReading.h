@@ -8,25 +8,22 @@
 /// The panel as a screen reader finds it.
 namespace PanelReading {
 
-inline void collect(QAccessibleInterface* item, QStringList& names) {
+/// Everything that is shown, in reading order.
+[[nodiscard]] inline QStringList names(QAccessibleInterface* item) {
     if (item == nullptr || item->state().invisible) {
-        return;
+        return {};
     }
     const bool isRead =
         item->role() == QAccessible::StaticText || qobject_cast<QPushButton*>(item->object()) != nullptr;
-    if (const QString name = item->text(QAccessible::Name); isRead && !name.isEmpty()) {
-        names += name;
-    }
+    const QString name = isRead ? item->text(QAccessible::Name) : QString{};
+    QStringList found = name.isEmpty() ? QStringList{} : QStringList{name};
     for (int i = 0; i < item->childCount(); ++i) {
-        collect(item->child(i), names);
+        found += names(item->child(i));
     }
+    return found;
 }
-
-/// Everything that is shown, in reading order.
 [[nodiscard]] inline QStringList names(QWidget& widget) {
-    QStringList result;
-    collect(QAccessible::queryAccessibleInterface(&widget), result);
-    return result;
+    return names(QAccessible::queryAccessibleInterface(&widget));
 }
 
 /// The visible widget of that kind with that name.
@@ -40,7 +37,7 @@ template <typename Widget>
     return nullptr;
 }
 
-/// The names of the buttons that the Tab key goes through, from the first.
+/// The names of what the Tab key goes through, from the first.
 [[nodiscard]] inline QStringList tabOrder(QWidget& widget) {
     QStringList result;
     for (auto* next = widget.nextInFocusChain(); next != &widget; next = next->nextInFocusChain()) {

@@ -1,9 +1,12 @@
-#include "PanelFixture.h"
+#include "support/Activation.h"
+#include "ui/DaypartColours.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
-#include "ui/menubar/HeaderView.h"
-#include "ui/menubar/ServiceRowView.h"
-#include "ui/menubar/StatTile.h"
+#include "ui/menubar/PanelFixture.h"
+#include "ui/menubar/PanelReading.h"
+
+#include <QApplication>
+#include <QUuid>
 
 using namespace Qt::StringLiterals;
 
@@ -11,49 +14,46 @@ namespace {
 
 constexpr int width = 340;
 constexpr qsizetype megabyte = 1 << 20;
+const QString backup = u"Desk backup now"_s;
+const QString cloudSync = u"Sync via iCloud"_s;
 
 struct Shown final {
     PanelFixture panel;
     std::unique_ptr<MenuBarView> view = panel.makeView();
 
-    [[nodiscard]] bool show() {
-        view->show();
-        return panel.settle();
-    }
-    void setEveryText(const QString& text) {
-        panel.fill();
-        panel.status.hostLoad = text;
-        panel.status.hostMemory = text;
-        panel.status.hostDisk = text;
-        panel.status.caddyDetail = text;
-        panel.status.postgresDetail = text;
-        panel.status.lastError = text;
-        panel.status.cliMessage = text;
-        QList<StatusModel::ServiceRow> rows;
-        for (int i = 0; i < 12; ++i) {
-            rows += {text, text, i % 2 == 0, text, text};
+    Shown() {
+        activate(*view);
+        if (!panel.settle()) {
+            qFatal("the first poll does not end");
         }
-        panel.status.services = rows;
     }
-    template <typename Widget>
-    [[nodiscard]] QRect place(int index) {
-        auto* widget = view->findChildren<Widget*>().at(index);
-        return {widget->mapTo(view.get(), QPoint{}), widget->size()};
+    [[nodiscard]] QStringList texts() {
+        (void)drawn(*view);
+        return PanelReading::names(*view);
+    }
+    [[nodiscard]] QPushButton* button(const QString& title) { return PanelReading::named<QPushButton>(*view, title); }
+    void press(const QString& title) {
+        QTest::mouseClick(button(title), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] QString chosen() {
+        QStringList titles;
+        for (const Daypart daypart : DaypartInfo::allCases) {
+            titles += button(DaypartInfo::title(daypart))->isChecked() ? QStringList{DaypartInfo::title(daypart)}
+                                                                       : QStringList{};
+        }
+        return titles.join(u',');
+    }
+
+    /// Where the column, the tiles' and the services' rows and the dots are, but for their heights.
+    [[nodiscard]] QList<QRect> fixedPlaces() {
+        QList<QRect> places{{0, 0, drawn(*view).width(), 0}};
+        for (auto* dot : view->findChildren<DotLabel*>()) {
+            places += QRect{dot->mapTo(view.get(), QPoint{}).x(), 0, dot->width(), dot->parentWidget()->width()};
+        }
+        return places;
     }
 };
-
-void addTexts() {
-    QTest::addColumn<QString>("text");
-    QTest::newRow("empty") << QString{};
-    QTest::newRow("short") << u"ok"_s;
-    QTest::newRow("words") << u"connection refused by the peer "_s.repeated(40);
-    QTest::newRow("one absurdly long word") << QString{20'000, u'w'};
-    QTest::newRow("right to left") << u"الخادم غير متاح "_s.repeated(40);
-    QTest::newRow("emoji") << u"🚀🔥"_s.repeated(100);
-    QTest::newRow("ampersands and markup") << u"<b>R&D</b> &amp; <img src=x>"_s;
-    QTest::newRow("line breaks") << u"one\ntwo\r\nthree\n\n\nfour"_s;
-    QTest::newRow("a megabyte") << QString{megabyte, u'x'};
-}
 
 }
 
@@ -61,68 +61,181 @@ class TestMenuBarView final : public QObject {
     Q_OBJECT
 
 private slots:
-    void aChangeOfDaypartChangesNothingOfTheLayout() {
+    void quickActionsOpenThePagesOfTheDevelopmentDomain_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QUrl>("address");
+        QTest::newRow("Console") << u"Console"_s << QUrl{u"https://vorna.localhost/dashboard"_s};
+        QTest::newRow("Agents") << u"Agents"_s << QUrl{u"https://vorna.localhost/dashboard/agents"_s};
+        QTest::newRow("Facet") << u"Facet"_s << QUrl{u"https://facet.vorna.localhost"_s};
+    }
+    void quickActionsOpenThePagesOfTheDevelopmentDomain() {
+        QFETCH(QString, button);
+        QFETCH(QUrl, address);
         Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.fill();
-        shown.panel.daypart.set(Daypart::dawn);
-        const QSize size = drawn(*shown.view).size();
-        QList<QRect> before;
-        for (auto* child : shown.view->findChildren<QWidget*>()) {
-            before += child->geometry();
-        }
-        shown.panel.daypart.set(Daypart::night);
-        QCOMPARE(drawn(*shown.view).size(), size);
-        QList<QRect> after;
-        for (auto* child : shown.view->findChildren<QWidget*>()) {
-            after += child->geometry();
-        }
-        QCOMPARE(after, before);
+        shown.press(button);
+        QCOMPARE(shown.panel.pagesOpened, QList{address});
     }
 
-    void noTextMovesTheColumnTheTilesOrTheDots_data() { addTexts(); }
-    void noTextMovesTheColumnTheTilesOrTheDots() {
+    void toolRunsAndItsProgressAndItsEndAreShown_data() {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("arguments");
+        QTest::newRow("backup") << backup << u"desk backup"_s;
+        QTest::newRow("sync") << cloudSync << u"desk sync push --via icloud"_s;
+    }
+    void toolRunsAndItsProgressAndItsEndAreShown() {
+        QFETCH(QString, button);
+        Shown shown;
+        const auto& calls = shown.panel.tool.calls;
+        const auto before = calls.size();
+        for (const auto& title : {button, backup, cloudSync}) {
+            shown.press(title);
+        }
+        QCOMPARE(calls.size(), before + 1);
+        QTEST(calls.last().arguments.join(u' '), "arguments");
+        QVERIFY(shown.texts().contains(u"Running vorna…"_s));
+        QVERIFY(!shown.button(backup)->isEnabled() && !shown.button(cloudSync)->isEnabled());
+        shown.press(u"Refresh"_s);
+        QVERIFY(shown.panel.status.polling);
+        QVERIFY(shown.panel.settle());
+
+        calls.last().answer.deliver({.exitCode = 0, .stdOut = u"done in 2 s"_s, .stdErr = {}});
+        QVERIFY(shown.texts().contains(u"done in 2 s"_s));
+        QVERIFY(!shown.texts().contains(u"Running vorna…"_s));
+        QVERIFY(shown.button(backup)->isEnabled() && shown.button(cloudSync)->isEnabled());
+    }
+
+    void keyboardsFocusComesBackAfterTheRun() {
+        Shown shown;
+        auto* button = shown.button(backup);
+        button->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(button, Qt::Key_Return);
+        QVERIFY(!shown.texts().isEmpty());
+        QCOMPARE(QApplication::focusWidget(), nullptr);
+        shown.panel.status.cliBusy = false;
+        QVERIFY(!shown.texts().isEmpty());
+        QCOMPARE(QApplication::focusWidget(), button);
+    }
+
+    void chipPinsItsDaypartAndAutoGoesBack() {
+        Shown shown;
+        QCOMPARE(shown.chosen(), u"Day"_s);
+        QCOMPARE(shown.button(u"Auto"_s), nullptr);
+        shown.press(u"Night"_s);
+        QCOMPARE(shown.panel.daypart.daypart.value(), Daypart::night);
+        QCOMPARE(shown.chosen(), u"Night"_s);
+        shown.press(u"Auto"_s);
+        QVERIFY(!shown.panel.daypart.isManual);
+        QCOMPARE(shown.chosen(), u"Day"_s);
+        QCOMPARE(shown.button(u"Auto"_s), nullptr);
+        QVERIFY(PanelReading::named<TextLabel>(*shown.view, u"Auto"_s) != nullptr);
+    }
+
+    void currentChipPinsWithoutAChangeOfColour() {
+        Shown shown;
+        const QImage before = shown.button(u"Day"_s)->grab().toImage();
+        shown.press(u"Day"_s);
+        QVERIFY(shown.panel.daypart.isManual);
+        QVERIFY(shown.button(u"Auto"_s) != nullptr);
+        shown.button(u"Day"_s)->clearFocus();
+        QCOMPARE(shown.button(u"Day"_s)->grab().toImage(), before);
+    }
+
+    void everyTestNotificationIsAnotherOne() {
+        Shown shown;
+        shown.panel.daypart.set(Daypart::dusk);
+        shown.press(u"Test notification"_s);
+        shown.press(u"Test notification"_s);
+        const auto& posted = shown.panel.center.posted;
+        QCOMPARE(posted.size(), 2);
+        QCOMPARE(posted[0].title, u"vorna"_s);
+        QCOMPARE(posted[0].body, u"Desktop notifications are working · Dusk"_s);
+        QVERIFY(posted[0].identifier != posted[1].identifier);
+        QCOMPARE(posted[0].identifier, QUuid{posted[0].identifier}.toString(QUuid::WithoutBraces).toUpper());
+    }
+
+    void settingsAndTheEndHaveKeysToo() {
+        Shown shown;
+        shown.press(u"Settings & permissions"_s);
+        QCOMPARE(shown.panel.settingsOpened, 1);
+        QTest::keyClick(shown.view.get(), Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_COMPARE(shown.panel.settingsOpened, 2);
+        shown.press(u"Quit vorna"_s);
+        QCOMPARE(shown.panel.quits, 1);
+        QTest::keyClick(shown.view.get(), Qt::Key_Q, Qt::ControlModifier);
+        QTRY_COMPARE(shown.panel.quits, 2);
+    }
+
+    void changeOfDaypartChangesNothingOfTheLayout() {
+        Shown shown;
+        shown.panel.daypart.set(Daypart::dawn);
+        const auto places = [&shown] {
+            QList<QRect> found{drawn(*shown.view).rect()};
+            for (auto* child : shown.view->findChildren<QWidget*>()) {
+                found += child->geometry();
+            }
+            return found;
+        };
+        const auto before = places();
+        shown.panel.daypart.set(Daypart::night);
+        QCOMPARE(places(), before);
+    }
+
+    void noTextMovesTheColumnTheRowsOrTheDots_data() {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("empty") << QString{};
+        QTest::newRow("words") << u"connection refused by the peer "_s.repeated(40);
+        QTest::newRow("right to left") << u"الخادم غير متاح "_s.repeated(40);
+        QTest::newRow("emoji") << u"🚀🔥"_s.repeated(100);
+        QTest::newRow("line breaks") << u"one\ntwo\r\nthree\n\n\nfour"_s;
+        QTest::newRow("a megabyte") << QString{megabyte, u'x'};
+    }
+    void noTextMovesTheColumnTheRowsOrTheDots() {
         QFETCH(QString, text);
         Shown shown;
-        QVERIFY(shown.show());
-        shown.panel.fill();
-        QCOMPARE(drawn(*shown.view).width(), width);
-        const QList<QRect> tiles{shown.place<StatTile>(0), shown.place<StatTile>(1), shown.place<StatTile>(2)};
-        const int row = shown.place<ServiceRowView>(0).height();
-        shown.setEveryText(text);
-        QCOMPARE(drawn(*shown.view).width(), width);
-        for (int i = 0; i < 3; ++i) {
-            QCOMPARE(shown.place<StatTile>(i).size(), tiles[i].size());
-            QCOMPARE(shown.place<StatTile>(i).x(), tiles[i].x());
-            QCOMPARE(shown.place<DotLabel>(1 + i).size(), QSize(6, 6));
-            QCOMPARE(shown.place<DotLabel>(1 + i).right(), width - 14 - 1);
-        }
+        shown.panel.fillWith(u"ok"_s);
+        const auto before = shown.fixedPlaces();
+        QCOMPARE(before.first().width(), width);
+        shown.panel.fillWith(text);
+        QCOMPARE(shown.fixedPlaces(), before);
         for (auto* label : shown.view->findChildren<TextLabel*>()) {
             QVERIFY(!label->isVisible() || label->mapTo(shown.view.get(), QPoint{label->width(), 0}).x() <= width - 10);
         }
-        QCOMPARE(shown.place<ServiceRowView>(7).height(), row);
     }
 
-    void theHeadersTextsKeepTwiceTheSpacingFromTheDot() {
+    void rulesAreEquallyThickAtEveryScale_data() {
+        QTest::addColumn<qreal>("scale");
+        QTest::addColumn<int>("pixels");
+        QTest::newRow("1") << 1.0 << 1;
+        QTest::newRow("1.25") << 1.25 << 1;
+        QTest::newRow("1.5") << 1.5 << 1;
+        QTest::newRow("1.75") << 1.75 << 1;
+        QTest::newRow("2") << 2.0 << 2;
+        QTest::newRow("3") << 3.0 << 3;
+    }
+    void rulesAreEquallyThickAtEveryScale() {
+        QFETCH(qreal, scale);
+        QFETCH(int, pixels);
         Shown shown;
-        QVERIFY(shown.show());
-        (void)drawn(*shown.view);
-        QCOMPARE(shown.view->findChild<HeaderView*>()->findChild<TextLabel*>()->width(), width - 2 * 14 - 2 * 10 - 28);
+        const QImage image = drawn(*shown.view, scale);
+        const QColor border = DaypartColours{shown.panel.daypart}.of(ColourRole::border);
+        QList<int> thicknesses;
+        for (int y = 1; y < image.height(); ++y) {
+            if (image.pixelColor(0, y) == border) {
+                image.pixelColor(0, y - 1) == border ? ++thicknesses.last() : (thicknesses += 1).last();
+            }
+        }
+        QCOMPARE(thicknesses, QList<int>(5, pixels));
     }
 
     void eachAppearancePollsOnceMore() {
         Shown shown;
-        QVERIFY(!shown.panel.status.polling);
-        shown.view->show();
-        QVERIFY(shown.panel.status.polling);
-        QVERIFY(shown.panel.settle());
         QCOMPARE(shown.panel.tool.calls.size(), 1);
         shown.view->hide();
         shown.view->show();
         QVERIFY(shown.panel.status.polling);
         QVERIFY(shown.panel.settle());
         QCOMPARE(shown.panel.tool.calls.size(), 2);
-        QCOMPARE(shown.panel.status.findChildren<QTimer*>().size(), 1);
+        QCOMPARE(shown.panel.tickers, 1);
     }
 };
 

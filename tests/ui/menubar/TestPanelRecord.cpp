@@ -1,9 +1,8 @@
 #include "support/ApprovedRecord.h"
-#include "ui/DaypartColours.h"
 #include "ui/VersionLabels.h"
-#include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelReading.h"
+#include "ui/menubar/PanelStates.h"
 #include "ui/menubar/PanelWindow.h"
 
 #include <QAbstractButton>
@@ -11,11 +10,13 @@
 #include <QFontDatabase>
 
 using namespace Qt::StringLiterals;
-using Band = StatusModel::Band;
 
 namespace {
 
 constexpr QRect anchor{300, 0, 24, 24};
+
+const QStringList sectionNames{u"header"_s,  u"metrics"_s,        u"services"_s,
+                               u"actions"_s, u"daypart picker"_s, u"footer"_s};
 
 /// The panel whole, in a window as high as it needs.
 struct Shown final {
@@ -31,101 +32,20 @@ struct Shown final {
         if (auto* focused = view->focusWidget()) {
             focused->clearFocus();
         }
-        panel.fill();
-        panel.status.lastError = u"The request timed out."_s;
-        panel.status.cliMessage = u"done in 2 s"_s;
+        const auto children = view->findChildren<PanelSection*>(Qt::FindDirectChildrenOnly);
+        for (qsizetype i = 0; i < children.size(); ++i) {
+            children.at(i)->setObjectName(sectionNames.at(i));
+        }
+        PanelStates::healthy(panel);
         return true;
     }
     [[nodiscard]] QString sections() {
         (void)drawn(*view);
-        return u"below all: "_s + ground() + ApprovedRecord::sections(*view, colours);
+        return ApprovedRecord::sections(*view, colours);
     }
-    /// What the view paints itself, below its sections.
-    [[nodiscard]] QString ground() { return ApprovedRecord::painted(*view, colours).section(u'\n', 0, 0) + u'\n'; }
-    [[nodiscard]] QList<QAbstractButton*> buttons() const { return view->findChildren<QAbstractButton*>(); }
-};
-
-void unreachable(Shown& shown) {
-    auto& status = shown.panel.status;
-    status.bridgeOnline = false;
-    status.caddyBand = Band::unknown;
-    status.caddyDetail = u"bridge unreachable"_s;
-    status.postgresOk = std::nullopt;
-    for (auto* text : {&status.postgresDetail, &status.hostLoad, &status.hostMemory, &status.hostDisk}) {
-        *text = u"—"_s;
-    }
-    status.services = QList<StatusModel::ServiceRow>{};
-    status.lastError = u"connection refused"_s;
-    status.lastPoll = std::nullopt;
-    status.cliMessage = std::nullopt;
-}
-
-void withoutServices(Shown& shown) {
-    shown.panel.status.services = QList<StatusModel::ServiceRow>{};
-    shown.panel.status.lastError = std::nullopt;
-}
-
-void withTexts(Shown& shown, const QString& text) {
-    auto& status = shown.panel.status;
-    for (auto* property :
-         {&status.hostLoad, &status.hostMemory, &status.hostDisk, &status.caddyDetail, &status.postgresDetail}) {
-        *property = text;
-    }
-    status.lastError = text;
-    status.cliMessage = text;
-    status.services = {
-        {text, text, true, text, {}}, {text, u"short"_s, false, text, {}}, {text, text, true, u"ok"_s, {}}};
-}
-
-void middling(Shown& shown) {
-    shown.panel.status.hostDisk = u"71% · 138 GB"_s;
-    shown.panel.status.caddyDetail = u"two lines of a text that has to be wrapped once"_s;
-    shown.panel.status.services = {
-        {{}, u"edge"_s, true, u"running · 4/4 sites · 12 routes · tls · http/3 · http/2"_s, {}}};
-}
-
-template <Band band>
-void inBand(Shown& shown) {
-    shown.panel.status.caddyBand = band;
-    shown.panel.status.postgresOk = band == Band::red ? std::optional{false} : std::nullopt;
-}
-
-template <Daypart daypart>
-void pinned(Shown& shown) {
-    shown.panel.daypart.set(daypart);
-}
-
-void pressed(Shown& shown) {
-    pinned<Daypart::day>(shown);
-    (void)drawn(*shown.view);
-    for (auto* button : shown.buttons()) {
-        button->setDown(true);
-    }
-}
-
-struct State final {
-    const char* name;
-    void (*make)(Shown&);
-};
-
-constexpr State states[]{
-    {"unreachable", unreachable},
-    {"no services", withoutServices},
-    {"long texts", [](Shown& shown) { withTexts(shown, u"words of a long text · "_s.repeated(30)); }},
-    {"empty texts", [](Shown& shown) { withTexts(shown, {}); }},
-    {"middling texts", middling},
-    {"busy", [](Shown& shown) { shown.panel.status.cliBusy = true; }},
-    {"amber", inBand<Band::amber>},
-    {"red", inBand<Band::red>},
-    {"unknown", inBand<Band::unknown>},
-    {"dawn", pinned<Daypart::dawn>},
-    {"dusk", pinned<Daypart::dusk>},
-    {"night", pinned<Daypart::night>},
-    {"pressed", pressed},
 };
 
 }
-Q_DECLARE_METATYPE(const State*)
 
 /// What the panel paints, held against what was approved; `script/approve` approves what it paints now.
 class TestPanelRecord final : public QObject {
@@ -143,19 +63,31 @@ private slots:
     }
 
     void otherStates_data() {
-        QTest::addColumn<const State*>("state");
-        for (const auto& state : states) {
+        QTest::addColumn<const PanelState*>("state");
+        for (const auto& state : PanelStates::all) {
             QTest::newRow(state.name) << &state;
         }
     }
     void otherStates() {
-        QFETCH(const State*, state);
+        QFETCH(const PanelState*, state);
         Shown shown;
         QVERIFY(shown.show());
         const QString base = shown.sections();
-        state->make(shown);
+        state->make(shown.panel);
         compare(u"panel, "_s + QString::fromLatin1(state->name),
                 ApprovedRecord::withoutSectionsOf(base, shown.sections()));
+    }
+
+    void pressedButtons() {
+        Shown shown;
+        QVERIFY(shown.show());
+        const QString base = shown.sections();
+        shown.panel.daypart.set(Daypart::day);
+        (void)drawn(*shown.view);
+        for (auto* button : shown.view->findChildren<QAbstractButton*>()) {
+            button->setDown(true);
+        }
+        compare(u"panel, pressed"_s, ApprovedRecord::withoutSectionsOf(base, shown.sections()));
     }
 
     void desktopsDirectionChangesNothing() {
@@ -169,7 +101,7 @@ private slots:
     void readingOrderAndTabOrder() {
         Shown shown;
         QVERIFY(shown.show());
-        unreachable(shown);
+        PanelStates::unreachable(shown.panel);
         (void)drawn(*shown.view);
         QString text = PanelReading::names(*shown.view).join(u'\n') + u"\n\nTab\n"_s +
                        PanelReading::tabOrder(*shown.view).join(u'\n') + u'\n';
@@ -179,8 +111,8 @@ private slots:
     void focusedButtons() {
         Shown shown;
         QVERIFY(shown.show());
-        unreachable(shown);
-        pinned<Daypart::day>(shown);
+        PanelStates::unreachable(shown.panel);
+        shown.panel.daypart.set(Daypart::day);
         (void)drawn(*shown.view);
         QString text;
         QStringList names;

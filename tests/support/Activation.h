@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QTest>
+#include <QWidget>
+
+/// Shows the window and gives it the keyboard.
+inline void activate(QWidget& window) {
+    window.show();
+    window.activateWindow();
+    if (!QTest::qWaitForWindowActive(&window)) {
+        qFatal("the window does not become active");
+    }
+}
