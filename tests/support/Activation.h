@@ -7,7 +7,7 @@
 inline void activate(QWidget& window) {
     window.show();
     window.activateWindow();
-    if (!QTest::qWaitForWindowActive(&window)) {
+    if (!QTest::qWaitFor([&window] { return window.isActiveWindow(); })) {
         qFatal("the window does not become active");
     }
 }
