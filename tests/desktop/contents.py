@@ -28,26 +28,13 @@ def plain(name):
     return "Updated" if name.startswith("Updated ") else name
 
 
-def panel_rows(checks, services, error=(), result=(), auto=LABEL):
-    """(role, name) of each; what is no control is a label."""
-    names = [*checks, *error, "Updated", "SERVICES", *services, *BUTTONS_BEFORE_AUTO[:4], "MAC → MAC", *TOOL_BUTTONS,
-             *result, "DAYPART", "Auto", *BUTTONS_AFTER_AUTO]
+def well_rows(daypart="Day", result=(), auto=LABEL):
+    """The panel with the usual snapshot: (role, name) of each; what is no control is a label."""
+    names = ["vorna", "version · " + daypart, "ok", "Bridge", "online · :43105", "ok", "Caddy", "running · 3/4 sites",
+             "ok", "Postgres", "answers on port 5432", "ok", "LOAD", "1.73", "MEMORY", "64%", "DISK",
+             "71% · 138 GB free", "Updated", "SERVICES", "ok", "caddy.process", "running", "ok", "postgres",
+             "answers on port 5432", *BUTTONS_BEFORE_AUTO[:4], "MAC → MAC", *TOOL_BUTTONS, *result, "DAYPART", "Auto",
+             *BUTTONS_AFTER_AUTO]
     buttons = dict.fromkeys(BUTTONS_BEFORE_AUTO + BUTTONS_AFTER_AUTO, BUTTON)
     roles = {**buttons, **dict.fromkeys(DAYPARTS, CHOICE), "Auto": auto}
     return [(roles.get(name, LABEL), name) for name in names]
-
-
-def well_rows(daypart="Day", result=(), auto=LABEL):
-    """The panel with the usual snapshot."""
-    checks = ["vorna", "version · " + daypart, "ok", "Bridge", "online · :43105", "ok", "Caddy", "running · 3/4 sites",
-              "ok", "Postgres", "answers on port 5432", "ok", "LOAD", "1.73", "MEMORY", "64%", "DISK",
-              "71% · 138 GB free"]
-    services = ["ok", "caddy.process", "running", "ok", "postgres", "answers on port 5432"]
-    return panel_rows(checks, services, result=result, auto=auto)
-
-
-def offline_rows(error):
-    """The panel where no bridge answers."""
-    checks = ["vorna", "version · Day", "unknown", "Bridge", "offline", "not ok", "Caddy", "bridge unreachable",
-              "not ok", "Postgres", "—", "not ok", "LOAD", "—", "MEMORY", "—", "DISK", "—"]
-    return panel_rows(checks, ["Start bridge: vorna server start"], error=[error])

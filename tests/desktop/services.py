@@ -1,20 +1,14 @@
-"""A real Caddy and a real PostgreSQL for a test: unprivileged, in a temporary folder, on ports of their own."""
+"""A real Caddy and a real PostgreSQL on a desktop: unprivileged, on ports of their own."""
 
 import contextlib
 import glob
 import os
-import pathlib
 import shutil
-import signal
 import socket
-import subprocess
-import tempfile
-import time
 import unittest
 import urllib.request
 
-READY_SECONDS = 20.0
-GLOBAL_OPTIONS = """{{
+OPTIONS = """{{
     admin {admin}
     auto_https disable_redirects
     skip_install_trust
@@ -41,79 +35,32 @@ def free_port():
         return listener.getsockname()[1]
 
 
-class _Service:
-    """A process with a temporary folder of its own, as a context."""
+def start_caddy(desk, sites):
+    """Caddy under a name of its own, so that another one of this machine is not taken for it: its process, that name, and
+    its admin interface. A number in `sites`, such as {1}, becomes a port."""
+    name, admin = f"caddy-{os.getpid()}", f"127.0.0.1:{free_port()}"
+    (desk.root / "Caddyfile").write_text(OPTIONS.format(admin=admin, folder=desk.root)
+                                         + sites.replace("{1}", str(free_port())).replace("{2}", str(free_port())))
+    (desk.root / name).symlink_to(CADDY)
+    process = desk.start([desk.root / name, "run", "--config", "Caddyfile", "--adapter", "caddyfile"])
 
-    def __enter__(self):
-        with contextlib.ExitStack() as stack:
-            self.folder = pathlib.Path(stack.enter_context(tempfile.TemporaryDirectory(prefix="vorna-service-")))
-            self.port = free_port()
-            self._log = stack.enter_context(open(self.folder / "log.txt", "ab"))
-            options = {"cwd": self.folder, "stdin": subprocess.DEVNULL, "stdout": self._log, "stderr": self._log,
-                       "env": {"HOME": str(self.folder), "LC_ALL": "C.UTF-8", "PATH": os.environ["PATH"]}}
-            self.process = subprocess.Popen(self.command(options), **options)
-            stack.callback(self.stop)
-            self._wait_until_ready()
-            self._stack = stack.pop_all()
-        return self
+    def answers():
+        with contextlib.suppress(OSError), _OPENER.open(f"http://{admin}/config/", timeout=1) as response:
+            return response.status == 200
 
-    def __exit__(self, *_):
-        self._stack.close()
-
-    def stop(self):
-        self.process.send_signal(signal.SIGINT)
-        try:
-            self.process.wait(timeout=10)
-        except subprocess.TimeoutExpired:
-            self.process.kill()
-            self.process.wait()
-
-    def _wait_until_ready(self):
-        end = time.monotonic() + READY_SECONDS
-        while not self.is_ready():
-            if self.process.poll() is not None or time.monotonic() > end:
-                raise AssertionError(f"{type(self).__name__} did not start:\n{self.log()}")
-            time.sleep(0.02)
-
-    def log(self):
-        return (self.folder / "log.txt").read_text(errors="replace")
+    desk.wait_for(answers, "Caddy")
+    return process, name, admin
 
 
-class Caddy(_Service):
-    """Caddy under a process name of its own, so that another Caddy of this machine is not taken for it."""
-
-    def __init__(self, caddyfile=""):
-        """Takes site blocks; `{port}` and `{tls_port}` in them become ports of their own."""
-        self._caddyfile = caddyfile
-        self.process_name = f"caddy-{os.getpid()}"
-        self.admin = f"127.0.0.1:{free_port()}"
-
-    def command(self, _options):
-        options = GLOBAL_OPTIONS.format(admin=self.admin, folder=self.folder)
-        (self.folder / "Caddyfile").write_text(options + self._caddyfile.replace("{port}", str(self.port))
-                                               .replace("{tls_port}", str(free_port())))
-        (self.folder / self.process_name).symlink_to(CADDY)
-        return [self.folder / self.process_name, "run", "--config", "Caddyfile", "--adapter", "caddyfile"]
-
-    def is_ready(self):
-        try:
-            with _OPENER.open(f"http://{self.admin}/config/", timeout=1) as response:
-                return response.status == 200
-        except OSError:
-            return False
-
-
-class Postgres(_Service):
-    """A fresh cluster that takes connections on `port` of the loopback interface."""
-
-    def command(self, options):
-        if UNPRIVILEGED:
-            shutil.chown(self.folder, "postgres", "postgres")
-        cluster = self.folder / "cluster"
-        subprocess.run([*UNPRIVILEGED, f"{POSTGRES}/initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync",
-                        "--encoding", "UTF8"], check=True, **options)
-        return [*UNPRIVILEGED, f"{POSTGRES}/postgres", "-D", cluster, "-p", str(self.port), "-h", "127.0.0.1", "-k",
-                self.folder, "-F"]
-
-    def is_ready(self):
-        return "database system is ready" in self.log()
+def start_postgres(desk):
+    """A fresh cluster that takes connections on the loopback interface: its process and its port."""
+    cluster, port = desk.root / "cluster", free_port()
+    desk.root.chmod(0o711)
+    cluster.mkdir()
+    if UNPRIVILEGED:
+        shutil.chown(cluster, "postgres", "postgres")
+    desk.run(*UNPRIVILEGED, f"{POSTGRES}/initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync", "--encoding", "UTF8")
+    process = desk.start([*UNPRIVILEGED, f"{POSTGRES}/postgres", "-D", cluster, "-p", port, "-h", "127.0.0.1", "-k", cluster,
+                          "-F"], {"LC_ALL": "C.UTF-8"})
+    desk.wait_for(lambda: "database system is ready" in desk.output(process), "PostgreSQL")
+    return process, port

@@ -13,13 +13,13 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools")
 from stand_in import StandInBridge  # noqa: E402
 
 SITES = """
-http://plain.localhost:{port} {
+http://plain.localhost:{1} {
     respond "hello"
 }
-http://broken.localhost:{port} {
+http://broken.localhost:{1} {
     reverse_proxy 127.0.0.1:1
 }
-https://secret.localhost:{tls_port} {
+https://secret.localhost:{2} {
     tls internal
     respond "hello"
 }
@@ -39,12 +39,11 @@ class PanelOnADesktop(DesktopTest):
         self.desk.start_accessibility()
 
     def start_real_services(self):
-        self.caddy = self.enterContext(services.Caddy(SITES))
-        self.postgres = self.enterContext(services.Postgres())
-        self.log_before = self.postgres.log()
-        self.bridge = StandInBridge(port=BRIDGE_PORT, caddy_process=self.caddy.process_name,
-                                    caddy_admin=self.caddy.admin, postgres_port=None,
-                                    environment={"PGPORT": str(self.postgres.port)})
+        self.caddy, name, admin = services.start_caddy(self.desk, SITES)
+        self.postgres, self.port = services.start_postgres(self.desk)
+        self.log_before = self.desk.output(self.postgres)
+        self.bridge = StandInBridge(port=BRIDGE_PORT, caddy_process=name, caddy_admin=admin, postgres_port=None,
+                                    environment={"PGPORT": str(self.port)})
         self.addCleanup(self.bridge.stop)
 
     def after(self, label):
@@ -73,12 +72,12 @@ class PanelOnADesktop(DesktopTest):
         self.check_all_is_well()
         self.photograph("panel-well")
 
-        self.caddy.stop()
+        self.desk.stop(self.caddy)
         self.wait_for_row("Caddy", "not running", "not ok")
         self.assertEqual(self.header_state(), "down")
         self.assertEqual(self.after("Postgres")[1], "ok")
-        self.assertEqual(self.postgres.log(), self.log_before)
-        self.postgres.stop()
+        self.assertEqual(self.desk.output(self.postgres), self.log_before)
+        self.desk.stop(self.postgres)
         self.wait_for_row("Postgres", "connection refused", "not ok")
         self.photograph("panel-stopped")
 
@@ -99,7 +98,7 @@ class PanelOnADesktop(DesktopTest):
     def check_all_is_well(self):
         self.wait_for_row("Bridge", "online · :43105", "ok")
         self.wait_for_row("Caddy", "running · 2/3 sites", "ok")
-        self.wait_for_row("Postgres", f"answers on port {self.postgres.port}", "ok")
+        self.wait_for_row("Postgres", f"answers on port {self.port}", "ok")
         self.assertEqual(self.header_state(), "ok")
         self.check_figures()
         texts = self.reader.texts(PANEL)

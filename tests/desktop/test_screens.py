@@ -78,13 +78,7 @@ class Screens(Story):
         self.desk.plug()
         self.check_moves_within(2048, 768, "plugged")
 
-    def test_panel_follows_a_lower_resolution(self):
-        self.desk.unplug()
-        self.open_at(1000, 700)
-        self.desk.run("xrandr", "--output", "DUMMY0", "--mode", "800x600")
-        self.check_moves_within(800, 600, "lower-resolution")
-
-    def test_panel_follows_another_scale(self):
+    def test_panel_follows_another_scale_and_a_lower_resolution(self):
         self.desk.unplug()
         settings = self.desk.root / "xsettings"
         settings.write_text("Xft/DPI 98304\n")
@@ -93,3 +87,7 @@ class Screens(Story):
         settings.write_text("Xft/DPI 196608\n")
         daemon.send_signal(signal.SIGHUP)
         self.check_moves_within(1024, 768, "other-scale", scale=2)
+        settings.write_text("Xft/DPI 98304\n")
+        daemon.send_signal(signal.SIGHUP)
+        self.desk.run("xrandr", "--output", "DUMMY0", "--mode", "800x600")
+        self.check_moves_within(800, 600, "lower-resolution")

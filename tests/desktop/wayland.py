@@ -72,15 +72,16 @@ class WaylandDesktop(desktop.Desktop):
         self.env["SWAYSOCK"] = str(next((self.root / "run").glob("sway-ipc.*")))
 
     def _place_outputs(self):
-        """Puts each output where it is in the layout. The X server counts from the upper left, as the layout does."""
+        """Puts the windows of the outputs, which are as many and as wide, where these are in the layout."""
         def windows():
-            shown = [window for window in self.x.screen().root.query_tree().children
+            found = [window for window in self.x.screen().root.query_tree().children
                      if window.get_attributes().map_state == X.IsViewable]
-            sizes = {(size.width, size.height): window for window in shown for size in [window.get_geometry()]}
-            return [sizes[size] for size in self._outputs] if set(self._outputs) <= set(sizes) else None
+            sizes = {window.get_geometry().width: window for window in found}
+            return set(sizes) >= {width for width, _ in self._outputs} and sizes
 
-        for window, left in zip(self.wait_for(windows, "the outputs"), self._lefts):
-            window.configure(x=left, y=0)
+        found = self.wait_for(windows, "the outputs")
+        for left, (width, _) in zip(self._lefts, self._outputs):
+            found[width].configure(x=left, y=0)
         self.x.sync()
 
     def start_waybar(self):

@@ -11,7 +11,7 @@ sys.path.insert(0, str(ROOT / "devtools"))
 sys.dont_write_bytecode = True
 
 from bridge.caddy import Site, find_sites  # noqa: E402
-from bridge.listeners import KNOWN_PORTS, probe_listeners  # noqa: E402
+from bridge.listeners import probe_listeners  # noqa: E402
 
 
 def config(server, **http_members):
@@ -74,7 +74,3 @@ class Listeners(unittest.TestCase):
                 port = here.getsockname()[1]
                 probes = asyncio.run(probe_listeners((("here.port", port), ("gone.port", 1))))
                 self.assertEqual([(p.name, p.ok, p.detail) for p in probes], [("here.port", True, f"port {port} listens")])
-
-    def test_have_names_and_ports_of_their_own(self):
-        self.assertEqual(len({name for name, _ in KNOWN_PORTS}), len(KNOWN_PORTS))
-        self.assertEqual(len({port for _, port in KNOWN_PORTS}), len(KNOWN_PORTS))

@@ -131,19 +131,17 @@ class CaddySites(BridgeTest):
             self.assertFalse([p for p in document["services"] if p["name"].startswith("site.")])
             self.assertEqual((document["caddy_sites_up"], document["caddy_sites_total"]), (0, 0))
 
-    def test_without_a_listener_are_down(self):
-        admin = self.serve(fake_peers.caddy_admin(fake_peers.routes_to(1, ["a.test"], **NO_TLS)))
-        probe = self.start(caddy_admin=f"127.0.0.1:{admin}").probes()["site.a.test"]
-        self.assertEqual((probe["ok"], probe["detail"]), (False, "connection refused"))
-
-    def test_that_should_speak_tls_and_do_not_are_down(self):
-        bridge = self.start_with_sites({"a.test": 200}, automatic_https={}, tls_connection_policies=[{}])
-        probe = bridge.probes()["site.a.test"]
-        self.assertEqual((probe["ok"], probe["detail"]), (False, "TLS handshake failed"))
+    def test_that_do_not_listen_or_should_speak_tls_and_do_not_are_down(self):
+        for detail, server in (("connection refused", {"listen": [":1"]}),
+                               ("TLS handshake failed", {"automatic_https": {}, "tls_connection_policies": [{}]})):
+            probe = self.start_with_sites({"a.test": 200}, **server).probes()["site.a.test"]
+            self.assertEqual((probe["ok"], probe["detail"]), (False, detail))
 
 
 class Stalls(BridgeTest):
-    LONGEST_SNAPSHOT = 6.0
+    """Sixty sites, of which each is given two seconds."""
+
+    ONE_AFTER_ANOTHER = 120.0
 
     def test_do_not_keep_a_snapshot_or_other_requests_waiting(self):
         stalled = self.serve(fake_peers.answering(None))
@@ -153,21 +151,22 @@ class Stalls(BridgeTest):
 
         answers = []
         began = time.monotonic()
-        snapshot = threading.Thread(target=lambda: answers.append(bridge.get("/monitor/desktop?probe_sites=true")[1]))
+        snapshot = threading.Thread(target=lambda: answers.append(
+            bridge.get("/monitor/desktop?probe_sites=true", seconds=self.ONE_AFTER_ANOTHER)[1]))
         snapshot.start()
-        health_began = time.monotonic()
         self.assertEqual(bridge.get("/health")[0], 200)
-        self.assertLess(time.monotonic() - health_began, 1.0)
         self.assertTrue(snapshot.is_alive(), "the health request was to be asked during the snapshot")
         snapshot.join()
-        self.assertLess(time.monotonic() - began, self.LONGEST_SNAPSHOT)
+        self.assertLess(time.monotonic() - began, self.ONE_AFTER_ANOTHER / 4)
         self.assertEqual((answers[0]["caddy_sites_up"], answers[0]["caddy_sites_total"]), (0, len(hosts)))
 
 
 class Life(BridgeTest):
-    def test_says_one_line_with_its_address(self):
+    def test_says_one_line_with_its_address_on_the_loopback_interface(self):
         bridge = self.start()
         self.assertRegex(bridge.first_line, r"^stand-in bridge: http://127\.0\.0\.1:\d+$")
+        with self.assertRaises(OSError):
+            socket.create_connection(("127.0.0.2", int(bridge.address.rpartition(":")[2])), timeout=2)
         bridge.probes()
         self.assertEqual(bridge.stop()[1], "")
 
@@ -190,8 +189,3 @@ class Life(BridgeTest):
             bridge = self.start(port=port)
             self.assertEqual(bridge.process.wait(timeout=10), 1)
         self.assertIn(f"port {port}", bridge.first_line)
-
-    def test_listens_on_the_loopback_interface_only(self):
-        port = int(self.start().address.rpartition(":")[2])
-        with self.assertRaises(OSError):
-            socket.create_connection(("127.0.0.2", port), timeout=2)
