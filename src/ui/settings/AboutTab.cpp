@@ -7,16 +7,13 @@
 
 #include <QPushButton>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Link final {
-    QLatin1StringView title;
-    QLatin1StringView path;
-};
-
-constexpr Link links[]{
+constexpr std::pair<QLatin1StringView, QLatin1StringView> links[]{
     {"Open Console"_L1, "/dashboard"_L1},
     {"Open Agents"_L1, "/dashboard/agents"_L1},
     {"Download page"_L1, "/download"_L1},
@@ -36,10 +33,9 @@ QWidget* Tabs::about(const OpenUrl& openPage, const Colours& colours) {
                   "Orchestration stays in the vorna CLI; agents live in ~/dev/agents."_s);
 
     form->addSection(u"Links"_s);
-    for (const auto& link : links) {
-        QObject::connect(&form->addButton(link.title), &QPushButton::clicked, form, [openPage, path = link.path] {
-            WebPage::open(DevelopmentDomain::dashboard() + path, openPage);
-        });
+    for (const auto& [title, path] : links) {
+        QObject::connect(&form->addButton(title), &QPushButton::clicked, form,
+                         [openPage, path = path] { WebPage::open(DevelopmentDomain::dashboard() + path, openPage); });
     }
     return form;
 }

@@ -18,7 +18,7 @@ void addBridge(Form& form, StatusModel& status, const Colours& colours) {
         dot->update();
     });
     form.addSection(u"Local bridge"_s);
-    form.addCopyableValue(u"URL"_s, u"http://127.0.0.1:43105"_s);
+    form.addCopyable(u"http://127.0.0.1:43105"_s, u"URL"_s);
     form.addValue(u"Status"_s, [&status] { return status.bridgeOnline ? u"Online"_s : u"Offline"_s; }, body, dot);
     form.addValue(u"Caddy"_s, [&status] { return status.caddyDetail.value(); }, captionMonospaced);
     form.addValue(u"Postgres"_s, [&status] { return status.postgresDetail.value(); }, captionMonospaced);
@@ -35,9 +35,9 @@ void addAccount(Form& form, StatusModel& status) {
 
 void addStart(Form& form) {
     form.addSection(u"Start bridge"_s);
-    form.addCopyableText(u"vorna server start"_s);
+    form.addCopyable(u"vorna server start"_s);
     form.addText(u"or"_s, caption);
-    form.addCopyableText(u"vorna services start"_s);
+    form.addCopyable(u"vorna services start"_s);
     form.addText(u"Bridge is the Python FastAPI process on port 43105 (not the legacy 43003 default)."_s, caption);
 }
 

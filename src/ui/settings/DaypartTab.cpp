@@ -7,25 +7,21 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <array>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
-using Choices = std::array<QRadioButton*, DaypartInfo::allCases.size()>;
-
-Choices addPicker(Form& form, DaypartController& daypart) {
+QList<QRadioButton*> addPicker(Form& form, DaypartController& daypart) {
     const auto title = u"Daypart"_s;
     form.addText(title);
-    Choices choices{};
+    QList<QRadioButton*> choices;
     for (const auto choice : DaypartInfo::allCases) {
         auto* const button = new QRadioButton{DaypartInfo::title(choice)};
         button->setIcon(symbolIcon(DaypartInfo::symbolName(choice)));
         button->setAccessibleDescription(title);
         form.addControl(*button);
         QObject::connect(button, &QRadioButton::clicked, &daypart, [&daypart, choice] { daypart.set(choice); });
-        choices.at(static_cast<std::size_t>(choice)) = button;
+        choices.append(button);
     }
     return choices;
 }
@@ -41,7 +37,7 @@ QWidget* Tabs::daypart(DaypartController& daypart, const Colours& colours) {
     auto* const follow = &form->addButton(u"Follow clock (auto)"_s);
     QObject::connect(follow, &QPushButton::clicked, &daypart, &DaypartController::useAuto);
     form->whenRendered([=, &daypart] {
-        auto* const chosen = choices.at(static_cast<std::size_t>(daypart.daypart.value()));
+        auto* const chosen = choices.at(static_cast<qsizetype>(daypart.daypart.value()));
         chosen->setChecked(true);
         for (auto* const choice : choices) {
             choice->setFocusPolicy(choice == chosen ? Qt::StrongFocus : Qt::ClickFocus);

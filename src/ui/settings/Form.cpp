@@ -62,18 +62,10 @@ TextLabel& Form::addText(const QString& text, const TextStyle& style) {
     return *shown;
 }
 
-TextLabel& Form::copyable(const QString& text) const {
+void Form::addCopyable(const QString& text, const QString& label) {
     auto* const shown = new SelectableLabel{monospaced, m_colours};
     shown->display(text);
-    return *shown;
-}
-
-void Form::addCopyableValue(const QString& label, const QString& value) {
-    addPair(label, copyable(value));
-}
-
-void Form::addCopyableText(const QString& text) {
-    m_cards.constLast()->addWidget(&copyable(text));
+    label.isEmpty() ? m_cards.constLast()->addWidget(shown) : addPair(label, *shown);
 }
 
 QPushButton& Form::addButton(const QString& title) {

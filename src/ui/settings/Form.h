@@ -34,9 +34,8 @@ public:
     TextLabel& addText(const QString& text, const TextStyle& style = FormMetrics::body);
     QPushButton& addButton(const QString& title);
 
-    /// The same for texts that the user wants to copy.
-    void addCopyableValue(const QString& label, const QString& value);
-    void addCopyableText(const QString& text);
+    /// A text that the user wants to copy: a value where it has a label.
+    void addCopyable(const QString& text, const QString& label = {});
 
     /// A row of one control, at its leading end and as wide as it wants to be. The row takes it over.
     void addControl(QWidget& control);
@@ -49,7 +48,6 @@ protected:
 private:
     void fitWidth();
     void addPair(const QString& label, TextLabel& value, QWidget* mark = nullptr);
-    [[nodiscard]] TextLabel& copyable(const QString& text) const;
 
     const Colours& m_colours;
     QVBoxLayout* m_sections;
