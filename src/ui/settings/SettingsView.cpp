@@ -1,6 +1,7 @@
 #include "ui/settings/SettingsView.h"
 
 #include "system/PermissionCenter.h"
+#include "ui/kit/Decoration.h"
 #include "ui/settings/SymbolIcon.h"
 #include "ui/settings/TabListAccessible.h"
 
@@ -25,12 +26,35 @@ namespace {
 
 constexpr QSize smallestSize{440, 380};
 constexpr int smallestSymbol = 16;
+constexpr int frameWidth = 3;
+
+/// Lies over a page while that has the keyboard.
+class FocusFrame final : public Decoration {
+public:
+    explicit FocusFrame(QWidget& page)
+        : Decoration{&page} {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter{this};
+        QStyleOptionFocusRect frame;
+        frame.initFrom(this);
+        frame.rect.adjust(1, 1, -1, -1); // some styles draw beside it, others tint all of it
+        painter.setClipRegion(QRegion{rect()} - rect().adjusted(frameWidth, frameWidth, -frameWidth, -frameWidth));
+        frame.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+    }
+};
 
 /// A page, which scrolls when it is higher than its room. What gets the keyboard by a key comes into view. The page
 /// itself takes the keyboard, to be scrolled, only while there is something to scroll.
 class ScrollPage final : public QScrollArea {
 public:
-    ScrollPage(const QString& name, QWidget& content) {
+    ScrollPage(const QString& name, QWidget& content)
+        : m_frame{new FocusFrame{*this}} {
         setAccessibleName(name);
         setFrameShape(QFrame::NoFrame);
         setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -42,6 +66,7 @@ public:
         connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
                 [this](int least, int most) { setFocusPolicy(most > least ? Qt::StrongFocus : Qt::NoFocus); });
         connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* focused) {
+            m_frame->setVisible(focused == this);
             // A control under the pointer stays there, or the press would miss it.
             const bool isPress = QGuiApplication::mouseButtons() != Qt::NoButton;
             if (focused != nullptr && widget()->isAncestorOf(focused) && !isPress) {
@@ -59,17 +84,13 @@ protected:
         return QScrollArea::eventFilter(watched, event);
     }
 
-    void paintEvent(QPaintEvent*) override {
-        if (!hasFocus()) {
-            return;
-        }
-        QPainter painter{viewport()};
-        QStyleOptionFocusRect frame;
-        frame.initFrom(viewport());
-        frame.state |= QStyle::State_KeyboardFocusChange;
-        frame.backgroundColor = palette().color(QPalette::Window);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        m_frame->setGeometry(viewport()->geometry());
     }
+
+private:
+    FocusFrame* m_frame;
 };
 
 }
