@@ -237,7 +237,9 @@ void AccessibleTree::checkOrder(QStringList& found) const {
         for (qsizetype i = 1; i < children.size(); ++i) {
             const QRect& before = children.at(i - 1).place;
             const QRect& after = children.at(i).place;
-            const bool isBeside = after.left() > before.right() && after.bottom() >= before.top();
+            const bool isBehind =
+                m_window.isRightToLeft() ? after.right() < before.left() : after.left() > before.right();
+            const bool isBeside = isBehind && after.bottom() >= before.top();
             if (!isBeside && after.top() <= before.bottom()) {
                 found += u"“%1” is read before “%2”"_s.arg(children.at(i - 1).name, children.at(i).name);
             }
