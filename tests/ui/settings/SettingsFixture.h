@@ -71,32 +71,28 @@ struct OpenSettings : SettingsFixture {
         return nullptr;
     }
     [[nodiscard]] QTabBar& tabs() const { return *view()->findChild<QTabBar*>(); }
-    void show(Tab tab) const { tabs().setCurrentIndex(static_cast<int>(tab)); }
+
+    /// Until what is announced is rendered, and laid out at every level.
+    static void settle() {
+        for (int turn = 0; turn < 4; ++turn) {
+            QCoreApplication::processEvents();
+        }
+    }
+    void show(Tab tab) const {
+        tabs().setCurrentIndex(static_cast<int>(tab));
+        settle();
+    }
 
     [[nodiscard]] static QString said(const QLabel* text) {
         return QAccessible::queryAccessibleInterface(const_cast<QLabel*>(text))->text(QAccessible::Name);
     }
 
-    /// The texts that can be seen, from top to bottom, and from left to right in a line.
+    /// The texts that can be seen.
     [[nodiscard]] QList<QLabel*> texts() const {
         auto found = view()->findChildren<QLabel*>();
         found.removeIf([this](const QLabel* text) {
             return said(text).isEmpty() || !text->isVisibleTo(view()) || qobject_cast<const DotLabel*>(text) != nullptr;
         });
-        const auto centre = [this](const QLabel* text) { return text->mapTo(view(), text->rect().center()); };
-        std::ranges::sort(found, [&](const QLabel* one, const QLabel* other) {
-            constexpr int oneLine = 4;
-            const auto first = centre(one);
-            const auto second = centre(other);
-            return std::abs(first.y() - second.y()) > oneLine ? first.y() < second.y() : first.x() < second.x();
-        });
-        return found;
-    }
-    [[nodiscard]] QStringList strings() const {
-        QStringList found;
-        for (const auto* text : texts()) {
-            found.append(said(text));
-        }
         return found;
     }
     [[nodiscard]] QLabel* text(const QString& string) const {
@@ -109,5 +105,49 @@ struct OpenSettings : SettingsFixture {
         all.removeIf([&](const auto* button) { return button->text() != title || !button->isVisibleTo(view()); });
         return all.value(nth);
     }
-    void press(const QString& title, int nth = 0) const { button(title, nth)->click(); }
 };
+
+/// What a settings window may come to show.
+namespace SettingsStates {
+
+using Item = PermissionCenter::Item;
+using Status = Item::Status;
+
+inline QPalette desktop(QRgb window, QRgb text, QRgb button) {
+    QPalette palette{QColor{button}, QColor{window}};
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Highlight, QColor{53, 132, 228});
+    return palette;
+}
+
+inline const auto light = desktop(0xfff1f1f2, 0xff1d1d1f, 0xffffffff);
+inline const auto dark = desktop(0xff242428, 0xfff2f2f3, 0xff3a3a3f);
+
+inline void asItIs(OpenSettings&) {}
+
+inline void online(OpenSettings& settings) {
+    settings.status.bridgeOnline = true;
+    settings.status.caddyDetail = QStringLiteral("running · 3/4 sites");
+    settings.status.postgresDetail = QStringLiteral("accepting on 5432");
+    settings.status.accountLine = QStringLiteral("Signed in · CTA hidden");
+}
+
+inline void everyStatus(OpenSettings& settings) {
+    QList<Item> items;
+    for (const auto status : {Status::granted, Status::denied, Status::notDetermined, Status::unknown}) {
+        const auto number = QString::number(items.size());
+        const auto link =
+            status == Status::granted ? std::nullopt : std::optional{QUrl{QStringLiteral("pane:") + number}};
+        items += {number, QStringLiteral("Permission ") + number, QStringLiteral("What it is for"), status, link};
+    }
+    settings.permissionCenter->items = items;
+}
+
+template <Daypart choice>
+void pinned(OpenSettings& settings) {
+    settings.daypart.set(choice);
+}
+
+}
