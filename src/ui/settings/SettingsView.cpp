@@ -1,7 +1,6 @@
 #include "ui/settings/SettingsView.h"
 
 #include "system/PermissionCenter.h"
-#include "ui/kit/Decoration.h"
 #include "ui/settings/SymbolIcon.h"
 #include "ui/settings/TabListAccessible.h"
 
@@ -29,10 +28,10 @@ constexpr int smallestSymbol = 16;
 constexpr int frameWidth = 3;
 
 /// Lies over a page while that has the keyboard.
-class FocusFrame final : public Decoration {
+class FocusFrame final : public QWidget {
 public:
     explicit FocusFrame(QWidget& page)
-        : Decoration{&page} {
+        : QWidget{&page} {
         setAttribute(Qt::WA_TransparentForMouseEvents);
         hide();
     }
