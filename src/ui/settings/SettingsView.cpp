@@ -1,6 +1,8 @@
 #include "ui/settings/SettingsView.h"
 
 #include "system/PermissionCenter.h"
+#include "ui/kit/Button.h"
+#include "ui/kit/Drawing.h"
 #include "ui/settings/SymbolIcon.h"
 #include "ui/settings/TabListAccessible.h"
 
@@ -12,7 +14,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
-#include <QStyleOptionFocusRect>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -25,13 +26,13 @@ namespace {
 
 constexpr QSize smallestSize{440, 380};
 constexpr int smallestSymbol = 16;
-constexpr int frameWidth = 3;
 
-/// Lies over a page while that has the keyboard.
+/// Lies over a page while that has the keyboard: no style draws a frame there that shows on every ground.
 class FocusFrame final : public QWidget {
 public:
-    explicit FocusFrame(QWidget& page)
-        : QWidget{&page} {
+    FocusFrame(QWidget& page, const Colours& colours)
+        : QWidget{&page}
+        , m_colours{colours} {
         setAttribute(Qt::WA_TransparentForMouseEvents);
         hide();
     }
@@ -39,21 +40,19 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter{this};
-        QStyleOptionFocusRect frame;
-        frame.initFrom(this);
-        frame.rect.adjust(1, 1, -1, -1); // some styles draw beside it, others tint all of it
-        painter.setClipRegion(QRegion{rect()} - rect().adjusted(frameWidth, frameWidth, -frameWidth, -frameWidth));
-        frame.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+        Drawing::strokeRounded(painter, rect(), 0, m_colours.of(ColourRole::accent), Button::focusRingWidth);
     }
+
+private:
+    const Colours& m_colours;
 };
 
 /// A page, which scrolls when it is higher than its room. What gets the keyboard by a key comes into view. The page
 /// itself takes the keyboard, to be scrolled, only while there is something to scroll.
 class ScrollPage final : public QScrollArea {
 public:
-    ScrollPage(const QString& name, QWidget& content)
-        : m_frame{new FocusFrame{*this}} {
+    ScrollPage(const QString& name, QWidget& content, const Colours& colours)
+        : m_frame{new FocusFrame{*this, colours}} {
         setAccessibleName(name);
         setFrameShape(QFrame::NoFrame);
         setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -132,7 +131,7 @@ SettingsView::~SettingsView() {
 }
 
 void SettingsView::addTab(const QString& title, const QString& symbolName, QWidget& page) {
-    m_tabs->addTab(new ScrollPage{title, page}, symbolIcon(symbolName), title);
+    m_tabs->addTab(new ScrollPage{title, page, m_colours}, symbolIcon(symbolName), title);
 }
 
 void SettingsView::fitSymbols() {
