@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -21,8 +20,7 @@ namespace {
 
 constexpr int overhang = 2;               // of a letter over its label, in points
 constexpr qsizetype comparedInTip = 1500; // a tool tip shows the beginning of what is very long
-
-constexpr int shortened = 60; // what a message shows of a long text
+constexpr int shortened = 60;             // what a message shows of a long text
 constexpr QChar breakInWord{u'\u200B'};
 
 constexpr std::array controlRoles{QAccessible::Button, QAccessible::RadioButton, QAccessible::PageTab};
@@ -58,14 +56,124 @@ bool isOneColour(const QImage& picture, const QRect& place) {
     return part == plain;
 }
 
-/// The innermost that a pointer at this place finds.
-QAccessibleInterface* foundAt(QAccessibleInterface* window, QPoint place) {
-    auto* found = window;
-    while (auto* below = found->childAt(place.x(), place.y())) {
-        found = below;
+/// What a window paints, held against what it tells of.
+class Comparison final {
+public:
+    Comparison(const AccessibleTree& tree, QWidget& window, const DaypartPalette& palette)
+        : m_tree{tree}
+        , m_window{window}
+        , m_painted{window} {
+        everyTextBelongsToOneLeaf();
+        for (const auto& node : tree.those([](const auto&) { return true; })) {
+            inItsPlace(node);
+            inOrder(node);
+            node.isControl() ? asControl(node) : asText(node);
+        }
+        for (const auto& node : tree.leavesInView()) {
+            const QString shown = withoutSpaces(paintedIn(node));
+            shown.isEmpty() ? asDot(node, palette) : namedAs(node, shown);
+        }
     }
-    return found;
-}
+    [[nodiscard]] QString found() const { return m_found.join(u'\n'); }
+
+private:
+    void expect(bool holds, const QString& name, const QString& otherwise) {
+        m_found += holds ? QStringList{} : QStringList{u'“' + name.left(shortened) + u"” "_s + otherwise};
+    }
+
+    void everyTextBelongsToOneLeaf() {
+        for (const auto& text : m_painted.texts()) {
+            const auto owners = m_tree.those([&text](const AccessibleNode& node) {
+                return node.isLeaf && node.seen.adjusted(-overhang, 0, overhang, 0).contains(text.seen.toAlignedRect());
+            });
+            expect(owners.size() == 1, text.string, u"is painted, and %1 nodes are there"_s.arg(owners.size()));
+        }
+    }
+
+    void inItsPlace(const AccessibleNode& node) {
+        const auto* widget = widgetOf(node);
+        expect(widget == nullptr || node.place == QRect{widget->mapTo(&m_window, QPoint{}), widget->size()}, node.name,
+               u"is said to be where it is not"_s);
+        const QPoint middle = m_window.mapToGlobal(node.place.center());
+        auto* there = QAccessible::queryAccessibleInterface(&m_window);
+        while (auto* below = there->childAt(middle.x(), middle.y())) {
+            there = below;
+        }
+        expect(!node.isLeaf || node.place.isEmpty() || !node.isInView() || there == node.interface, node.name,
+               u"is not what a pointer finds there"_s);
+        auto* const parent = node.interface->parent();
+        expect(parent != nullptr && parent->child(parent->indexOfChild(node.interface)) == node.interface, node.name,
+               u"is not a child of its parent"_s);
+    }
+
+    /// Of two neighbours, the second is beside the first or below it.
+    void inOrder(const AccessibleNode& parent) {
+        const auto children =
+            m_tree.those([&](const AccessibleNode& node) { return node.interface->parent() == parent.interface; });
+        for (qsizetype i = 1; i < children.size(); ++i) {
+            const QRect& before = children.at(i - 1).place;
+            const QRect& after = children.at(i).place;
+            const bool isBehind =
+                m_window.isRightToLeft() ? after.right() < before.left() : after.left() > before.right();
+            const bool isBeside = isBehind && after.bottom() >= before.top();
+            expect(isBeside || after.top() > before.bottom(), children.at(i - 1).name,
+                   u"is read before "_s + children.at(i).name);
+        }
+    }
+
+    void asText(const AccessibleNode& node) {
+        const bool canBeCopied = qobject_cast<SelectableLabel*>(node.interface->object()) != nullptr;
+        const bool canBeUsed = node.state().focusable || !node.actions().isEmpty();
+        expect(!node.isLeaf || node.interface->role() == QAccessible::StaticText, node.name,
+               u"is neither a text nor a control"_s);
+        expect(!node.isLeaf || canBeCopied || !canBeUsed, node.name, u"is a text and can be pressed or focused"_s);
+    }
+
+    void asControl(const AccessibleNode& node) {
+        const bool isDisabled = node.state().disabled;
+        const bool presses = node.actions().value(0) == QAccessibleActionInterface::pressAction();
+        expect(presses != isDisabled, node.name, u"can be pressed without being enabled, or the reverse"_s);
+        expect(node.state().focusable, node.name, u"cannot have the keyboard"_s);
+        for (const auto& text : m_painted.texts()) {
+            const bool isIn = node.seen.contains(text.seen.center().toPoint());
+            expect(!isIn || (text.opacity < 1) == isDisabled, node.name, u"is dimmed and enabled, or the reverse"_s);
+        }
+    }
+
+    /// A text says its name; where that is cut, a tool tip has the whole of it.
+    void namedAs(const AccessibleNode& node, const QString& shown) {
+        const QString name = withoutSpaces(node.name);
+        auto* const widget = widgetOf(node);
+        const bool isCut =
+            widget != nullptr && shown != name && shown.endsWith(u'…') && name.startsWith(shown.chopped(1));
+        expect(shown == name || isCut, node.name, u"is said where this is painted: "_s + shown.left(shortened));
+        expect(!isCut || withoutSpaces(toolTipOf(*widget)).startsWith(name.left(comparedInTip)), node.name,
+               u"is cut, and no tool tip has the whole of it"_s);
+    }
+
+    /// The colour of a dot means its name; what has no name either paints nothing at all.
+    void asDot(const AccessibleNode& node, const DaypartPalette& palette) {
+        const QRgb colour = m_painted.picture().pixel(node.place.center());
+        const bool isEmpty = node.name.isEmpty() && !node.isControl() && isOneColour(m_painted.picture(), node.place);
+        const bool isMeant = isEmpty || std::ranges::any_of(dotStates, [&](const auto& state) {
+                                 return palette.*state.first == colour && node.name == state.second;
+                             });
+        expect(isMeant, node.name, u"is said where nothing of that meaning is painted"_s);
+    }
+
+    [[nodiscard]] QString paintedIn(const AccessibleNode& node) const {
+        QString joined;
+        for (const auto& text : m_painted.texts()) {
+            joined += node.seen.contains(text.seen.center().toPoint()) ? text.string : QString{};
+        }
+        return joined;
+    }
+
+    const AccessibleTree& m_tree;
+    QWidget& m_window;
+    const PaintRecord m_painted;
+    QStringList m_found;
+};
 
 }
 
@@ -101,148 +209,15 @@ void AccessibleTree::walk(QAccessibleInterface* interface, const QRect& view) {
     m_nodes[index].isLeaf = m_nodes.size() == index + 1 && interface->role() != QAccessible::ScrollBar;
 }
 
-QList<AccessibleNode> AccessibleTree::leaves() const {
-    return those([](const AccessibleNode& node) { return node.isLeaf; });
-}
-
-QList<AccessibleNode> AccessibleTree::controls() const {
-    return those(&AccessibleNode::isControl);
-}
-
 QList<AccessibleNode> AccessibleTree::leavesInView() const {
     return those([](const AccessibleNode& node) { return node.isLeaf && node.isInView(); });
 }
 
 std::optional<AccessibleNode> AccessibleTree::focused() const {
-    const auto lastFirst = m_nodes | std::views::reverse;
-    const auto last = std::ranges::find_if(lastFirst, [](const AccessibleNode& node) { return node.state().focused; });
-    return last == lastFirst.end() ? std::nullopt : std::optional{*last};
+    const auto found = those([](const AccessibleNode& node) { return bool(node.state().focused); });
+    return found.isEmpty() ? std::nullopt : std::optional{found.constLast()};
 }
 
 QString AccessibleTree::disagreements(const DaypartPalette& palette) const {
-    QStringList found;
-    const PaintRecord painted{m_window};
-    compareTexts(painted, found);
-    compareDots(painted, palette, found);
-    for (const auto& node : m_nodes) {
-        checkNode(node, found);
-        if (node.isControl()) {
-            checkControl(node, painted, found);
-        }
-    }
-    checkOrder(found);
-    return found.join(u'\n');
-}
-
-/// Every text belongs to exactly one leaf, and every leaf has its name painted.
-void AccessibleTree::compareTexts(const PaintRecord& painted, QStringList& found) const {
-    const auto all = leaves();
-    for (const auto& text : painted.texts()) {
-        const auto owners = std::ranges::count_if(all, [&](const AccessibleNode& node) {
-            return node.seen.adjusted(-overhang, 0, overhang, 0).contains(text.seen.toAlignedRect());
-        });
-        if (owners != 1) {
-            found += u"“%1” is painted, and %2 nodes are there"_s.arg(text.string).arg(owners);
-        }
-    }
-    for (const auto& node : all) {
-        const QString shown = withoutSpaces(paintedIn(node, painted));
-        const QString name = withoutSpaces(node.name);
-        if (shown.isEmpty() || shown == name || !node.isInView()) {
-            continue;
-        }
-        auto* const widget = widgetOf(node);
-        const bool isCut = shown.endsWith(u'…') && name.startsWith(shown.chopped(1));
-        if (!isCut || widget == nullptr) {
-            found += u"“%1” is painted, “%2” is said"_s.arg(shown.left(shortened), name.left(shortened));
-        } else if (!withoutSpaces(toolTipOf(*widget)).startsWith(name.left(comparedInTip))) {
-            found += u"“%1” is cut, and no tool tip has the whole of it"_s.arg(name.left(shortened));
-        }
-    }
-}
-
-QString AccessibleTree::paintedIn(const AccessibleNode& node, const PaintRecord& painted) const {
-    QString joined;
-    for (const auto& text : painted.texts()) {
-        if (node.seen.contains(text.seen.center().toPoint())) {
-            joined += text.string;
-        }
-    }
-    return joined;
-}
-
-/// What paints no text is a dot, and its colour means its name; what has no name either paints nothing at all.
-void AccessibleTree::compareDots(const PaintRecord& painted, const DaypartPalette& palette, QStringList& found) const {
-    for (const auto& node : leavesInView()) {
-        if (!paintedIn(node, painted).isEmpty()) {
-            continue;
-        }
-        const QRgb colour = painted.picture().pixel(node.place.center());
-        const bool isEmpty = node.name.isEmpty() && !node.isControl() && isOneColour(painted.picture(), node.place);
-        const bool isMeant = isEmpty || std::ranges::any_of(dotStates, [&](const auto& state) {
-                                 return palette.*state.first == colour && node.name == state.second;
-                             });
-        if (!isMeant) {
-            found += u"“%1” is said where nothing of that meaning is painted"_s.arg(node.name);
-        }
-    }
-}
-
-void AccessibleTree::checkNode(const AccessibleNode& node, QStringList& found) const {
-    const auto role = node.interface->role();
-    if (node.isLeaf && !node.isControl() && role != QAccessible::StaticText) {
-        found +=
-            u"“%1” at %2, %3 is neither a text nor a control"_s.arg(node.name).arg(node.place.x()).arg(node.place.y());
-    }
-    const bool canBeCopied = qobject_cast<SelectableLabel*>(node.interface->object()) != nullptr;
-    if (!node.isControl() && node.isLeaf && !canBeCopied && (node.state().focusable || !node.actions().isEmpty())) {
-        found += u"“%1” is a text and can be pressed or focused"_s.arg(node.name);
-    }
-    if (const auto* widget = widgetOf(node);
-        widget != nullptr && node.place != QRect{widget->mapTo(&m_window, QPoint{}), widget->size()}) {
-        found += u"“%1” is said to be where it is not"_s.arg(node.name);
-    }
-    auto* const window = QAccessible::queryAccessibleInterface(&m_window);
-    const QPoint middle = m_window.mapToGlobal(node.place.center());
-    if (node.isLeaf && !node.place.isEmpty() && node.isInView() && foundAt(window, middle) != node.interface) {
-        found += u"“%1” is not what a pointer finds there"_s.arg(node.name);
-    }
-    auto* const parent = node.interface->parent();
-    if (parent == nullptr || parent->child(parent->indexOfChild(node.interface)) != node.interface) {
-        found += u"“%1” is not a child of its parent"_s.arg(node.name);
-    }
-}
-
-void AccessibleTree::checkControl(const AccessibleNode& node, const PaintRecord& painted, QStringList& found) const {
-    const auto state = node.state();
-    const bool presses = node.actions().value(0) == QAccessibleActionInterface::pressAction();
-    if (presses == bool(state.disabled)) {
-        found += u"“%1” can be pressed without being enabled, or the reverse"_s.arg(node.name);
-    }
-    if (!state.focusable) {
-        found += u"“%1” cannot have the keyboard"_s.arg(node.name);
-    }
-    for (const auto& text : painted.texts()) {
-        if (node.seen.contains(text.seen.center().toPoint()) && (text.opacity < 1) != bool(state.disabled)) {
-            found += u"“%1” is dimmed and enabled, or the reverse"_s.arg(node.name);
-        }
-    }
-}
-
-/// Of two neighbours, the second is beside the first or below it.
-void AccessibleTree::checkOrder(QStringList& found) const {
-    for (const auto& node : m_nodes) {
-        const auto children =
-            those([&](const AccessibleNode& other) { return other.interface->parent() == node.interface; });
-        for (qsizetype i = 1; i < children.size(); ++i) {
-            const QRect& before = children.at(i - 1).place;
-            const QRect& after = children.at(i).place;
-            const bool isBehind =
-                m_window.isRightToLeft() ? after.right() < before.left() : after.left() > before.right();
-            const bool isBeside = isBehind && after.bottom() >= before.top();
-            if (!isBeside && after.top() <= before.bottom()) {
-                found += u"“%1” is read before “%2”"_s.arg(children.at(i - 1).name, children.at(i).name);
-            }
-        }
-    }
+    return Comparison{*this, m_window, palette}.found();
 }

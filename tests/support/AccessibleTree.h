@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <optional>
 
-class PaintRecord;
 class QWidget;
 struct DaypartPalette;
 
@@ -35,9 +34,13 @@ public:
     explicit AccessibleTree(QWidget& window);
 
     /// What shows, depth first: that is the order in which it is read.
-    [[nodiscard]] const QList<AccessibleNode>& nodes() const { return m_nodes; }
-    [[nodiscard]] QList<AccessibleNode> leaves() const;
-    [[nodiscard]] QList<AccessibleNode> controls() const;
+    [[nodiscard]] QList<AccessibleNode> those(auto&& isWanted) const {
+        QList<AccessibleNode> found;
+        std::ranges::copy_if(m_nodes, std::back_inserter(found), isWanted);
+        return found;
+    }
+    [[nodiscard]] QList<AccessibleNode> leaves() const { return those(&AccessibleNode::isLeaf); }
+    [[nodiscard]] QList<AccessibleNode> controls() const { return those(&AccessibleNode::isControl); }
     [[nodiscard]] std::optional<AccessibleNode> focused() const;
 
     /// The leaves of which all is in view; the others are scrolled away.
@@ -49,17 +52,6 @@ public:
 
 private:
     void walk(QAccessibleInterface* interface, const QRect& view);
-    [[nodiscard]] QList<AccessibleNode> those(auto&& isWanted) const {
-        QList<AccessibleNode> found;
-        std::ranges::copy_if(m_nodes, std::back_inserter(found), isWanted);
-        return found;
-    }
-    void compareTexts(const PaintRecord& painted, QStringList& found) const;
-    void compareDots(const PaintRecord& painted, const DaypartPalette& palette, QStringList& found) const;
-    void checkNode(const AccessibleNode& node, QStringList& found) const;
-    void checkControl(const AccessibleNode& node, const PaintRecord& painted, QStringList& found) const;
-    void checkOrder(QStringList& found) const;
-    [[nodiscard]] QString paintedIn(const AccessibleNode& node, const PaintRecord& painted) const;
 
     QWidget& m_window;
     QList<AccessibleNode> m_nodes;

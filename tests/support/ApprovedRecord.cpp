@@ -22,8 +22,6 @@ namespace {
 constexpr std::array roleNames{"background"_L1, "surface"_L1, "surfaceElevated"_L1, "border"_L1,  "text"_L1,
                                "textMuted"_L1,  "accent"_L1,  "success"_L1,         "warning"_L1, "danger"_L1};
 constexpr std::array kindNames{"fill"_L1, "outline"_L1, "cut"_L1, "text"_L1, "symbol"_L1};
-constexpr std::array weights{std::pair{Symbol::Weight::regular, ""_L1},
-                             std::pair{Symbol::Weight::semibold, " semibold"_L1}};
 
 QString number(qreal value) {
     constexpr qreal quarters = 4;
@@ -50,18 +48,14 @@ QString roleOf(const QColor& colour, const Colours& colours) {
 /// The colour of a tinted picture: that of its most opaque pixel.
 QColor inkOf(const QImage& image) {
     QColor ink{Qt::transparent};
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor pixel = image.pixelColor(x, y);
-            if (pixel.alpha() > ink.alpha()) {
-                ink = pixel;
-            }
-        }
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+        const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
+        ink = pixel.alpha() > ink.alpha() ? pixel : ink;
     }
     return QColor{ink.rgb()};
 }
 
-/// The names of all symbols that look like the picture.
+/// The name of the symbol that looks like the picture.
 QString symbolIn(const QImage& image, const QColor& ink) {
     static QHash<std::pair<QByteArray, QRgb>, QString> known;
     const QByteArray pixels{reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()};
@@ -69,18 +63,14 @@ QString symbolIn(const QImage& image, const QColor& ink) {
     if (!found.isEmpty()) {
         return found;
     }
-    const auto names = QDir{u":/symbols"_s}.entryList({u"*.svg"_s}, QDir::Files, QDir::Name);
-    for (const auto& file : names) {
-        const QString name = file.chopped(4);
-        for (const auto& [weight, description] : weights) {
-            const auto drawn =
-                Symbol::pixmap(name, image.width() / image.devicePixelRatio(), ink, image.devicePixelRatio(), weight);
-            if (found.isEmpty() && drawn.toImage().convertToFormat(image.format()) == image) {
-                found = name + description;
-            }
+    found = u"(not a symbol)"_s;
+    const qreal scale = image.devicePixelRatio();
+    for (const auto& file : QDir{u":/symbols"_s}.entryList({u"*.svg"_s})) {
+        const auto drawn = Symbol::pixmap(file.chopped(4), image.width() / scale, ink, scale);
+        if (drawn.toImage().convertToFormat(image.format()) == image) {
+            found = file.chopped(4);
         }
     }
-    found = found.isEmpty() ? u"(not a symbol)"_s : found;
     return found;
 }
 

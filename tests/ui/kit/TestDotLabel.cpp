@@ -6,38 +6,19 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Whether two pictures differ by no more than the rounding of smoothed edges.
-bool isAlike(const QImage& first, const QImage& second) {
-    constexpr int tolerance = 8;
-    for (int i = 0; i < first.width() * first.height(); ++i) {
-        const QPoint place{i % first.width(), i / first.width()};
-        if (qAbs(first.pixelColor(place).green() - second.pixelColor(place).green()) > tolerance) {
-            return false;
-        }
-    }
-    return true;
-}
-
-}
-
 class TestDotLabel final : public QObject {
     Q_OBJECT
 
 private slots:
     void isARoundSymmetricalCircleAtEveryScale_data() {
         QTest::addColumn<qreal>("scale");
-        QTest::addColumn<int>("across");
-        QTest::newRow("1") << 1.0 << 6;
-        QTest::newRow("1.25") << 1.25 << 7;
-        QTest::newRow("1.5") << 1.5 << 9;
-        QTest::newRow("2") << 2.0 << 12;
-        QTest::newRow("3") << 3.0 << 18;
+        for (const qreal scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
+            QTest::addRow("%g", scale) << scale;
+        }
     }
     void isARoundSymmetricalCircleAtEveryScale() {
         QFETCH(qreal, scale);
-        QFETCH(int, across);
+        const int across = int(6 * scale);
         const FixedColours colours;
         DotLabel dot{6, colours};
         dot.display(ColourRole::danger, u"ok"_s);
@@ -50,8 +31,9 @@ private slots:
             QVERIFY(image.pixelColor(x, across / 2) != QColor{Qt::white});
         }
         QCOMPARE(image.pixelColor(across / 2, across / 2), colours.of(ColourRole::danger));
-        QVERIFY(isAlike(image, image.transformed(QTransform{-1, 0, 0, 1, 0, 0})));
-        QVERIFY(isAlike(image, image.transformed(QTransform{1, 0, 0, -1, 0, 0})));
+        const QImage shape = image.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither); // but for smooth edges
+        QCOMPARE(shape.transformed(QTransform{-1, 0, 0, 1, 0, 0}), shape);
+        QCOMPARE(shape.transformed(QTransform{1, 0, 0, -1, 0, 0}), shape);
         QVERIFY(image.pixelColor(0, 0).green() > 128);
     }
 };

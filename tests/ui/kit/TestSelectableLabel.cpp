@@ -44,10 +44,12 @@ class TestSelectableLabel final : public QObject {
     Q_OBJECT
 
 private slots:
-    void tabSelectsTheCommand() {
+    void keysSelectTheCommandOrAllOfIt() {
         Shown shown;
         shown.label.setFocus(Qt::TabFocusReason);
         QCOMPARE(shown.copied(), u"vorna server start"_s);
+        QTest::keyClick(&shown.label, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(shown.copied(), hint);
     }
 
     void theMouseSelectsAcrossLinesWhatIsCopiedAsWritten() {
@@ -62,12 +64,6 @@ private slots:
         const QFontMetricsF metrics{shown.label.shownFont()};
         shown.drag({0, 5}, {qRound(metrics.horizontalAdvance(u"Start"_s)), 5});
         QCOMPARE(shown.copied(), u"Start"_s);
-    }
-
-    void allCanBeSelected() {
-        Shown shown;
-        QTest::keyClick(&shown.label, Qt::Key_A, Qt::ControlModifier);
-        QCOMPARE(shown.copied(), hint);
     }
 
     void nothingIsCopiedWhenNothingIsSelected() {

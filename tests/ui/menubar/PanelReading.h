@@ -37,15 +37,4 @@ template <typename Widget>
     return nullptr;
 }
 
-/// The names of what the Tab key goes through, from the first.
-[[nodiscard]] inline QStringList tabOrder(QWidget& widget) {
-    QStringList result;
-    for (auto* next = widget.nextInFocusChain(); next != &widget; next = next->nextInFocusChain()) {
-        if (next->isVisible() && next->isEnabled() && (next->focusPolicy() & Qt::TabFocus) != 0) {
-            result += next->accessibleName();
-        }
-    }
-    return result;
-}
-
 }
