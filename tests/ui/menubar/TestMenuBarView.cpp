@@ -1,6 +1,5 @@
 #include "support/Activation.h"
 #include "ui/DaypartColours.h"
-#include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelReading.h"
@@ -12,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int width = 340;
-constexpr qsizetype megabyte = 1 << 20;
 const QString backup = u"Desk backup now"_s;
 const QString cloudSync = u"Sync via iCloud"_s;
 
@@ -42,15 +39,6 @@ struct Shown final {
             titles += button(DaypartInfo::title(daypart))->isChecked() ? DaypartInfo::title(daypart) : QString{};
         }
         return titles;
-    }
-
-    /// Where the column, the tiles' and the services' rows and the dots are, but for their heights.
-    [[nodiscard]] QList<QRect> fixedPlaces() {
-        QList<QRect> places{{0, 0, drawn(*view).width(), 0}};
-        for (auto* dot : view->findChildren<DotLabel*>()) {
-            places += QRect{dot->mapTo(view.get(), QPoint{}).x(), 0, dot->width(), dot->parentWidget()->width()};
-        }
-        return places;
     }
 };
 
@@ -157,25 +145,6 @@ private slots:
         QCOMPARE(shown.panel.quits, 1);
         QTest::keyClick(shown.view.get(), Qt::Key_Q, Qt::ControlModifier);
         QTRY_COMPARE(shown.panel.quits, 2);
-    }
-
-    void noTextMovesTheColumnTheRowsOrTheDots_data() {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("right to left") << u"الخادم غير متاح "_s.repeated(40);
-        QTest::newRow("emoji") << u"🚀🔥"_s.repeated(100);
-        QTest::newRow("a megabyte") << QString{megabyte, u'x'};
-    }
-    void noTextMovesTheColumnTheRowsOrTheDots() {
-        QFETCH(QString, text);
-        Shown shown;
-        shown.panel.fillWith(u"ok"_s);
-        const auto before = shown.fixedPlaces();
-        QCOMPARE(before.first().width(), width);
-        shown.panel.fillWith(text);
-        QCOMPARE(shown.fixedPlaces(), before);
-        for (auto* label : shown.view->findChildren<TextLabel*>()) {
-            QVERIFY(!label->isVisible() || label->mapTo(shown.view.get(), QPoint{label->width(), 0}).x() <= width - 10);
-        }
     }
 
     void rulesAreAsManyWholePixelsThickAsTheScaleHas_data() {
