@@ -21,18 +21,13 @@ using SystemSettings::Pane;
 /// In the order of the states.
 constexpr std::array rawValues{"granted"_L1, "denied"_L1, "notDetermined"_L1, "unknown"_L1};
 
-constexpr std::array authorizations{
-    std::pair{Authorization::notDetermined, Status::notDetermined},
-    std::pair{Authorization::denied, Status::denied},
-    std::pair{Authorization::authorized, Status::granted},
-    std::pair{Authorization::provisional, Status::granted},
-    std::pair{Authorization::ephemeral, Status::granted},
-};
+/// In the order of the authorizations.
+constexpr std::array shownAs{Status::notDetermined, Status::denied,  Status::granted,
+                             Status::granted,       Status::granted, Status::unknown};
 
 Status statusOf(Authorization authorization) {
-    const auto* const found =
-        std::ranges::find(authorizations, authorization, &std::pair<Authorization, Status>::first);
-    return found == authorizations.end() ? Status::unknown : found->second;
+    const auto index = static_cast<std::size_t>(authorization);
+    return index < shownAs.size() ? shownAs[index] : Status::unknown;
 }
 
 }

@@ -1,6 +1,7 @@
 #include "app/StatusModel.h"
 
 #include "support/OwnProcess.h"
+#include "support/Rows.h"
 #include "support/ScriptedPeer.h"
 #include "ui/ClockText.h"
 #include "ui/menubar/PanelFixture.h"
@@ -151,12 +152,7 @@ private slots:
     }
 
     void faultIsShownAndGotOver_data() {
-        QTest::addColumn<Fault>("fault");
-        QTest::addColumn<Outcome>("outcome");
-        QTest::addColumn<QString>("error");
-        const auto row = [](const char* name, const Fault& fault, Outcome outcome, const QString& error = {}) {
-            QTest::newRow(name) << fault << outcome << error;
-        };
+        const Rows<Fault, Outcome, QString> row{"fault", "outcome", "error"};
         const QString lost = u"The network connection was lost."_s;
         const QString late = u"The request timed out."_s;
         const QString tooMuch = u"The server sent more data than expected."_s;
@@ -168,32 +164,32 @@ private slots:
 
         row("refuse", {.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
         row("stall, health", health(silence), Outcome::unreachable, late);
-        row("stall, monitor", monitor(silence), Outcome::onlineWithoutData);
+        row("stall, monitor", monitor(silence), Outcome::onlineWithoutData, {});
         row("drip under the limit",
             {.health = {inPieces(head + "\r\n", 4), End::close, 300ms},
              .monitor = {inPieces(answer, 30), End::stall, 100ms}},
-            Outcome::snapshot);
+            Outcome::snapshot, {});
         row("drip over the limit", health({inPieces(longHead, 8), End::close, 2500ms}), Outcome::unreachable, late);
         row("reset, health", health({{longHead + "{"}, End::reset, 20ms}), Outcome::unreachable, lost);
         row("closed, health", health({}), Outcome::unreachable, lost);
-        row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData);
+        row("closed between health and monitor", monitor({}), Outcome::onlineWithoutData, {});
         row("half-closed, health", health({{longHead}, End::halfClose}), Outcome::unreachable, lost);
-        row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline);
+        row("status 500, health", health(ScriptedPeer::plain(500)), Outcome::offline, {});
         row("status 204 with odd headers, health",
-            health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline);
-        row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData);
-        row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline);
+            health({{"HTTP/1.1 204 No Content\r\nContent-Length: -1\r\n\r\n"}, End::stall}), Outcome::offline, {});
+        row("status 500, monitor", monitor(ScriptedPeer::plain(500, snapshot())), Outcome::onlineWithoutData, {});
+        row("garbage: not HTTP, health", health({{"SSH-2.0-OpenSSH_9.2\r\n"}, End::stall}), Outcome::offline, {});
         row("garbage: headers, health", health({{head + "nonsense\r\n\r\n"}}), Outcome::unreachable,
             u"The answer of the server was garbled."_s);
-        row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData);
+        row("garbage: not quite JSON", json(snapshot(R"(,"x":.5)")), Outcome::onlineWithoutData, {});
         row("deep", json(snapshot(R"(,"x":)" + QByteArray(100'000, '[') + QByteArray(100'000, ']'))),
-            Outcome::onlineWithoutData);
+            Outcome::onlineWithoutData, {});
         row("giant: endless body, health", health(endless), Outcome::unreachable, tooMuch);
-        row("giant: endless body, monitor", monitor(endless), Outcome::onlineWithoutData);
+        row("giant: endless body, monitor", monitor(endless), Outcome::onlineWithoutData, {});
         row("giant: endless header", health({{head + "X: ", QByteArray(10'000, 'x')}, End::repeatLastPiece}),
             Outcome::unreachable, tooMuch);
         row("giant: as large as may be", json(snapshot(QByteArray(largestBody - snapshot().size(), ' '))),
-            Outcome::snapshot);
+            Outcome::snapshot, {});
     }
     void faultIsShownAndGotOver() {
         QFETCH(const Fault, fault);

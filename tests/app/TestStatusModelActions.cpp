@@ -3,6 +3,7 @@
 #include "support/FakeNotificationCenter.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
+#include "support/Rows.h"
 #include "system/NotificationService.h"
 
 #include <QRegularExpression>
@@ -37,18 +38,15 @@ private slots:
     }
 
     void actionRunsTheToolAndSaysSo_data() {
-        QTest::addColumn<Action>("action");
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("progress");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("backup") << &StatusModel::runDeskBackup << QStringList{u"desk"_s, u"backup"_s}
-                                << u"vorna desk backup…"_s << u"Desk backup"_s;
-        QTest::newRow("sync") << &StatusModel::runMacSyncICloud
-                              << QStringList{u"desk"_s, u"sync"_s, u"push"_s, u"--via"_s, u"icloud"_s}
-                              << u"vorna desk sync push --via icloud…"_s << u"Mac\u2192Mac iCloud sync"_s;
-        QTest::newRow("sign in") << &StatusModel::signInFromDesktop
-                                 << QStringList{u"auth"_s, u"login"_s, u"--surface"_s, u"macos"_s, u"--yes"_s}
-                                 << u"vorna auth login --surface macos --yes…"_s << u"vorna sign in"_s;
+        const Rows<Action, QStringList, QString, QString> row{"action", "arguments", "progress", "title"};
+        row("backup", &StatusModel::runDeskBackup, QStringList{u"desk"_s, u"backup"_s}, u"vorna desk backup…"_s,
+            u"Desk backup"_s);
+        row("sync", &StatusModel::runMacSyncICloud,
+            QStringList{u"desk"_s, u"sync"_s, u"push"_s, u"--via"_s, u"icloud"_s},
+            u"vorna desk sync push --via icloud…"_s, u"Mac\u2192Mac iCloud sync"_s);
+        row("sign in", &StatusModel::signInFromDesktop,
+            QStringList{u"auth"_s, u"login"_s, u"--surface"_s, u"macos"_s, u"--yes"_s},
+            u"vorna auth login --surface macos --yes…"_s, u"vorna sign in"_s);
     }
     void actionRunsTheToolAndSaysSo() {
         QFETCH(Action, action);
@@ -124,25 +122,18 @@ private slots:
     }
 
     void messageIsTheFirstThreeLines_data() {
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<QString>("errors");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("body");
-        QTest::newRow("five, with blank ones between")
-            << u"a\n\nb\n\n\nc\nd\n\ne\n"_s << QString() << 0 << u"a · b · c"_s << u"a · b · c"_s;
-        QTest::newRow("two") << u"a\nb"_s << QString() << 0 << u"a · b"_s << u"a · b"_s;
-        QTest::newRow("a line of blanks is a line")
-            << u"a\n \nb\nc"_s << QString() << 0 << u"a ·   · b"_s << u"a ·   · b"_s;
-        QTest::newRow("complaint") << QString() << u"boom\nbang"_s << 1 << u"boom · bang"_s << u"Failed: boom · bang"_s;
-        QTest::newRow("output wins over complaint")
-            << u"partial"_s << u"boom"_s << 1 << u"partial"_s << u"Failed: partial"_s;
-        QTest::newRow("status alone") << QString() << QString() << 2 << u"exit 2"_s << u"Failed: exit 2"_s;
-        QTest::newRow("nothing") << QString() << QString() << 0 << u"ok"_s << u"ok"_s;
-        QTest::newRow("missing tool")
-            << QString() << u"The command “vorna” could not be started: No such file or directory."_s << 127
-            << u"The command “vorna” could not be started: No such file or directory."_s
-            << u"Failed: The command “vorna” could not be started: No such file or directory."_s;
+        const Rows<QString, QString, int, QString, QString> row{"output", "errors", "exitCode", "message", "body"};
+        row("five, with blank ones between", u"a\n\nb\n\n\nc\nd\n\ne\n"_s, QString(), 0, u"a · b · c"_s,
+            u"a · b · c"_s);
+        row("two", u"a\nb"_s, QString(), 0, u"a · b"_s, u"a · b"_s);
+        row("a line of blanks is a line", u"a\n \nb\nc"_s, QString(), 0, u"a ·   · b"_s, u"a ·   · b"_s);
+        row("complaint", QString(), u"boom\nbang"_s, 1, u"boom · bang"_s, u"Failed: boom · bang"_s);
+        row("output wins over complaint", u"partial"_s, u"boom"_s, 1, u"partial"_s, u"Failed: partial"_s);
+        row("status alone", QString(), QString(), 2, u"exit 2"_s, u"Failed: exit 2"_s);
+        row("nothing", QString(), QString(), 0, u"ok"_s, u"ok"_s);
+        row("missing tool", QString(), u"The command “vorna” could not be started: No such file or directory."_s, 127,
+            u"The command “vorna” could not be started: No such file or directory."_s,
+            u"Failed: The command “vorna” could not be started: No such file or directory."_s);
     }
     void messageIsTheFirstThreeLines() {
         QFETCH(QString, output);
@@ -155,10 +146,7 @@ private slots:
     }
 
     void notificationIsCutInCharacters_data() {
-        QTest::addColumn<QString>("character");
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<int>("kept");
+        Rows<QString, int, int, int>{"character", "count", "exitCode", "kept"};
         const QList<std::pair<const char*, QString>> characters{
             {"plain", u"x"_s},
             {"accented", accented},

@@ -3,6 +3,7 @@
 #include "support/FakeNotificationCenter.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
+#include "support/Rows.h"
 #include "system/NotificationService.h"
 
 #include <QTest>
@@ -30,59 +31,45 @@ private slots:
     }
 
     void setsTheAccountLineOrNothing_data() {
-        QTest::addColumn<QString>("output");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QString>("line");
+        const Rows<QString, int, QString> row{"output", "exitCode", "line"};
         const QString signedIn = u"Signed in · CTA hidden"_s;
         const QString installed = u"Installed · sign in to hide download CTA"_s;
         const QString neither = u"Not signed in"_s;
         const QString unchanged;
-        QTest::newRow("remote signed in") << uR"({"remote":{"state":"signed_in"}})"_s << 0 << signedIn;
-        QTest::newRow("remote installed") << uR"({"remote":{"state":"installed"}})"_s << 0 << installed;
-        QTest::newRow("local installed alone") << uR"({"local":{"state":"installed"}})"_s << 0 << installed;
-        QTest::newRow("remote state a number")
-            << uR"({"remote":{"state":1},"local":{"state":"signed_in"}})"_s << 0 << signedIn;
-        QTest::newRow("remote state null")
-            << uR"({"remote":{"state":null},"local":{"state":"signed_in"}})"_s << 0 << signedIn;
-        QTest::newRow("remote without state") << uR"({"remote":{},"local":{"state":"signed_in"}})"_s << 0 << signedIn;
-        QTest::newRow("remote a list") << uR"({"remote":["state"],"local":{"state":"signed_in"}})"_s << 0 << signedIn;
-        QTest::newRow("remote a text") << uR"({"remote":"signed_in","local":{"state":"installed"}})"_s << 0
-                                       << installed;
-        QTest::newRow("remote wins") << uR"({"remote":{"state":"installed"},"local":{"state":"signed_in"}})"_s << 0
-                                     << installed;
-        QTest::newRow("unknown remote wins")
-            << uR"({"remote":{"state":"pending"},"local":{"state":"installed"}})"_s << 0 << neither;
-        QTest::newRow("empty remote wins")
-            << uR"({"remote":{"state":""},"local":{"state":"installed"}})"_s << 0 << neither;
-        QTest::newRow("case matters") << uR"({"remote":{"state":"Signed_In"}})"_s << 0 << neither;
-        QTest::newRow("blanks matter") << uR"({"remote":{"state":"signed_in "}})"_s << 0 << neither;
-        QTest::newRow("both states no text") << uR"({"remote":{"state":true},"local":{"state":[]}})"_s << 0 << neither;
-        QTest::newRow("nothing in it") << u"{}"_s << 0 << neither;
-        QTest::newRow("a byte order mark matters")
-            << uR"({"remote":{"state":"%1signed_in"}})"_s.arg(QChar{0xfeff}) << 0 << neither;
-        QTest::newRow("a byte order mark in a key")
-            << uR"({"%1remote":{"state":"installed"}})"_s.arg(QChar{0xfeff}) << 0 << neither;
-        QTest::newRow("a null character matters") << uR"({"remote":{"state":"signed_in\u0000"}})"_s << 0 << neither;
-        QTest::newRow("escapes") << uR"({"remote":{"state":"\u0073igned\u005fin"}})"_s << 0 << signedIn;
-        QTest::newRow("last of two") << uR"({"remote":3,"remote":{"state":"x","state":"installed"}})"_s << 0
-                                     << installed;
-        QTest::newRow("more in it") << uR"( {"v":2,"remote":{"who":"a@b","state":"signed_in"},"x":[]} )"_s << 0
-                                    << signedIn;
-        QTest::newRow("not JSON") << u"signed_in"_s << 0 << unchanged;
-        QTest::newRow("nothing") << QString() << 0 << unchanged;
-        QTest::newRow("cut off") << uR"({"remote":{"state":"signed_in"})"_s << 0 << unchanged;
-        QTest::newRow("something behind it") << uR"({"remote":{"state":"signed_in"}} done)"_s << 0 << unchanged;
-        QTest::newRow("a list") << uR"([{"remote":{"state":"signed_in"}}])"_s << 0 << unchanged;
-        QTest::newRow("an escape that there is not") << uR"({"remote":{"state":"\signed_in"}})"_s << 0 << unchanged;
-        QTest::newRow("a line feed in a text")
-            << u"{\"remote\":{\"state\":\"signed_in\"},\"x\":\"a\nb\"}"_s << 0 << unchanged;
-        QTest::newRow("half a surrogate pair")
-            << uR"({"remote":{"state":"signed_in"},"x":"\ud800"})"_s << 0 << unchanged;
-        QTest::newRow("a number of no kind") << uR"({"remote":{"state":"signed_in"},"x":.5})"_s << 0 << unchanged;
-        QTest::newRow("a text") << uR"("signed_in")"_s << 0 << unchanged;
-        QTest::newRow("failed") << uR"({"remote":{"state":"signed_in"}})"_s << 1 << unchanged;
-        QTest::newRow("missing tool") << QString() << 127 << unchanged;
-        QTest::newRow("ended by a signal") << uR"({"remote":{"state":"signed_in"}})"_s << 15 << unchanged;
+        row("remote signed in", uR"({"remote":{"state":"signed_in"}})"_s, 0, signedIn);
+        row("remote installed", uR"({"remote":{"state":"installed"}})"_s, 0, installed);
+        row("local installed alone", uR"({"local":{"state":"installed"}})"_s, 0, installed);
+        row("remote state a number", uR"({"remote":{"state":1},"local":{"state":"signed_in"}})"_s, 0, signedIn);
+        row("remote state null", uR"({"remote":{"state":null},"local":{"state":"signed_in"}})"_s, 0, signedIn);
+        row("remote without state", uR"({"remote":{},"local":{"state":"signed_in"}})"_s, 0, signedIn);
+        row("remote a list", uR"({"remote":["state"],"local":{"state":"signed_in"}})"_s, 0, signedIn);
+        row("remote a text", uR"({"remote":"signed_in","local":{"state":"installed"}})"_s, 0, installed);
+        row("remote wins", uR"({"remote":{"state":"installed"},"local":{"state":"signed_in"}})"_s, 0, installed);
+        row("unknown remote wins", uR"({"remote":{"state":"pending"},"local":{"state":"installed"}})"_s, 0, neither);
+        row("empty remote wins", uR"({"remote":{"state":""},"local":{"state":"installed"}})"_s, 0, neither);
+        row("case matters", uR"({"remote":{"state":"Signed_In"}})"_s, 0, neither);
+        row("blanks matter", uR"({"remote":{"state":"signed_in "}})"_s, 0, neither);
+        row("both states no text", uR"({"remote":{"state":true},"local":{"state":[]}})"_s, 0, neither);
+        row("nothing in it", u"{}"_s, 0, neither);
+        row("a byte order mark matters", uR"({"remote":{"state":"%1signed_in"}})"_s.arg(QChar{0xfeff}), 0, neither);
+        row("a byte order mark in a key", uR"({"%1remote":{"state":"installed"}})"_s.arg(QChar{0xfeff}), 0, neither);
+        row("a null character matters", uR"({"remote":{"state":"signed_in\u0000"}})"_s, 0, neither);
+        row("escapes", uR"({"remote":{"state":"\u0073igned\u005fin"}})"_s, 0, signedIn);
+        row("last of two", uR"({"remote":3,"remote":{"state":"x","state":"installed"}})"_s, 0, installed);
+        row("more in it", uR"( {"v":2,"remote":{"who":"a@b","state":"signed_in"},"x":[]} )"_s, 0, signedIn);
+        row("not JSON", u"signed_in"_s, 0, unchanged);
+        row("nothing", QString(), 0, unchanged);
+        row("cut off", uR"({"remote":{"state":"signed_in"})"_s, 0, unchanged);
+        row("something behind it", uR"({"remote":{"state":"signed_in"}} done)"_s, 0, unchanged);
+        row("a list", uR"([{"remote":{"state":"signed_in"}}])"_s, 0, unchanged);
+        row("an escape that there is not", uR"({"remote":{"state":"\signed_in"}})"_s, 0, unchanged);
+        row("a line feed in a text", u"{\"remote\":{\"state\":\"signed_in\"},\"x\":\"a\nb\"}"_s, 0, unchanged);
+        row("half a surrogate pair", uR"({"remote":{"state":"signed_in"},"x":"\ud800"})"_s, 0, unchanged);
+        row("a number of no kind", uR"({"remote":{"state":"signed_in"},"x":.5})"_s, 0, unchanged);
+        row("a text", uR"("signed_in")"_s, 0, unchanged);
+        row("failed", uR"({"remote":{"state":"signed_in"}})"_s, 1, unchanged);
+        row("missing tool", QString(), 127, unchanged);
+        row("ended by a signal", uR"({"remote":{"state":"signed_in"}})"_s, 15, unchanged);
     }
     void setsTheAccountLineOrNothing() {
         QFETCH(QString, output);

@@ -2,6 +2,7 @@
 
 #include "support/FakeNotificationCenter.h"
 #include "support/FakeTool.h"
+#include "support/Rows.h"
 #include "support/ScriptedPeer.h"
 #include "system/NotificationService.h"
 
@@ -54,20 +55,19 @@ private slots:
     }
 
     void figuresAreFormatted_data() {
-        QTest::addColumn<QByteArray>("host");
-        QTest::addColumn<QString>("figures");
-        QTest::newRow("as usual")
-            << QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})")
-            << u"1.73 64% 71% · 138 GB free"_s;
-        QTest::newRow("disk without free space") << QByteArray(R"({"disk_used_pct":70.6})") << u"— — 71%"_s;
-        QTest::newRow("ties go to even, as in C")
-            << QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})")
-            << u"0.12 64% 66% · 0 GB free"_s;
-        QTest::newRow("whole numbers")
-            << QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})")
-            << u"2.00 100% 0% · 123456 GB free"_s;
-        QTest::newRow("beyond reason") << QByteArray(R"({"cpu_load_1m":-1e20,"memory_used_pct":1e20})")
-                                       << u"-100000000000000000000.00 100000000000000000000% —"_s;
+        const Rows<QByteArray, QString> row{"host", "figures"};
+        row("as usual",
+            QByteArray(R"({"cpu_load_1m":1.734,"memory_used_pct":63.6,"disk_used_pct":70.6,"disk_free_gb":137.7})"),
+            u"1.73 64% 71% · 138 GB free"_s);
+        row("disk without free space", QByteArray(R"({"disk_used_pct":70.6})"), u"— — 71%"_s);
+        row("ties go to even, as in C",
+            QByteArray(R"({"cpu_load_1m":0.125,"memory_used_pct":64.5,"disk_used_pct":65.5,"disk_free_gb":0.5})"),
+            u"0.12 64% 66% · 0 GB free"_s);
+        row("whole numbers",
+            QByteArray(R"({"cpu_load_1m":2,"memory_used_pct":100,"disk_used_pct":0,"disk_free_gb":123456})"),
+            u"2.00 100% 0% · 123456 GB free"_s);
+        row("beyond reason", QByteArray(R"({"cpu_load_1m":-1e20,"memory_used_pct":1e20})"),
+            u"-100000000000000000000.00 100000000000000000000% —"_s);
     }
     void figuresAreFormatted() {
         QFETCH(const QByteArray, host);
@@ -92,32 +92,26 @@ private slots:
     }
 
     void caddyProbeIsFound_data() {
-        QTest::addColumn<QByteArrayList>("probes");
-        QTest::addColumn<Band>("band");
-        QTest::addColumn<QString>("detail");
-        QTest::newRow("none") << QByteArrayList{} << Band::amber << u"no caddy probe"_s;
-        QTest::newRow("exact, ok") << QByteArrayList{probe("caddy.process", true, "running")} << Band::green
-                                   << u"running"_s;
-        QTest::newRow("exact, not ok") << QByteArrayList{probe("caddy.process", false, "gone")} << Band::red
-                                       << u"gone"_s;
-        QTest::newRow("exact before a longer name that stands first")
-            << QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")} << Band::green
-            << u"b"_s;
-        QTest::newRow("name that goes on")
-            << QByteArrayList{probe("caddy.process.main", true, "a")} << Band::green << u"a"_s;
-        QTest::newRow("words the other way round")
-            << QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")} << Band::green << u"a"_s;
-        QTest::newRow("both words, one inside another")
-            << QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")} << Band::green
-            << u"a"_s;
+        const Rows<QByteArrayList, Band, QString> row{"probes", "band", "detail"};
+        row("none", QByteArrayList{}, Band::amber, u"no caddy probe"_s);
+        row("exact, ok", QByteArrayList{probe("caddy.process", true, "running")}, Band::green, u"running"_s);
+        row("exact, not ok", QByteArrayList{probe("caddy.process", false, "gone")}, Band::red, u"gone"_s);
+        row("exact before a longer name that stands first",
+            QByteArrayList{probe("caddy.process.main", false, "a"), probe("caddy.process", true, "b")}, Band::green,
+            u"b"_s);
+        row("name that goes on", QByteArrayList{probe("caddy.process.main", true, "a")}, Band::green, u"a"_s);
+        row("words the other way round", QByteArrayList{probe("proc"), probe("process.of.caddy", true, "a")},
+            Band::green, u"a"_s);
+        row("both words, one inside another",
+            QByteArrayList{probe("x.caddyprocess", true, "a"), probe("caddy.process.2", false, "b")}, Band::green,
+            u"a"_s);
         for (const char* name : {"Caddy.Process", "Caddy.process", "caddy.Process", "CADDY.PROCESS", "caddy.admin",
                                  "caddy", "process", "cad.process", "caddy.proc"}) {
-            QTest::newRow(name) << QByteArrayList{probe(name)} << Band::amber << u"no caddy probe"_s;
+            row(name, QByteArrayList{probe(name)}, Band::amber, u"no caddy probe"_s);
         }
-        QTest::newRow("the words in two probes")
-            << QByteArrayList{probe("caddy"), probe("process")} << Band::amber << u"no caddy probe"_s;
-        QTest::newRow("process before caddy")
-            << QByteArrayList{probe("process.caddy.main", true, "a")} << Band::green << u"a"_s;
+        row("the words in two probes", QByteArrayList{probe("caddy"), probe("process")}, Band::amber,
+            u"no caddy probe"_s);
+        row("process before caddy", QByteArrayList{probe("process.caddy.main", true, "a")}, Band::green, u"a"_s);
     }
     void caddyProbeIsFound() {
         QFETCH(const QByteArrayList, probes);
@@ -129,30 +123,24 @@ private slots:
     }
 
     void sitesDegradeAGreenBandOnly_data() {
-        QTest::addColumn<QByteArrayList>("probes");
-        QTest::addColumn<int>("up");
-        QTest::addColumn<int>("total");
-        QTest::addColumn<Band>("band");
-        QTest::addColumn<QString>("detail");
+        const Rows<QByteArrayList, int, int, Band, QString> row{"probes", "up", "total", "band", "detail"};
         const QByteArrayList ok{probe("caddy.process", true, "D")};
         const QByteArrayList notOk{probe("caddy.process", false, "D")};
-        QTest::newRow("no sites") << ok << 0 << 0 << Band::green << u"D"_s;
-        QTest::newRow("fewer than no sites") << ok << 0 << -3 << Band::green << u"D"_s;
-        QTest::newRow("3 of 4") << ok << 3 << 4 << Band::green << u"D · 3/4 sites"_s;
-        QTest::newRow("1 of 4") << ok << 1 << 4 << Band::amber << u"D · 1/4 sites"_s;
-        QTest::newRow("2 of 4") << ok << 2 << 4 << Band::green << u"D · 2/4 sites"_s;
-        QTest::newRow("0 of 1") << ok << 0 << 1 << Band::amber << u"D · 0/1 sites"_s;
-        QTest::newRow("1 of 3") << ok << 1 << 3 << Band::green << u"D · 1/3 sites"_s;
-        QTest::newRow("1 of 5") << ok << 1 << 5 << Band::amber << u"D · 1/5 sites"_s;
-        QTest::newRow("2 of 5") << ok << 2 << 5 << Band::green << u"D · 2/5 sites"_s;
-        QTest::newRow("more up than there are") << ok << 9 << 2 << Band::green << u"D · 9/2 sites"_s;
-        QTest::newRow("fewer than none up") << ok << -1 << 1 << Band::amber << u"D · -1/1 sites"_s;
-        QTest::newRow("not ok, all up") << notOk << 4 << 4 << Band::red << u"D · 4/4 sites"_s;
-        QTest::newRow("not ok, none up") << notOk << 0 << 4 << Band::red << u"D · 0/4 sites"_s;
-        QTest::newRow("no probe, none up")
-            << QByteArrayList{} << 0 << 2 << Band::amber << u"no caddy probe · 0/2 sites"_s;
-        QTest::newRow("no probe, all up")
-            << QByteArrayList{} << 2 << 2 << Band::amber << u"no caddy probe · 2/2 sites"_s;
+        row("no sites", ok, 0, 0, Band::green, u"D"_s);
+        row("fewer than no sites", ok, 0, -3, Band::green, u"D"_s);
+        row("3 of 4", ok, 3, 4, Band::green, u"D · 3/4 sites"_s);
+        row("1 of 4", ok, 1, 4, Band::amber, u"D · 1/4 sites"_s);
+        row("2 of 4", ok, 2, 4, Band::green, u"D · 2/4 sites"_s);
+        row("0 of 1", ok, 0, 1, Band::amber, u"D · 0/1 sites"_s);
+        row("1 of 3", ok, 1, 3, Band::green, u"D · 1/3 sites"_s);
+        row("1 of 5", ok, 1, 5, Band::amber, u"D · 1/5 sites"_s);
+        row("2 of 5", ok, 2, 5, Band::green, u"D · 2/5 sites"_s);
+        row("more up than there are", ok, 9, 2, Band::green, u"D · 9/2 sites"_s);
+        row("fewer than none up", ok, -1, 1, Band::amber, u"D · -1/1 sites"_s);
+        row("not ok, all up", notOk, 4, 4, Band::red, u"D · 4/4 sites"_s);
+        row("not ok, none up", notOk, 0, 4, Band::red, u"D · 0/4 sites"_s);
+        row("no probe, none up", QByteArrayList{}, 0, 2, Band::amber, u"no caddy probe · 0/2 sites"_s);
+        row("no probe, all up", QByteArrayList{}, 2, 2, Band::amber, u"no caddy probe · 2/2 sites"_s);
     }
     void sitesDegradeAGreenBandOnly() {
         QFETCH(const QByteArrayList, probes);
@@ -171,18 +159,15 @@ private slots:
     }
 
     void postgresProbeIsFound_data() {
-        QTest::addColumn<QByteArrayList>("probes");
-        QTest::addColumn<QString>("state");
-        QTest::newRow("none") << QByteArrayList{probe("postgres.other"), probe("Postgres")} << u"absent —"_s;
-        QTest::newRow("postgres") << QByteArrayList{probe("postgres", true, "a")} << u"ok a"_s;
-        QTest::newRow("its port") << QByteArrayList{probe("postgres.port", false, "b")} << u"not ok b"_s;
-        QTest::newRow("both") << QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")}
-                              << u"ok a"_s;
-        QTest::newRow("both the other way")
-            << QByteArrayList{probe("postgres.port", false, "b"), probe("postgres", true, "a")} << u"ok a"_s;
-        QTest::newRow("two of a name") << QByteArrayList{probe("postgres", false, "first"),
-                                                         probe("postgres", true, "second")}
-                                       << u"not ok first"_s;
+        const Rows<QByteArrayList, QString> row{"probes", "state"};
+        row("none", QByteArrayList{probe("postgres.other"), probe("Postgres")}, u"absent —"_s);
+        row("postgres", QByteArrayList{probe("postgres", true, "a")}, u"ok a"_s);
+        row("its port", QByteArrayList{probe("postgres.port", false, "b")}, u"not ok b"_s);
+        row("both", QByteArrayList{probe("postgres", true, "a"), probe("postgres.port", false, "b")}, u"ok a"_s);
+        row("both the other way", QByteArrayList{probe("postgres.port", false, "b"), probe("postgres", true, "a")},
+            u"ok a"_s);
+        row("two of a name", QByteArrayList{probe("postgres", false, "first"), probe("postgres", true, "second")},
+            u"not ok first"_s);
     }
     void postgresProbeIsFound() {
         QFETCH(const QByteArrayList, probes);

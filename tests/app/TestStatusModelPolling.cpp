@@ -3,6 +3,7 @@
 #include "support/FakeNotificationCenter.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
+#include "support/Rows.h"
 #include "support/ScriptedPeer.h"
 #include "system/NotificationService.h"
 
@@ -82,30 +83,24 @@ private slots:
     }
 
     void pollWritesInOrder_data() {
-        QTest::addColumn<bool>("reachable");
-        QTest::addColumn<int>("health");
-        QTest::addColumn<int>("monitor");
-        QTest::addColumn<QString>("writes");
-        QTest::newRow("unreachable")
-            << false << 0 << 0
-            << u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
-               "unreachable, lastError = Could not connect to the server., lastPoll = "
-               "2026-01-15T12:00:00, services = [], postgresOk = absent, polling = false"_s;
-        QTest::newRow("offline") << true << 503 << 200
-                                 << u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
-                                    "offline, services = [], postgresOk = absent, lastError = absent, lastPoll = "
-                                    "2026-01-15T12:00:00, polling = false"_s;
-        QTest::newRow("without data")
-            << true << 200 << 500
-            << u"polling = true, bridgeOnline = true, caddyBand = green, caddyDetail = bridge "
-               "ok, services = [], lastError = absent, lastPoll = 2026-01-15T12:00:00, "
-               "polling = false"_s;
-        QTest::newRow("full")
-            << true << 200 << 200
-            << u"polling = true, bridgeOnline = true, hostname = desk, hostLoad = 1.50, hostMemory = "
-               "64%, hostDisk = 70%, caddyBand = green, caddyDetail = running, caddyDetail = running · "
-               "1/1 sites, nothing, postgresDetail = 5432, services = [caddy.process, postgres], "
-               "lastError = absent, lastPoll = 2026-01-15T12:00:00, polling = false"_s;
+        const Rows<bool, int, int, QString> row{"reachable", "health", "monitor", "writes"};
+        row("unreachable", false, 0, 0,
+            u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
+            "unreachable, lastError = Could not connect to the server., lastPoll = "
+            "2026-01-15T12:00:00, services = [], postgresOk = absent, polling = false"_s);
+        row("offline", true, 503, 200,
+            u"polling = true, bridgeOnline = false, caddyBand = unknown, caddyDetail = bridge "
+            "offline, services = [], postgresOk = absent, lastError = absent, lastPoll = "
+            "2026-01-15T12:00:00, polling = false"_s);
+        row("without data", true, 200, 500,
+            u"polling = true, bridgeOnline = true, caddyBand = green, caddyDetail = bridge "
+            "ok, services = [], lastError = absent, lastPoll = 2026-01-15T12:00:00, "
+            "polling = false"_s);
+        row("full", true, 200, 200,
+            u"polling = true, bridgeOnline = true, hostname = desk, hostLoad = 1.50, hostMemory = "
+            "64%, hostDisk = 70%, caddyBand = green, caddyDetail = running, caddyDetail = running · "
+            "1/1 sites, nothing, postgresDetail = 5432, services = [caddy.process, postgres], "
+            "lastError = absent, lastPoll = 2026-01-15T12:00:00, polling = false"_s);
     }
     void pollWritesInOrder() {
         QFETCH(const bool, reachable);

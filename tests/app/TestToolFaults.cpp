@@ -2,6 +2,7 @@
 
 #include "cli/StandInTool.h"
 #include "support/OwnProcess.h"
+#include "support/Rows.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelReading.h"
 
@@ -65,12 +66,7 @@ private slots:
     }
 
     void faultIsShownAndGotOver_data() {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<double>("limit");
-        QTest::addColumn<QString>("line");
-        const auto row = [](const char* name, const QByteArray& script, double limit, const QString& line) {
-            QTest::newRow(name) << script << limit << line;
-        };
+        const Rows<QByteArray, double, QString> row{"script", "limit", "line"};
         row("gone", {}, longLimit, u"The command “vorna” could not be started: No such file or directory."_s);
         row("flooding with 300 MB, deaf", "trap '' TERM; tr '\\0' x < /dev/zero | head -c 300000000; exit 1",
             shortLimit, QString{lineLength, u'x'});

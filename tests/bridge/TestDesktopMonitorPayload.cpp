@@ -1,5 +1,7 @@
 #include "bridge/DesktopMonitorPayload.h"
 
+#include "support/Rows.h"
+
 #include <QTest>
 
 #include <limits>
@@ -35,11 +37,7 @@ class TestDesktopMonitorPayload final : public QObject {
 
 private slots:
     void documentsDecode_data() {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<Payload>("expected");
-        const auto row = [](const char* name, const QByteArray& json, const Payload& expected) {
-            QTest::newRow(name) << json << expected;
-        };
+        const Rows<QByteArray, Payload> row{"json", "expected"};
         const Payload::ServiceProbe first{u"a"_s, true, u"b"_s, std::nullopt};
         row("least", document({}), {});
         row("everything", R"({
@@ -78,19 +76,19 @@ private slots:
     }
 
     void textsAreTakenWhole_data() {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("text");
+        const Rows<QByteArray, QString> row{"json", "text"};
         const QString mark = QChar{QChar::ByteOrderMark};
-        QTest::newRow("byte order mark in front") << QByteArray{"\xEF\xBB\xBF"
-                                                                "a"}
-                                                  << QString{mark + u"a"};
-        QTest::newRow("byte order mark alone, twice") << QByteArray{"\xEF\xBB\xBF\xEF\xBB\xBF"} << QString{mark + mark};
-        QTest::newRow("byte order mark escaped") << QByteArray{R"(\ufeffa)"} << QString{mark + u"a"};
-        QTest::newRow("null character") << QByteArray{R"(a\u0000b)"} << u"a\0b"_s;
-        QTest::newRow("every escape") << QByteArray{R"(\"\\\/\b\f\n\r\t\u00fC)"} << u"\"\\/\b\f\n\r\tü"_s;
-        QTest::newRow("surrogate pair") << QByteArray{R"(\ud83e\udded)"} << u"🧭"_s;
-        QTest::newRow("four bytes") << QByteArray{"🧭"} << u"🧭"_s;
-        QTest::newRow("no character") << QByteArray{"\xEF\xBF\xBF"} << u"\uffff"_s;
+        row("byte order mark in front",
+            QByteArray{"\xEF\xBB\xBF"
+                       "a"},
+            QString{mark + u"a"});
+        row("byte order mark alone, twice", QByteArray{"\xEF\xBB\xBF\xEF\xBB\xBF"}, QString{mark + mark});
+        row("byte order mark escaped", QByteArray{R"(\ufeffa)"}, QString{mark + u"a"});
+        row("null character", QByteArray{R"(a\u0000b)"}, u"a\0b"_s);
+        row("every escape", QByteArray{R"(\"\\\/\b\f\n\r\t\u00fC)"}, u"\"\\/\b\f\n\r\tü"_s);
+        row("surrogate pair", QByteArray{R"(\ud83e\udded)"}, u"🧭"_s);
+        row("four bytes", QByteArray{"🧭"}, u"🧭"_s);
+        row("no character", QByteArray{"\xEF\xBF\xBF"}, u"\uffff"_s);
     }
     void textsAreTakenWhole() {
         QFETCH(const QByteArray, json);
@@ -101,21 +99,21 @@ private slots:
     }
 
     void whatIsNotJsonIsRefused_data() {
-        QTest::addColumn<QByteArray>("json");
-        QTest::newRow("nothing") << QByteArray{};
-        QTest::newRow("not closed") << QByteArray{"{"};
-        QTest::newRow("two values") << QByteArray{"1,2"};
-        QTest::newRow("something behind the end") << document({}) + "x";
-        QTest::newRow("a null character behind the end") << document({}) + '\0' + "x";
-        QTest::newRow("a byte order mark behind the beginning") << QByteArray{" \xEF\xBB\xBF"} + document({});
-        QTest::newRow("comment") << document({}) + "// comment";
-        QTest::newRow("comma behind the last") << document(R"("x":[1,])");
-        QTest::newRow("key without quotes") << document("x:1");
-        QTest::newRow("quotes of another kind") << document("\"x\":'a'");
+        const Rows<QByteArray> row{"json"};
+        row("nothing", QByteArray{});
+        row("not closed", QByteArray{"{"});
+        row("two values", QByteArray{"1,2"});
+        row("something behind the end", document({}) + "x");
+        row("a null character behind the end", document({}) + '\0' + "x");
+        row("a byte order mark behind the beginning", QByteArray{" \xEF\xBB\xBF"} + document({}));
+        row("comment", document({}) + "// comment");
+        row("comma behind the last", document(R"("x":[1,])"));
+        row("key without quotes", document("x:1"));
+        row("quotes of another kind", document("\"x\":'a'"));
         const QByteArrayList values{".5",    "1.", "01",  "+1",       "0x1",  "1e",
                                     "1e999", "-",  "NaN", "Infinity", "True", "nul"};
         for (const auto& value : values) {
-            QTest::newRow(value.constData()) << document(R"("x":)" + value);
+            row(value.constData(), document(R"("x":)" + value));
         }
         const QByteArrayList texts =
             QByteArray{"a\nb|a\tb|\x01|\x1f|\\q|\\'|\\0|\\x41|\\u12g4|\\u+123|a\\ud800|\\ud800\\u0041|"
@@ -147,15 +145,14 @@ private slots:
     }
 
     void wholeNumbersKeep64Bits_data() {
-        QTest::addColumn<QByteArray>("number");
-        QTest::addColumn<qint64>("expected");
-        QTest::newRow("largest") << QByteArray("9223372036854775807") << std::numeric_limits<qint64>::max();
-        QTest::newRow("smallest") << QByteArray("-9223372036854775808") << std::numeric_limits<qint64>::min();
-        QTest::newRow("past a double's integers") << QByteArray("9007199254740993") << qint64{9007199254740993};
-        QTest::newRow("whole in decimals") << QByteArray("2.0") << qint64{2};
-        QTest::newRow("with an exponent") << QByteArray("-1.5e1") << qint64{-15};
-        QTest::newRow("minus nothing") << QByteArray("-0") << qint64{0};
-        QTest::newRow("one") << QByteArray("1") << qint64{1};
+        const Rows<QByteArray, qint64> row{"number", "expected"};
+        row("largest", QByteArray("9223372036854775807"), std::numeric_limits<qint64>::max());
+        row("smallest", QByteArray("-9223372036854775808"), std::numeric_limits<qint64>::min());
+        row("past a double's integers", QByteArray("9007199254740993"), qint64{9007199254740993});
+        row("whole in decimals", QByteArray("2.0"), qint64{2});
+        row("with an exponent", QByteArray("-1.5e1"), qint64{-15});
+        row("minus nothing", QByteArray("-0"), qint64{0});
+        row("one", QByteArray("1"), qint64{1});
     }
     void wholeNumbersKeep64Bits() {
         QFETCH(const QByteArray, number);
@@ -166,11 +163,10 @@ private slots:
     }
 
     void failuresNameTheirKey_data() {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<BridgeError>("error");
-        const auto row = [](const QByteArray& json, Kind kind, const QString& path, const QString& what) {
+        const Rows<QByteArray, BridgeError> add{"json", "error"};
+        const auto row = [&add](const QByteArray& json, Kind kind, const QString& path, const QString& what) {
             const QString subject = path.isEmpty() ? u"The answer"_s : u"“%1” in the answer"_s.arg(path);
-            QTest::newRow(json.constData()) << json << BridgeError{kind, subject + u" of the bridge " + what + u'.'};
+            add(json.constData(), json, BridgeError{kind, subject + u" of the bridge " + what + u'.'});
         };
         const QString notWhole = u"is not a whole number of 64 bits"_s;
         row("[]", Kind::typeMismatch, u""_s, u"is not an object"_s);

@@ -1,5 +1,7 @@
 #include "bridge/HttpResponseParser.h"
 
+#include "support/Rows.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -69,11 +71,7 @@ class TestHttpResponseParser final : public QObject {
 
 private slots:
     void responsesAreUnderstoodInPiecesOfAnySize_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("outcome");
-        const auto row = [](const char* name, const QByteArray& bytes, const QString& outcome) {
-            QTest::newRow(name) << bytes << outcome;
-        };
+        const Rows<QByteArray, QString> row{"bytes", "outcome"};
         const QString good = u"200 {}"_s;
         const QString garbled = BridgeError::of(Kind::malformedResponse).text;
         const QString tooLarge = BridgeError::of(Kind::responseTooLarge).text;
@@ -162,22 +160,20 @@ private slots:
     }
 
     void nothingIsAwaitedBehindTheEnd_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QString>("outcome");
+        const Rows<QByteArray, QString> row{"bytes", "outcome"};
         const QString tooLarge = BridgeError::of(Kind::responseTooLarge).text;
-        QTest::newRow("stated length") << ok("Content-Length: 2\r\n", "{}") << u"200 {}"_s;
-        QTest::newRow("no body") << ok("Content-Length: 0\r\n") << u"200 "_s;
-        QTest::newRow("chunks") << chunked("2\r\n{}\r\n0\r\n\r\n") << u"200 {}"_s;
-        QTest::newRow("other status") << QByteArray{"HTTP/1.1 204 X\r\n\r\n"} << u"204 "_s;
-        QTest::newRow("other status, headers under way") << QByteArray{"HTTP/1.1 204 X\r\nA: b\r\n"} << u"more"_s;
-        QTest::newRow("to the end") << ok({}, "{}") << u"more"_s;
-        QTest::newRow("not HTTP") << QByteArray{"HTTP/2"} << u"not HTTP"_s;
-        QTest::newRow("longest body announced") << ok("Content-Length: 8388608\r\n") << u"more"_s;
-        QTest::newRow("too long a body announced") << ok("Content-Length: 8388609\r\n") << tooLarge;
-        QTest::newRow("longest body") << ok({}, QByteArray(maxBody, 'x')) << u"more"_s;
-        QTest::newRow("too long a body") << ok({}, QByteArray(maxBody + 1, 'x')) << tooLarge;
-        QTest::newRow("too long in chunks")
-            << chunked("800000\r\n" + QByteArray(maxBody, 'x') + "\r\n1\r\nx") << tooLarge;
+        row("stated length", ok("Content-Length: 2\r\n", "{}"), u"200 {}"_s);
+        row("no body", ok("Content-Length: 0\r\n"), u"200 "_s);
+        row("chunks", chunked("2\r\n{}\r\n0\r\n\r\n"), u"200 {}"_s);
+        row("other status", QByteArray{"HTTP/1.1 204 X\r\n\r\n"}, u"204 "_s);
+        row("other status, headers under way", QByteArray{"HTTP/1.1 204 X\r\nA: b\r\n"}, u"more"_s);
+        row("to the end", ok({}, "{}"), u"more"_s);
+        row("not HTTP", QByteArray{"HTTP/2"}, u"not HTTP"_s);
+        row("longest body announced", ok("Content-Length: 8388608\r\n"), u"more"_s);
+        row("too long a body announced", ok("Content-Length: 8388609\r\n"), tooLarge);
+        row("longest body", ok({}, QByteArray(maxBody, 'x')), u"more"_s);
+        row("too long a body", ok({}, QByteArray(maxBody + 1, 'x')), tooLarge);
+        row("too long in chunks", chunked("800000\r\n" + QByteArray(maxBody, 'x') + "\r\n1\r\nx"), tooLarge);
     }
     void nothingIsAwaitedBehindTheEnd() {
         QFETCH(const QByteArray, bytes);

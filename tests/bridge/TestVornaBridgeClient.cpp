@@ -1,6 +1,7 @@
 #include "bridge/VornaBridgeClient.h"
 
 #include "bridge/HttpGet.h"
+#include "support/Rows.h"
 #include "support/ScriptedPeer.h"
 
 #include <QNetworkProxy>
@@ -60,12 +61,7 @@ private slots:
     void init() { m_peer = std::make_unique<ScriptedPeer>(); }
 
     void answersBecomeValues_data() {
-        QTest::addColumn<Script>("script");
-        QTest::addColumn<QString>("health");
-        QTest::addColumn<QString>("monitor");
-        const auto row = [](const char* name, const Script& script, const QString& health, const QString& monitor) {
-            QTest::newRow(name) << script << health << monitor;
-        };
+        const Rows<Script, QString, QString> row{"script", "health", "monitor"};
         const QString bad = text(Kind::badServerResponse);
         const QString lost = text(Kind::connectionLost);
         const QString tooLarge = text(Kind::responseTooLarge);
@@ -150,16 +146,13 @@ private slots:
     }
 
     void requestIsPlain_data() {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("prefix");
-        QTest::addColumn<QByteArray>("healthQuery");
-        QTest::newRow("without a slash") << QString{} << QByteArray{} << QByteArray{};
-        QTest::newRow("with a slash") << u"/"_s << QByteArray{} << QByteArray{};
-        QTest::newRow("below a path") << u"/a"_s << QByteArray{"/a"} << QByteArray{};
-        QTest::newRow("below a path with a slash and escapes")
-            << u"/a%20b%2Fc%25/%C3%BC/"_s << QByteArray{"/a%20b%2Fc%25/%C3%BC"} << QByteArray{};
-        QTest::newRow("with a query") << u"/?probe_sites=false&x=1#y"_s << QByteArray{}
-                                      << QByteArray{"?probe_sites=false&x=1"};
+        const Rows<QString, QByteArray, QByteArray> row{"path", "prefix", "healthQuery"};
+        row("without a slash", QString{}, QByteArray{}, QByteArray{});
+        row("with a slash", u"/"_s, QByteArray{}, QByteArray{});
+        row("below a path", u"/a"_s, QByteArray{"/a"}, QByteArray{});
+        row("below a path with a slash and escapes", u"/a%20b%2Fc%25/%C3%BC/"_s, QByteArray{"/a%20b%2Fc%25/%C3%BC"},
+            QByteArray{});
+        row("with a query", u"/?probe_sites=false&x=1#y"_s, QByteArray{}, QByteArray{"?probe_sites=false&x=1"});
     }
     void requestIsPlain() {
         QFETCH(const QString, path);
@@ -206,13 +199,13 @@ private slots:
     }
 
     void addressThatCannotBeSentIsRefused_data() {
-        QTest::addColumn<QUrl>("address");
-        QTest::newRow("none") << QUrl{};
-        QTest::newRow("no host") << QUrl{u"http:///x"_s};
-        QTest::newRow("another scheme") << QUrl{u"ftp://127.0.0.1"_s};
-        QTest::newRow("not an address") << QUrl{u"http://[::"_s};
-        QTest::newRow("no such port") << QUrl{u"http://127.0.0.1:99999"_s};
-        QTest::newRow("a blank in the host") << QUrl{u"http://127.0 .0.1"_s};
+        const Rows<QUrl> row{"address"};
+        row("none", QUrl{});
+        row("no host", QUrl{u"http:///x"_s});
+        row("another scheme", QUrl{u"ftp://127.0.0.1"_s});
+        row("not an address", QUrl{u"http://[::"_s});
+        row("no such port", QUrl{u"http://127.0.0.1:99999"_s});
+        row("a blank in the host", QUrl{u"http://127.0 .0.1"_s});
     }
     void addressThatCannotBeSentIsRefused() {
         QFETCH(const QUrl, address);

@@ -2,6 +2,7 @@
 
 #include "cli/StandInTool.h"
 #include "support/OwnProcess.h"
+#include "support/Rows.h"
 
 #include <QTest>
 
@@ -66,25 +67,21 @@ private slots:
     }
 
     void believesWhatTheSearchPrints_data() {
-        QTest::addColumn<QByteArray>("which");
-        QTest::addColumn<QString>("path");
+        const Rows<QByteArray, QString> row{"which", "path"};
         const QString found = u"/found/vorna"_s;
-        const auto row = [](const char* name, const char* which, const QString& path = {}) {
-            QTest::newRow(name) << QByteArray{which} << path;
-        };
         row("a line", "echo /found/$*", found);
         row("blanks before", "printf ' \\t\\n/found/vorna'", found);
         row("blanks behind", "printf '/found/vorna \\r\\n\\n'", found);
         row("after a while", "sleep 0.2; echo /found/vorna", found);
         row("a complaint as well", "echo /wrong >&2; echo /found/vorna", found);
-        row("a complaint alone", "echo /wrong >&2");
-        row("a blank line", "echo ' '");
-        row("nothing", "exit 0");
-        row("not UTF-8", "printf '/wrong/\\377'");
-        row("half of a character", "printf '/wrong/\\342\\202'");
-        row("a path, status 1", "echo /wrong; exit 1");
-        row("a path, status 2", "echo /wrong; exit 2");
-        row("a path, killed", "echo /wrong; kill -KILL $$");
+        row("a complaint alone", "echo /wrong >&2", {});
+        row("a blank line", "echo ' '", {});
+        row("nothing", "exit 0", {});
+        row("not UTF-8", "printf '/wrong/\\377'", {});
+        row("half of a character", "printf '/wrong/\\342\\202'", {});
+        row("a path, status 1", "echo /wrong; exit 1", {});
+        row("a path, status 2", "echo /wrong; exit 2", {});
+        row("a path, killed", "echo /wrong; kill -KILL $$", {});
     }
     void believesWhatTheSearchPrints() {
         QFETCH(QByteArray, which);
@@ -107,13 +104,12 @@ private slots:
     }
 
     void toolThatCannotBeStartedIsReported_data() {
-        QTest::addColumn<QByteArray>("file"); // none for a tool that is nowhere
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("nowhere") << QByteArray{} << u"No such file or directory"_s;
-        QTest::newRow("interpreter missing") << QByteArray{"#!/nonexistent/interpreter\n"}
-                                             << u"No such file or directory (the program that it needs is missing)"_s;
-        QTest::newRow("interpreter not executable") << QByteArray{"#!/etc/passwd\n"} << u"Permission denied"_s;
-        QTest::newRow("no program") << QByteArray{"neither script nor binary\n"} << u"Exec format error"_s;
+        const Rows<QByteArray, QString> row{"file", "reason"}; // none for a tool that is nowhere
+        row("nowhere", QByteArray{}, u"No such file or directory"_s);
+        row("interpreter missing", QByteArray{"#!/nonexistent/interpreter\n"},
+            u"No such file or directory (the program that it needs is missing)"_s);
+        row("interpreter not executable", QByteArray{"#!/etc/passwd\n"}, u"Permission denied"_s);
+        row("no program", QByteArray{"neither script nor binary\n"}, u"Exec format error"_s);
     }
     void toolThatCannotBeStartedIsReported() {
         QFETCH(QByteArray, file);
@@ -132,18 +128,17 @@ private slots:
     }
 
     void textArrivesUnchangedOrNotAtAll_data() {
-        QTest::addColumn<QByteArray>("escapes");
-        QTest::addColumn<QString>("text"); // empty where the bytes are not UTF-8
-        QTest::newRow("many scripts") << QByteArray{"Grüße · 日本語 · 🙂"} << u"Grüße · 日本語 · 🙂"_s;
-        QTest::newRow("a null character") << QByteArray{R"(a\000b)"} << u"a\0b"_s;
-        QTest::newRow("a byte order mark") << QByteArray{R"(\357\273\277a)"} << u"\ufeff"_s + u'a';
-        QTest::newRow("a non-character") << QByteArray{R"(\357\277\277)"} << QString{QChar{0xffff}};
-        QTest::newRow("line ends of all kinds") << QByteArray{R"(a\r\nb\rc\n)"} << u"a\r\nb\rc\n"_s;
-        QTest::newRow("a stray byte") << QByteArray{R"(fine \377 fine)"} << QString();
-        QTest::newRow("cut off at the end") << QByteArray{R"(fine \342\202)"} << QString();
-        QTest::newRow("overlong") << QByteArray{R"(\300\257)"} << QString();
-        QTest::newRow("a surrogate") << QByteArray{R"(\355\240\200)"} << QString();
-        QTest::newRow("beyond Unicode") << QByteArray{R"(\364\220\200\200)"} << QString();
+        const Rows<QByteArray, QString> row{"escapes", "text"}; // empty where the bytes are not UTF-8
+        row("many scripts", QByteArray{"Grüße · 日本語 · 🙂"}, u"Grüße · 日本語 · 🙂"_s);
+        row("a null character", QByteArray{R"(a\000b)"}, u"a\0b"_s);
+        row("a byte order mark", QByteArray{R"(\357\273\277a)"}, u"\ufeff"_s + u'a');
+        row("a non-character", QByteArray{R"(\357\277\277)"}, QString{QChar{0xffff}});
+        row("line ends of all kinds", QByteArray{R"(a\r\nb\rc\n)"}, u"a\r\nb\rc\n"_s);
+        row("a stray byte", QByteArray{R"(fine \377 fine)"}, QString());
+        row("cut off at the end", QByteArray{R"(fine \342\202)"}, QString());
+        row("overlong", QByteArray{R"(\300\257)"}, QString());
+        row("a surrogate", QByteArray{R"(\355\240\200)"}, QString());
+        row("beyond Unicode", QByteArray{R"(\364\220\200\200)"}, QString());
     }
     void textArrivesUnchangedOrNotAtAll() {
         QFETCH(QByteArray, escapes);

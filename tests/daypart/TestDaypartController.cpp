@@ -1,6 +1,7 @@
 #include "daypart/DaypartController.h"
 
 #include "support/MemoryDefaults.h"
+#include "support/Rows.h"
 
 #include <QTest>
 #include <QTimeZone>
@@ -112,10 +113,10 @@ private slots:
     }
 
     void manualFlagWithoutAValidDaypartStaysManual_data() {
-        QTest::addColumn<QVariant>("stored");
-        QTest::newRow("unknown") << QVariant{u"noon"_s};
-        QTest::newRow("capitalised") << QVariant{u"Night"_s};
-        QTest::newRow("missing") << QVariant{};
+        const Rows<QVariant> row{"stored"};
+        row("unknown", QVariant{u"noon"_s});
+        row("capitalised", QVariant{u"Night"_s});
+        row("missing", QVariant{});
     }
     void manualFlagWithoutAValidDaypartStaysManual() {
         QFETCH(const QVariant, stored);
@@ -165,18 +166,16 @@ private slots:
         const QDateTime beforeTheGap = at(berlin, spring, 1, 59);
         const QDateTime twiceTwo = at(berlin, autumn, 2, 59);
 
-        QTest::addColumn<QDateTime>("before");
-        QTest::addColumn<QDateTime>("after");
-        QTest::addColumn<Daypart>("expected");
-        QTest::newRow("forward") << evening << evening.addSecs(6 * 3600) << Daypart::night;
-        QTest::newRow("backward") << evening << evening.addSecs(-8 * 3600) << Daypart::dawn;
-        QTest::newRow("a year back") << evening << evening.addYears(-1) << Daypart::day;
-        QTest::newRow("to the beginning") << evening << QDateTime::fromSecsSinceEpoch(0, berlin) << Daypart::night;
-        QTest::newRow("another zone") << evening << evening.toTimeZone(tokyo) << Daypart::night;
-        QTest::newRow("summer time begins") << beforeTheGap << beforeTheGap.addSecs(2 * 3600) << Daypart::night;
-        QTest::newRow("dawn of that day") << beforeTheGap << beforeTheGap.addSecs(5 * 3600) << Daypart::dawn;
-        QTest::newRow("summer time ends") << twiceTwo << twiceTwo.addSecs(60) << Daypart::night;
-        QTest::newRow("dusk of that day") << at(berlin, autumn, 16, 59) << at(berlin, autumn, 17, 0) << Daypart::dusk;
+        const Rows<QDateTime, QDateTime, Daypart> row{"before", "after", "expected"};
+        row("forward", evening, evening.addSecs(6 * 3600), Daypart::night);
+        row("backward", evening, evening.addSecs(-8 * 3600), Daypart::dawn);
+        row("a year back", evening, evening.addYears(-1), Daypart::day);
+        row("to the beginning", evening, QDateTime::fromSecsSinceEpoch(0, berlin), Daypart::night);
+        row("another zone", evening, evening.toTimeZone(tokyo), Daypart::night);
+        row("summer time begins", beforeTheGap, beforeTheGap.addSecs(2 * 3600), Daypart::night);
+        row("dawn of that day", beforeTheGap, beforeTheGap.addSecs(5 * 3600), Daypart::dawn);
+        row("summer time ends", twiceTwo, twiceTwo.addSecs(60), Daypart::night);
+        row("dusk of that day", at(berlin, autumn, 16, 59), at(berlin, autumn, 17, 0), Daypart::dusk);
     }
     void nextTickFollowsAClockThatWasSet() {
         QFETCH(const QDateTime, before);
