@@ -115,6 +115,8 @@ private slots:
             }
         }
         QCOMPARE(names, (QStringList{u"Daypart"_s, u"Dusk"_s}));
+        const auto* const focused = QAccessible::queryAccessibleInterface(&shown.tabs())->focusChild();
+        QVERIFY(focused != nullptr && focused->text(QAccessible::Name) == u"Daypart"_s);
         QCOMPARE(shown.button(u"Dusk"_s)->accessibleDescription(), u"Daypart"_s);
         shown.show(Tab::permissions);
         QCOMPARE(shown.button(u"Open System Settings"_s, 1)->accessibleDescription(), u"Accessibility"_s);

@@ -97,7 +97,7 @@ private slots:
         QApplication::setLayoutDirection(state->direction);
         OpenSettings settings;
         QVERIFY(QTest::qWaitForWindowActive(settings.view()));
-        settings.view()->resize(520, 680);
+        settings.view()->setGeometry(40, 30, 520, 680);
         settings.show(state->tab);
         state->make(settings);
         settings.settle();

@@ -190,7 +190,6 @@ private slots:
         const auto card = colours.of(ColourRole::surface);
         QVERIFY(card != window && colours.of(ColourRole::border) != card);
         QVERIFY(FormColours::contrast(colours.of(ColourRole::border), card) < 1.5);
-        QVERIFY(colours.of(ColourRole::textMuted) != text);
         for (const auto role : {ColourRole::text, ColourRole::textMuted, ColourRole::accent}) {
             for (const auto& ground : {card, window}) {
                 QVERIFY(FormColours::contrast(colours.of(role), ground) >= 4.5);
