@@ -11,170 +11,115 @@ using namespace Doubles;
 
 namespace {
 
-constexpr auto launchVariable = "QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM";
+std::unique_ptr<QWindow> window;
 
-/// With a window of ours that was brought to the front.
-auto withWindowInFront(std::function<void(QWindow&)> happens) {
-    return [happens = std::move(happens)] {
-        QWindow window;
-        window.show();
-        Desktop::bringToFront(window);
-        (void)told();
-        happens(window);
-        turn();
-    };
+/// DESIGN, and whether the system has a file of it.
+void font(const QString& words) {
+    const QDir dejavu{u"/usr/share/fonts/truetype/dejavu"_s};
+    world().fontFile = words.endsWith(u"there"_s) ? dejavu.filePath(u"DejaVuSans.ttf"_s) : QString{};
+    QFont font{u"Text"_s};
+    font.setPixelSize(16);
+    font.setBold(true);
+    const QFont designed = inDesign(font, words.startsWith(u"rounded"_s)      ? FontDesign::rounded
+                                          : words.startsWith(u"monospaced"_s) ? FontDesign::monospaced
+                                                                              : FontDesign::system);
+    tell(designed.families().join(u','));
+    tell(designed.pixelSize() == 16 && designed.bold());
 }
 
-auto bringToFront(bool isGranted, bool isClosedAtOnce) {
-    return [=] {
-        world().platform = u"cocoa"_s;
-        world().grantsActivation = isGranted;
-        QWindow window;
-        window.show();
-        Desktop::bringToFront(window);
-        tell("a turn later");
-        window.setVisible(!isClosedAtOnce);
-        turn();
-    };
+void beMinimizedBehindAnother() {
+    QWindow other;
+    window->showMinimized();
+    other.show();
+    other.requestActivate();
+    QCoreApplication::processEvents();
+    Desktop::bringToFront(*window);
+    QCoreApplication::processEvents();
+    tell(window->isActive() && !window->windowStates().testFlag(Qt::WindowMinimized));
 }
 
-auto fontOf(FontDesign design, bool isThere) {
-    return [=] {
-        const QDir dejavu{u"/usr/share/fonts/truetype/dejavu"_s};
-        world().fontFile = isThere ? dejavu.filePath(u"DejaVuSans.ttf"_s) : QString{};
-        QFont font{u"Text"_s};
-        font.setPixelSize(16);
-        font.setBold(true);
-        const QFont designed = inDesign(font, design);
-        tell(designed.families().join(u','));
-        tell(designed.pixelSize() == 16 && designed.bold());
-    };
-}
+constexpr auto panelFlags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint;
+
+#define TO_FRONT "unhides; activates 1; "
 
 }
 
-const QList<Case> desktopCases{
-    {"it has no place in the Dock", [] { Desktop::becomeAccessory(); }, "policy 1"},
-    {"addresses are opened as they are encoded",
-     [] {
-         Desktop::openUrl(QUrl{u"https://example.org/a?a=b&c=d#e"_s});
-         Desktop::openUrl(QUrl{u"https://example.org/ü b"_s});
-     },
-     "opens https://example.org/a?a=b&c=d#e; opens https://example.org/%C3%BC%20b"},
-    {"a window comes to the front",
-     [] {
-         QWindow window;
-         QWindow other;
-         window.showMinimized();
-         other.show();
-         other.requestActivate();
-         turn();
-         Desktop::bringToFront(window);
-         turn();
-         tell(window.isActive() && !window.windowStates().testFlag(Qt::WindowMinimized));
-     },
-     "unhides; activates 1; true"},
-    {"a window whose activation was granted is left alone", bringToFront(true, false),
-     "unhides; activates 1; a turn later"},
-    {"a window whose activation was refused asks again", bringToFront(false, false),
-     "unhides; activates 1; a turn later; asks to be activated; visible native window; orders to the front"},
-    {"a window that is closed by then does not", bringToFront(false, true), "unhides; activates 1; a turn later"},
-    {"a window that is not shown yet opens on the space of the user, beside full screens",
-     [] {
-         world().platform = u"cocoa"_s;
-         QWindow window;
-         Desktop::prepareWindow(window);
-     },
-     "native window; behaviour 258"},
-    {"there is no native window offscreen",
-     [] {
-         QWindow window;
-         Desktop::prepareWindow(window);
-     },
-     ""},
-    {"it stays behind when it launches, and its children know nothing of that",
-     [] {
-         const auto isSet = [] { tell(!qEnvironmentVariableIsEmpty(launchVariable)); };
-         Desktop::prepareLaunch();
-         turn();
-         isSet();
-         finishLaunching();
-         isSet();
-         turn();
-         isSet();
-     },
-     "true; true; false"},
-    {"the keyboard is given back, once", withWindowInFront([](QWindow& window) {
-         window.hide();
-         Desktop::activatePreviousProgram();
-         turn();
-         tell("again");
-         world().isActive = true;
-         Desktop::activatePreviousProgram();
-     }),
-     "yields to the other; activates the other 0; again; hides"},
-    {"it hides where the other does not take the keyboard", withWindowInFront([](QWindow& window) {
-         world().otherAccepts = false;
-         window.hide();
-         Desktop::activatePreviousProgram();
-         tell("a turn later");
-     }),
-     "yields to the other; activates the other 0; a turn later; hides"},
-    {"it does not hide a window that is shown meanwhile", withWindowInFront([](QWindow& window) {
-         world().otherAccepts = false;
-         window.hide();
-         Desktop::activatePreviousProgram();
-         window.show();
-     }),
-     "yields to the other; activates the other 0"},
-    {"it hides where there was no other",
-     [] {
-         world().inFront = Program::none;
-         QWindow window;
-         Desktop::bringToFront(window);
-         (void)told();
-         Desktop::activatePreviousProgram();
-         turn();
-     },
-     "hides"},
-    {"it keeps the keyboard while a window of its own is shown",
-     withWindowInFront([](QWindow&) { Desktop::activatePreviousProgram(); }), ""},
-    {"it gives nothing back when another program has the keyboard already", withWindowInFront([](QWindow& window) {
-         window.hide();
-         world().isActive = false;
-         Desktop::activatePreviousProgram();
-     }),
-     ""},
-    {"who was in front before it stays known", withWindowInFront([](QWindow& window) {
-         for (const auto inFront : {Program::own, Program::none}) {
-             world().inFront = inFront;
-             Desktop::bringToFront(window);
-         }
-         (void)told();
-         window.hide();
-         Desktop::activatePreviousProgram();
-     }),
-     "yields to the other; activates the other 0"},
-    {"the panel is a window in front, without a frame or a full screen of its own",
-     [] {
-         tell(Desktop::panelFlags() ==
-              (Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint));
-         tell(Desktop::placesPanel());
-         tell(Desktop::blendsWindows());
-     },
-     "true; false; true"},
-    {"trust is what the system says",
-     [] {
-         tell(Desktop::trustsAccessibility());
-         world().isTrusted = true;
-         tell(Desktop::trustsAccessibility());
-     },
-     "false; true"},
-    {"everything that is not used is given back", [] { Desktop::releaseUnusedMemory(); }, "all zones relieved by 0"},
-    {"the text's font is its own", fontOf(FontDesign::system, true), "Text; true"},
-    {"without a rounded font it is the text's", fontOf(FontDesign::rounded, false), "font rounded; Text; true"},
-    {"without a monospaced font it is Qt's fixed one", fontOf(FontDesign::monospaced, false),
-     "font monospaced; monospace; true"},
-    {"the rounded font", fontOf(FontDesign::rounded, true), "font rounded; DejaVu Sans; true"},
-    {"the monospaced font", fontOf(FontDesign::monospaced, true), "font monospaced; DejaVu Sans; true"},
-};
+const Area& desktopArea() {
+    static const Area area{
+        "desktop",
+        {
+            {u"accessory"_s, [](auto&) { Desktop::becomeAccessory(); }},
+            {u"open"_s, [](auto& address) { Desktop::openUrl(QUrl{address}); }},
+            {u"cocoa"_s, [](auto&) { world().platform = u"cocoa"_s; }},
+            {u"show"_s, [](auto&) { window->show(); }},
+            {u"hide"_s, [](auto&) { window->hide(); }},
+            {u"prepare"_s, [](auto&) { Desktop::prepareWindow(*window); }},
+            {u"front"_s, [](auto&) { Desktop::bringToFront(*window); }},
+            {u"behind"_s, [](auto&) { beMinimizedBehindAnother(); }},
+            {u"back"_s, [](auto&) { Desktop::activatePreviousProgram(); }},
+            {u"refuse"_s, [](auto&) { world().grantsActivation = false; }},
+            {u"unwilling"_s, [](auto&) { world().otherAccepts = false; }},
+            {u"nobody"_s, [](auto&) { world().inFront = Program::none; }},
+            {u"active"_s, [](auto& state) { world().isActive = state != u"no"_s; }},
+            {u"launch"_s, [](auto&) { Desktop::prepareLaunch(); }},
+            {u"variable"_s, [](auto& name) { tell(qEnvironmentVariableIsSet(qPrintable(name))); }},
+            {u"flags"_s, [](auto&) { tell(Desktop::panelFlags() == panelFlags); }},
+            {u"looks"_s, [](auto&) { tell(!Desktop::placesPanel() && Desktop::blendsWindows()); }},
+            {u"trust"_s, [](auto&) { world().isTrusted = true; }},
+            {u"trusts"_s, [](auto&) { tell(Desktop::trustsAccessibility()); }},
+            {u"relieve"_s, [](auto&) { Desktop::releaseUnusedMemory(); }},
+            {u"font"_s, font},
+        },
+        {
+            {"it has no place in the Dock", "accessory", "policy 1"},
+            {"addresses are opened as they are encoded", "open https://b.org/a?a=b&c=d#e; open https://b.org/ü b",
+             "opens https://b.org/a?a=b&c=d#e; opens https://b.org/%C3%BC%20b"},
+            {"a minimized window comes to the front", "behind", TO_FRONT "true"},
+            {"a window whose activation was granted is left alone", "cocoa; show; front; say later; turn",
+             TO_FRONT "later"},
+            {"a window whose activation was refused asks again", "cocoa; refuse; show; front; say later; turn",
+             TO_FRONT "later; asks to be activated; visible native window; orders to the front"},
+            {"a window that is closed by then does not", "cocoa; refuse; show; front; hide; say later; turn",
+             TO_FRONT "later"},
+            {"a window that is not shown yet opens on the space of the user, beside full screens", "cocoa; prepare",
+             "native window; behaviour 258"},
+            {"there is no native window offscreen", "prepare; say nothing", "nothing"},
+            {"it stays behind when it launches, and its children know nothing of that",
+             "launch; turn; variable QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM; launched; "
+             "variable QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM; turn; "
+             "variable QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM",
+             "true; true; false"},
+            {"the keyboard is given back, once", "show; front; hide; back; say again; turn; active; back; turn",
+             TO_FRONT "yields to the other; activates the other 0; again; hides"},
+            {"it hides where the other does not take the keyboard",
+             "show; front; unwilling; hide; back; say later; turn",
+             TO_FRONT "yields to the other; activates the other 0; later; hides"},
+            {"it does not hide a window that is shown meanwhile", "show; front; unwilling; hide; back; show; turn",
+             TO_FRONT "yields to the other; activates the other 0"},
+            {"it hides where there was no other", "nobody; front; back; turn", TO_FRONT "hides"},
+            {"it keeps the keyboard while a window of its own is shown", "show; front; back; turn; say no",
+             TO_FRONT "no"},
+            {"it gives nothing back when another program has the keyboard already",
+             "show; front; hide; active no; back; turn; say no", TO_FRONT "no"},
+            {"who was in front before it stays known", "front; front; nobody; front; back",
+             TO_FRONT TO_FRONT TO_FRONT "yields to the other; activates the other 0"},
+            {"the panel is a window in front, without a frame or a full screen of its own", "flags; looks",
+             "true; true"},
+            {"trust is what the system says", "trusts; trust; trusts", "false; true"},
+            {"everything that is not used is given back", "relieve", "all zones relieved by 0"},
+            {"the text's font is its own", "font system there", "Text; true"},
+            {"where there is no rounded font it is the text's", "font rounded", "font rounded; Text; true"},
+            {"where there is no monospaced font it is Qt's fixed one", "font monospaced",
+             "font monospaced; monospace; true"},
+            {"a rounded font", "font rounded there", "font rounded; DejaVu Sans; true"},
+            {"a monospaced font", "font monospaced there", "font monospaced; DejaVu Sans; true"},
+        },
+        [] { window = std::make_unique<QWindow>(); },
+        [] {
+            window.reset();
+            world().isActive = true;
+            Desktop::activatePreviousProgram(); // forgets who was in front
+            QCoreApplication::processEvents();
+        }};
+    return area;
+}

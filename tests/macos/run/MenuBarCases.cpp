@@ -1,7 +1,7 @@
 #include "Cases.h"
 #include "platform/macos/MenuBar.h"
 
-using Doubles::tell;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,42 +14,35 @@ const QList<MenuBar::Screen> screens{
 };
 constexpr QRect item{1000, 1, 30, 24};
 
-auto pointerAt(int x, int y) {
-    return [=] { tell(MenuBar::isOnItem({x, y}, item, screens)); };
+QPoint point(const QString& words) {
+    return QPointF{numbers(words).at(0), numbers(words).at(1)}.toPoint();
 }
-
-auto anchorAfter(std::optional<QPoint> click) {
-    return [=] { tell(MenuBar::anchor(item, click, screens)); };
-}
-
-constexpr auto anchoredAtTheItem = "QRect(1000,1 30x24)";
 
 }
 
-const QList<Case> menuBarCases{
-    {"pointer in the middle of the item", pointerAt(1015, 12), "true"},
-    {"pointer at the screen's upper edge", pointerAt(1000, 0), "true"},
-    {"pointer at the bar's lower edge", pointerAt(1029, 24), "true"},
-    {"pointer below the bar", pointerAt(1015, 25), "false"},
-    {"pointer to the left", pointerAt(999, 12), "false"},
-    {"pointer to the right", pointerAt(1030, 12), "false"},
-    {"pointer on the item's copy on the second screen", pointerAt(2920, 100), "true"},
-    {"pointer on its copy, in the higher bar", pointerAt(2949, 136), "true"},
-    {"pointer beside its copy", pointerAt(2950, 110), "false"},
-    {"pointer below the higher bar", pointerAt(2930, 137), "false"},
-    {"pointer on its copy in a bar that hides itself", pointerAt(-440, 23), "true"},
-    {"pointer below that", pointerAt(-440, 24), "false"},
-    {"pointer on no screen", pointerAt(5000, 12), "false"},
-    {"on no known screen the item is where it says",
-     [] {
-         tell(MenuBar::isOnItem({1015, 12}, item, {}));
-         tell(MenuBar::isOnItem({1015, 0}, item, {}));
-     },
-     "true; false"},
-    {"the panel hangs from the item without a click", anchorAfter({}), anchoredAtTheItem},
-    {"the panel hangs from the item after a click on it", anchorAfter(QPoint{1001, 12}), anchoredAtTheItem},
-    {"the panel hangs from the click on another screen", anchorAfter(QPoint{2930, 101}), "QRect(2915,100 30x37)"},
-    {"the panel hangs from the click in the same bar", anchorAfter(QPoint{700, 3}), "QRect(685,0 30x25)"},
-    {"the panel hangs from the item after a screen reader's click", anchorAfter(QPoint{700, 400}), anchoredAtTheItem},
-    {"the panel hangs from the item after a click on no screen", anchorAfter(QPoint{5000, 3}), anchoredAtTheItem},
-};
+const Area& menuBarArea() {
+    static const Area area{
+        "menu bar",
+        {
+            {u"pointer"_s, [](auto& at) { Doubles::tell(MenuBar::isOnItem(point(at), item, screens)); }},
+            {u"nowhere"_s, [](auto& at) { Doubles::tell(MenuBar::isOnItem(point(at), item, {})); }},
+            {u"click"_s, [](auto& at) { Doubles::tell(MenuBar::anchor(item, point(at), screens)); }},
+            {u"none"_s, [](auto&) { Doubles::tell(MenuBar::anchor(item, {}, screens)); }},
+        },
+        {
+            {"on the item: its middle, the screen's upper edge, the bar's lower edge",
+             "pointer 1015 12; pointer 1000 0; pointer 1029 24", "true; true; true"},
+            {"not on it: below the bar, to the left, to the right, on no screen",
+             "pointer 1015 25; pointer 999 12; pointer 1030 12; pointer 5000 12", "false; false; false; false"},
+            {"on its copy on the second screen, in the higher bar", "pointer 2920 100; pointer 2949 136", "true; true"},
+            {"beside its copy, and below the higher bar", "pointer 2950 110; pointer 2930 137", "false; false"},
+            {"in a bar that hides itself, and below that", "pointer -440 23; pointer -440 24", "true; false"},
+            {"on no known screen it is where it says", "nowhere 1015 12; nowhere 1015 0", "true; false"},
+            {"the panel hangs from the item", "none; click 1001 12", "QRect(1000,1 30x24); QRect(1000,1 30x24)"},
+            {"the panel hangs from a click on another screen, or elsewhere in the bar", "click 2930 101; click 700 3",
+             "QRect(2915,100 30x37); QRect(685,0 30x25)"},
+            {"the panel hangs from the item after a click in no bar, as by a screen reader, or on no screen",
+             "click 700 400; click 5000 3", "QRect(1000,1 30x24); QRect(1000,1 30x24)"},
+        }};
+    return area;
+}
