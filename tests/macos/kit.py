@@ -12,6 +12,9 @@ import unittest
 HERE = pathlib.Path(__file__).resolve().parent
 PROJECT = HERE.parents[1]
 WORK = pathlib.Path(os.environ.get("VORNA_MAC_WORK", PROJECT / "build" / "macos"))
+TARGET = WORK / "target"
+RUN = WORK / "run"
+SOURCES = PROJECT / "src" / "platform" / "macos"
 
 # A file of each package that is needed.
 PACKAGES = {
@@ -44,10 +47,15 @@ def need_packages():
 
 def run(*command, **options):
     """Runs a command to its end; answers whether it succeeded, and all that it said."""
-    done = subprocess.run(
-        [str(word) for word in command], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **options
-    )
+    words = [str(word) for word in command]
+    done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False, **options)
     return done.returncode == 0, done.stdout
+
+
+def demand(*command, **options):
+    done, said = run(*command, **options)
+    assert done, said[-6000:]
+    return said
 
 
 def make_kit():
@@ -74,28 +82,20 @@ def copy_qcoro(folder):
     task.write_text(task.read_text(encoding="utf-8").replace("#pragma once", "#pragma once\n#include <exception>", 1))
 
 
-def configure_for_the_mac(project, build, *definitions):
-    """Configures the project as on a Mac, warnings as errors; anew when what cannot be changed later was changed."""
-    toolchain = project / "tests" / "macos" / "target" / "toolchain.cmake"
-    cache = build / "CMakeCache.txt"
+def build_for_the_mac(*targets, folder=TARGET, definitions=()):
+    """Builds the project as on a Mac, warnings as errors; anew when what cannot be changed later was changed."""
+    toolchain = HERE / "target" / "toolchain.cmake"
+    cache = folder / "CMakeCache.txt"
     is_old = cache.exists() and cache.stat().st_mtime < toolchain.stat().st_mtime
-    return run(
-        *("cmake", *(["--fresh"] if is_old else []), "-S", project, "-B", build, "-G", "Ninja"),
+    demand(
+        *("cmake", *(["--fresh"] if is_old else []), "-S", PROJECT, "-B", folder, "-G", "Ninja"),
         *(f"-DCMAKE_TOOLCHAIN_FILE={toolchain}", "-DVORNA_WERROR=CHOSEN", "-DCMAKE_BUILD_TYPE=", "-DBUILD_TESTING=OFF"),
-        *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake"),
-        *definitions,
+        *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *definitions),
     )
+    demand("cmake", "--build", folder, "-j2", "--target", *targets)
 
 
-def configure_for_a_run(project, build):
-    """Configures what runs the Mac's files here."""
-    return run("cmake", "-S", project / "tests" / "macos" / "run", "-B", build, "-G", "Ninja")
-
-
-def build(folder, *targets):
-    names = [word for target in targets for word in ("--target", target)]
-    return run("cmake", "--build", folder, "-j2", *names)
-
-
-def test(folder):
-    return run("ctest", "--test-dir", folder, "--output-on-failure", "-j2")
+def build_to_run():
+    """Builds what runs the Mac's files here."""
+    demand("cmake", "-S", HERE / "run", "-B", RUN, "-G", "Ninja")
+    demand("cmake", "--build", RUN, "-j2")

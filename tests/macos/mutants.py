@@ -15,9 +15,6 @@ import kit
 sys.path.append(str(kit.PROJECT / "tests" / "mutations"))
 import mutate  # noqa: E402
 
-SOURCES = kit.PROJECT / mutate.MAC
-TARGET = kit.WORK / "target"
-RUN = kit.WORK / "run"
 SURROUNDINGS = {
     "QT_QPA_PLATFORM": "offscreen",
     "LC_ALL": "C.UTF-8",
@@ -32,9 +29,7 @@ def all_mistakes():
 
 @functools.cache
 def commands(folder, target):
-    done, said = kit.run("ninja", "-C", folder, "-t", "commands", target)
-    assert done, said
-    return said.splitlines()
+    return kit.demand("ninja", "-C", folder, "-t", "commands", target).splitlines()
 
 
 def compile_command(folder, target, source):
@@ -56,14 +51,9 @@ class Planter(mutate.Planter):
     """Knows how the files are compiled and linked, and tries one mistake after another in a folder of its own."""
 
     def __init__(self):
-        for done, said in (
-            kit.configure_for_the_mac(kit.PROJECT, TARGET),
-            kit.build(TARGET, "vorna-companion"),
-            kit.configure_for_a_run(kit.PROJECT, RUN),
-            kit.build(RUN),
-        ):
-            assert done, said[-6000:]
-        self.link = link_command(RUN, "TestMac")
+        kit.build_for_the_mac("vorna-companion")
+        kit.build_to_run()
+        self.link = link_command(kit.RUN, "TestMac")
 
     def noticed_by(self, mistake):
         source = kit.PROJECT / mistake.file
@@ -71,8 +61,8 @@ class Planter(mutate.Planter):
         with tempfile.TemporaryDirectory() as place, concurrent.futures.ThreadPoolExecutor(2) as pool:
             planted = pathlib.Path(place) / source.name
             planted.write_text(text, encoding="utf-8")
-            words = compile_command(TARGET, "vorna-companion", source)
-            compiled = pool.submit(kit.run, *words[:-1], planted, "-fsyntax-only", cwd=TARGET)
+            words = compile_command(kit.TARGET, "vorna-companion", source)
+            compiled = pool.submit(kit.run, *words[:-1], planted, "-fsyntax-only", cwd=kit.TARGET)
             program = pool.submit(self.program_with, planted, source)
             if not compiled.result()[0]:
                 return "the compiler"
@@ -84,26 +74,25 @@ class Planter(mutate.Planter):
     def program_with(self, planted, source):
         """What runs here with the planted file; nothing where that does not compile."""
         anew, program = planted.with_suffix(".o"), planted.with_name("TestMac")
-        words = compile_command(RUN, "TestMac", source)
-        if not kit.run(*words[:-1], planted, "-o", anew, cwd=RUN)[0]:
+        words = compile_command(kit.RUN, "TestMac", source)
+        if not kit.run(*words[:-1], planted, "-o", anew, cwd=kit.RUN)[0]:
             return None
         words = [str(anew) if word.endswith(f"/{source.name}.o") else word for word in self.link]
-        linked, said = kit.run(*with_output(words, program), cwd=RUN)
-        assert linked, said
+        kit.demand(*with_output(words, program), cwd=kit.RUN)
         return program
 
 
 def link_mistakes():
     """Each framework, and each object of the platform's libraries, with whether the linker noticed that it is missing."""
-    words = link_command(TARGET, "vorna-companion")
+    words = link_command(kit.TARGET, "vorna-companion")
     with tempfile.TemporaryDirectory() as place:
         def links(kept):
-            return kit.run(*with_output(kept, pathlib.Path(place) / "vorna"), cwd=TARGET)[0]
+            return kit.run(*with_output(kept, pathlib.Path(place) / "vorna"), cwd=kit.TARGET)[0]
 
         assert links(words)
         for at in [at for at, word in enumerate(words) if word == "-framework" and words[at + 1] != "CoreFoundation"]:
             yield f"-framework {words[at + 1]}", not links(words[:at] + words[at + 2 :])
-        for library in (TARGET / "src" / f"libvorna_{name}.a" for name in ("platform", "tray")):
+        for library in (kit.TARGET / "src" / f"libvorna_{name}.a" for name in ("platform", "tray")):
             for name in kit.run("llvm-ar-19", "t", library)[1].split():
                 copy = pathlib.Path(place) / library.name
                 copy.write_bytes(library.read_bytes())

@@ -1,11 +1,15 @@
 """Runs the real files of src/platform/macos on this machine, against stand-ins for the Mac's frameworks, under the
-address and undefined-behaviour sanitizers."""
+address and undefined-behaviour sanitizers; and plants a handful of mistakes in them, which that or the compiler for the
+target must notice. `script/mutate platform/macos` plants all."""
 
+import itertools
 import unittest
 
 import kit
+import mutants
+from mutants import mutate
 
-BUILD = kit.WORK / "run"
+HANDFUL = ("StatusItem.mm", "ChildDescriptors.cpp", "SingleInstance.mm")
 
 
 def setUpModule():
@@ -14,14 +18,22 @@ def setUpModule():
 
 class Run(unittest.TestCase):
     def test_every_capability_does_what_its_header_says(self):
-        for done, said in (
-            kit.configure_for_a_run(kit.PROJECT, BUILD),
-            kit.build(BUILD),
-            kit.test(BUILD),
-        ):
-            if not done:
-                self.fail(said[-6000:])
-        print(said[said.index("tests passed") - 5 :].splitlines()[0])
+        kit.build_to_run()
+        said = kit.demand("ctest", "--test-dir", kit.RUN, "--output-on-failure", "--verbose")
+        print(next(line for line in said.splitlines() if "Totals:" in line))
+
+
+class Mistakes(unittest.TestCase):
+    def test_every_file_has_one(self):
+        files = {file.name for file in kit.SOURCES.iterdir() if file.suffix in {".mm", ".cpp"}}
+        self.assertEqual({mistake.file.name for mistake in mutants.all_mistakes()}, files)
+
+    def test_they_are_noticed_and_what_changes_nothing_is_not(self):
+        first = {mistake.file.name: mistake for mistake in reversed(mutants.all_mistakes())}
+        nothing = mutate.Mistake(mutate.MAC / "ChildDescriptors.cpp", "namespace ChildD", "namespace  ChildD", "")
+        planted = [*(first[name] for name in HANDFUL), nothing]
+        self.assertEqual(mutants.Planter().plant(planted), ([nothing], []))
+        self.assertTrue(all(noticed for _, noticed in itertools.islice(mutants.link_mistakes(), 2)))
 
 
 if __name__ == "__main__":

@@ -10,9 +10,7 @@ import unittest
 
 import kit
 
-BUILD = kit.WORK / "target"
-CONTENTS = BUILD / "vorna.app" / "Contents"
-PLATFORM = kit.PROJECT / "src" / "platform"
+CONTENTS = kit.TARGET / "vorna.app" / "Contents"
 
 MACH_O_64 = 0xFEEDFACF
 ARM64 = 0x0100000C
@@ -29,31 +27,28 @@ def pictures_of(icon):
     """The types of the pictures of an icon file, each with its width and height."""
     kind, length = struct.unpack(">4sI", icon[:8])
     assert kind == b"icns" and length == len(icon)
-    pictures = {}
     position = 8
     while position < length:
         kind, size = struct.unpack(">4sI", icon[position : position + 8])
-        pictures[kind] = struct.unpack(">II", icon[position + 24 : position + 32])
+        yield kind, struct.unpack(">II", icon[position + 24 : position + 32])
         position += size
-    return pictures
 
 
 class EveryCapability(unittest.TestCase):
     def test_has_one_file_and_every_file_is_compiled(self):
-        files = [file for file in (PLATFORM / "macos").iterdir() if file.suffix in {".mm", ".cpp"}]
-        for header in PLATFORM.glob("*.h"):
+        files = [file for file in kit.SOURCES.iterdir() if file.suffix in {".mm", ".cpp"}]
+        common = [file for file in kit.SOURCES.parent.glob("*.cpp")]
+        for header in kit.SOURCES.parent.glob("*.h"):
             self.assertEqual([file.stem for file in files].count(header.stem), 1, header)
-        sources = (PLATFORM / "macos" / "Sources.cmake").read_text(encoding="utf-8")
-        for file in files:
-            self.assertIn(f"platform/macos/{file.name}\n", sources)
+        sources = (kit.SOURCES / "Sources.cmake").read_text(encoding="utf-8")
+        for file in files + common:
+            self.assertIn(f"{file.relative_to(kit.PROJECT / 'src')}\n", sources)
 
 
 class Bundle(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        for done, said in (kit.configure_for_the_mac(kit.PROJECT, BUILD), kit.build(BUILD, "vorna-companion")):
-            if not done:
-                raise AssertionError(said[-6000:])
+        kit.build_for_the_mac("vorna-companion")
 
     def test_program_is_for_this_machine(self):
         head = (CONTENTS / "MacOS" / "vorna").read_bytes()[:16]
@@ -81,14 +76,10 @@ class Bundle(unittest.TestCase):
         signatures = kit.WORK / "kit" / "signatures"
         signatures.write_text("", encoding="utf-8")
         number = str(1 - int(self.information()["CFBundleVersion"]))
-        for done, said in (
-            kit.configure_for_the_mac(kit.PROJECT, BUILD, f"-DVORNA_BUILD_NUMBER={number}"),
-            kit.build(BUILD, "vorna-companion"),
-            kit.build(BUILD, "vorna-companion"),
-        ):
-            self.assertTrue(done, said)
+        for _ in range(2):
+            kit.build_for_the_mac("vorna-companion", definitions=[f"-DVORNA_BUILD_NUMBER={number}"])
         self.assertEqual(self.information()["CFBundleVersion"], number)
-        self.assertEqual(signatures.read_text(encoding="utf-8"), f"--force --sign - {BUILD}/vorna.app\n")
+        self.assertEqual(signatures.read_text(encoding="utf-8"), f"--force --sign - {kit.TARGET}/vorna.app\n")
 
     @staticmethod
     def information():
@@ -96,7 +87,7 @@ class Bundle(unittest.TestCase):
 
     def test_icon_has_every_size(self):
         icon = (CONTENTS / "Resources" / "vorna.icns").read_bytes()
-        self.assertEqual(pictures_of(icon), {kind: (side, side) for kind, side in SIZES.items()})
+        self.assertEqual(dict(pictures_of(icon)), {kind: (side, side) for kind, side in SIZES.items()})
 
 
 if __name__ == "__main__":

@@ -19,7 +19,7 @@ struct Item {
 };
 Item one;
 
-void open(NSMenu* menu, const QString& how) {
+void open(NSMenu* menu, const char* how) {
     if (menu == nil) {
         return;
     }
@@ -46,9 +46,7 @@ ONE_OF(NSStatusBar, systemStatusBar)
     record("item of length", length);
     return [[NSStatusItem alloc] init];
 }
-- (void)removeStatusItem:(NSStatusItem*)item {
-    tell("item removed");
-}
+DOES(-(void)removeStatusItem : (NSStatusItem*)item, tell("item removed"))
 @end
 
 @implementation NSStatusItem
@@ -56,36 +54,26 @@ ONE_OF(NSStatusBar, systemStatusBar)
     static NSStatusBarButton* button = [[NSStatusBarButton alloc] init];
     return button;
 }
-- (void)setMenu:(NSMenu*)menu {
-    one.menu = menu;
-}
-- (void)popUpStatusItemMenu:(NSMenu*)menu {
-    open(menu, QStringLiteral("menu pops up"));
-}
+DOES(-(void)setMenu : (NSMenu*)menu, one.menu = menu)
+DOES(-(void)popUpStatusItemMenu : (NSMenu*)menu, open(menu, "menu pops up"))
 @end
 
 @implementation NSControl
-RECORDS(NSUInteger, sendActionOn, "acts on")
-- (void)setTarget:(id)target {
-    one.target = target;
-}
-- (void)setAction:(SEL)action {
-    one.action = action;
-}
+DOES(-(void)sendActionOn : (NSUInteger)value, record("acts on", value))
+DOES(-(void)setTarget : (id)target, one.target = target)
+DOES(-(void)setAction : (SEL)action, one.action = action)
 @end
 
 @implementation NSButton
-RECORDS(NSString*, setTitle, "title")
-RECORDS(BOOL, highlight, "pressed")
+DOES(-(void)setTitle : (NSString*)value, record("title", value))
+DOES(-(void)highlight : (BOOL)value, record("pressed", value))
 - (void)setImagePosition:(NSCellImagePosition)position {
-    tell(position == NSImageOnly ? QStringLiteral("shows the image") : QStringLiteral("shows the title"));
+    tell(position == NSImageOnly ? "shows the image" : "shows the title");
 }
-- (void)setImage:(NSImage*)image {
-    tell(image == nil ? QStringLiteral("no image") : QStringLiteral("image"));
-}
+DOES(-(void)setImage : (NSImage*)image, tell(image == nil ? "no image" : "image"))
 - (void)performClick:(id)sender {
     if (world().clickOpensMenu) {
-        open(one.menu, QStringLiteral("menu opens"));
+        open(one.menu, "menu opens");
     }
 }
 @end
@@ -100,10 +88,8 @@ void Doubles::pressButton() {
 }
 
 @implementation NSMenu
-- (id)initWithTitle:(NSString*)title {
-    return [self init];
-}
-RECORDS(NSString*, addItem, "entry")
+GIVES(-(id)initWithTitle : (NSString*)title, [self init])
+DOES(-(void)addItem : (NSString*)value, record("entry", value))
 @end
 
 @implementation NSMenuItem
@@ -111,12 +97,8 @@ RECORDS(NSString*, addItem, "entry")
     one.entries[self] = {.title = [title copy], .action = action};
     return self;
 }
-+ (NSMenuItem*)separatorItem {
-    return [[NSMenuItem alloc] initWithTitle:@"---" action:nullptr keyEquivalent:@""];
-}
-- (void)setTarget:(id)target {
-    one.entries[self].target = target;
-}
+GIVES(+(NSMenuItem*)separatorItem, [[NSMenuItem alloc] initWithTitle:@"---" action:nullptr keyEquivalent:@""])
+DOES(-(void)setTarget : (id)target, one.entries[self].target = target)
 - (const char*)UTF8String { // as text() asks
     return [one.entries[self].title UTF8String];
 }

@@ -15,18 +15,14 @@
         return one;                                                                                                    \
     }
 
-// Methods: one that only answers, one without an argument that is only recorded, and one with an argument.
-#define ANSWERS(TYPE, METHOD, ...)                                                                                     \
-    -(TYPE)METHOD {                                                                                                    \
+// A method of one statement, and one that only answers.
+#define DOES(SIGNATURE, ...)                                                                                           \
+    SIGNATURE {                                                                                                        \
+        __VA_ARGS__;                                                                                                   \
+    }
+#define GIVES(SIGNATURE, ...)                                                                                          \
+    SIGNATURE {                                                                                                        \
         return __VA_ARGS__;                                                                                            \
-    }
-#define TELLS(SIGN, METHOD, TEXT)                                                                                      \
-    SIGN(void) METHOD {                                                                                                \
-        tell(TEXT);                                                                                                    \
-    }
-#define RECORDS(TYPE, METHOD, NAME)                                                                                    \
-    -(void)METHOD : (TYPE)value {                                                                                      \
-        record(NAME, value);                                                                                           \
     }
 
 namespace Machinery {

@@ -24,13 +24,9 @@ NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignRounded = @"round
 NSFontDescriptorSystemDesign const NSFontDescriptorSystemDesignMonospaced = @"monospaced";
 
 @implementation NSFont
-+ (NSFont*)systemFontOfSize:(CGFloat)size {
-    return [[self alloc] init];
-}
-+ (CGFloat)systemFontSize {
-    return 13;
-}
-ANSWERS(NSFontDescriptor*, fontDescriptor, [[NSFontDescriptor alloc] init])
+GIVES(+(NSFont*)systemFontOfSize : (CGFloat)size, [[self alloc] init])
+GIVES(+(CGFloat)systemFontSize, 13)
+GIVES(-(NSFontDescriptor*)fontDescriptor, [[NSFontDescriptor alloc] init])
 @end
 
 @implementation NSFontDescriptor
@@ -63,12 +59,12 @@ NSString* NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
     tell(text(name) + QStringLiteral(" that means ") + text(description));
     return [name isEqualToString:@"bell"] || [name isEqualToString:@"power"] ? [[self alloc] init] : nil;
 }
-RECORDS(BOOL, setTemplate, "template")
+DOES(-(void)setTemplate : (BOOL)value, record("template", value))
 - (NSImage*)imageWithSymbolConfiguration:(NSImageSymbolConfiguration*)configuration {
     configured = [[NSImage alloc] init];
     return configured;
 }
-ANSWERS(NSSize, size, NSMakeSize(world().symbolSize.width(), world().symbolSize.height()))
+GIVES(-(NSSize)size, NSMakeSize(world().symbolSize.width(), world().symbolSize.height()))
 - (void)drawInRect:(NSRect)place
           fromRect:(NSRect)from
          operation:(NSCompositingOperation)operation
@@ -111,14 +107,10 @@ ANSWERS(NSSize, size, NSMakeSize(world().symbolSize.width(), world().symbolSize.
 @end
 
 @implementation NSGraphicsContext
-TELLS(+, saveGraphicsState, "state kept")
-TELLS(-, flushGraphics, "flushed")
-+ (NSGraphicsContext*)graphicsContextWithBitmapImageRep:(NSBitmapImageRep*)bitmap {
-    return [[self alloc] init];
-}
-+ (void)setCurrentContext:(NSGraphicsContext*)context {
-    isDrawingInto = context != nil;
-}
+DOES(+(void)saveGraphicsState, tell("state kept"))
+DOES(-(void)flushGraphics, tell("flushed"))
+GIVES(+(NSGraphicsContext*)graphicsContextWithBitmapImageRep : (NSBitmapImageRep*)bitmap, [[self alloc] init])
+DOES(+(void)setCurrentContext : (NSGraphicsContext*)context, isDrawingInto = context != nil)
 + (void)restoreGraphicsState {
     tell("state restored");
     isDrawingInto = false;

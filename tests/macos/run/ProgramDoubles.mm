@@ -43,7 +43,7 @@ WId QWindow::winId() const {
         return 1;
     }
     static NSView* view = [[NSView alloc] init];
-    tell(isVisible() ? QStringLiteral("visible native window") : QStringLiteral("native window"));
+    tell(isVisible() ? "visible native window" : "native window");
     return reinterpret_cast<WId>(view);
 }
 
@@ -52,22 +52,20 @@ WId QWindow::winId() const {
 
 @implementation NSApplication
 ONE_OF(NSApplication, sharedApplication)
-RECORDS(NSInteger, setActivationPolicy, "policy")
+DOES(-(void)setActivationPolicy : (NSInteger)value, record("policy", value))
 - (void)activateIgnoringOtherApps:(BOOL)flag {
     record("activates", flag);
     world().isActive = world().grantsActivation;
     world().inFront = own;
 }
-TELLS(-, activate, "asks to be activated")
-ANSWERS(BOOL, isActive, world().isActive)
-- (void)hide:(id)sender {
-    tell("hides");
-}
-TELLS(-, unhideWithoutActivation, "unhides")
+DOES(-(void)activate, tell("asks to be activated"))
+GIVES(-(BOOL)isActive, world().isActive)
+DOES(-(void)hide : (id)sender, tell("hides"))
+DOES(-(void)unhideWithoutActivation, tell("unhides"))
 - (void)yieldActivationToApplication:(NSRunningApplication*)application {
-    tell(application == otherProgram() ? QStringLiteral("yields to the other") : QStringLiteral("yields"));
+    tell(application == otherProgram() ? "yields to the other" : "yields");
 }
-ANSWERS(NSEvent*, currentEvent, world().event ? [[NSEvent alloc] init] : nil)
+GIVES(-(NSEvent*)currentEvent, world().event ? [[NSEvent alloc] init] : nil)
 @end
 
 @implementation NSRunningApplication
@@ -79,8 +77,8 @@ ONE_OF(NSRunningApplication, currentApplication)
     }
     return running;
 }
-ANSWERS(NSURL*, bundleURL, [NSURL URLWithString:self == otherProgram() ? @"file:///other.app" : @"file:///own.app"])
-ANSWERS(BOOL, isFinishedLaunching, self == otherProgram() ? world().otherHasLaunched : world().hasLaunched)
+GIVES(-(NSURL*)bundleURL, [NSURL URLWithString:self == otherProgram() ? @"file:///other.app" : @"file:///own.app"])
+GIVES(-(BOOL)isFinishedLaunching, self == otherProgram() ? world().otherHasLaunched : world().hasLaunched)
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options {
     record(self == otherProgram() ? "activates the other" : "activates itself", options);
     world().isActive = !world().otherAccepts;
@@ -89,9 +87,7 @@ ANSWERS(BOOL, isFinishedLaunching, self == otherProgram() ? world().otherHasLaun
 @end
 
 @implementation NSWorkspaceOpenConfiguration
-+ (instancetype)configuration {
-    return [[self alloc] init];
-}
+GIVES(+(instancetype)configuration, [[self alloc] init])
 @end
 
 @implementation NSWorkspace
@@ -148,30 +144,26 @@ void Doubles::reopen() {
 }
 
 @implementation NSWindow
-RECORDS(NSUInteger, setCollectionBehavior, "behaviour")
-- (NSRect)convertRectToScreen:(NSRect)rect {
-    return NSOffsetRect(rect, world().itemWindow.x(), world().itemWindow.y());
-}
-TELLS(-, orderFrontRegardless, "orders to the front")
+DOES(-(void)setCollectionBehavior : (NSUInteger)value, record("behaviour", value))
+GIVES(-(NSRect)convertRectToScreen : (NSRect)rect, NSOffsetRect(rect, world().itemWindow.x(), world().itemWindow.y()))
+DOES(-(void)orderFrontRegardless, tell("orders to the front"))
 @end
 
 @implementation NSView
-RECORDS(NSString*, setToolTip, "tip")
-RECORDS(NSString*, setAccessibilityLabel, "named")
-RECORDS(NSString*, setAccessibilityValue, "says")
+DOES(-(void)setToolTip : (NSString*)value, record("tip", value))
+DOES(-(void)setAccessibilityLabel : (NSString*)value, record("named", value))
+DOES(-(void)setAccessibilityValue : (NSString*)value, record("says", value))
 - (NSWindow*)window {
     static NSWindow* one = [[NSWindow alloc] init];
     return world().itemHasWindow ? one : nil;
 }
-ANSWERS(NSRect, bounds, NSMakeRect(0, 0, 30, 24))
-- (NSRect)convertRect:(NSRect)rect toView:(NSView*)view {
-    return view == nil ? NSOffsetRect(rect, 3, 0) : rect;
-}
+GIVES(-(NSRect)bounds, NSMakeRect(0, 0, 30, 24))
+GIVES(-(NSRect)convertRect : (NSRect)rect toView : (NSView*)view, view == nil ? NSOffsetRect(rect, 3, 0) : rect)
 @end
 
 @implementation NSEvent
-ANSWERS(NSEventType, type, world().event.value_or(0))
-ANSWERS(NSEventModifierFlags, modifierFlags, world().modifiers)
+GIVES(-(NSEventType)type, world().event.value_or(0))
+GIVES(-(NSEventModifierFlags)modifierFlags, world().modifiers)
 + (id)addGlobalMonitorForEventsMatchingMask:(NSEventMask)mask handler:(void (^)(NSEvent*))block {
     record("watches", mask);
     monitors.push_back(new Monitor{mask, kept(block)});

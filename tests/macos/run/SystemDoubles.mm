@@ -103,7 +103,7 @@ unsigned char AXIsProcessTrusted() {
 }
 
 @implementation NSBundle (Doubles)
-ANSWERS(NSString*, bundleIdentifier, world().bundle ? string(*world().bundle) : nil)
+GIVES(-(NSString*)bundleIdentifier, world().bundle ? string(*world().bundle) : nil)
 - (id)objectForInfoDictionaryKey:(NSString*)key {
     const QVariant value = world().information.value(text(key));
     return !value.isValid() ? nil : value.typeId() == QMetaType::Int ? (id) @7 : (id)string(value.toString());
@@ -126,10 +126,10 @@ ONE_OF(UNNotificationSound, defaultSound)
 @end
 
 @implementation UNMutableNotificationContent
-RECORDS(NSString*, setTitle, "title")
-RECORDS(NSString*, setBody, "body")
+DOES(-(void)setTitle : (NSString*)value, record("title", value))
+DOES(-(void)setBody : (NSString*)value, record("body", value))
 - (void)setSound:(UNNotificationSound*)sound {
-    tell(sound == [UNNotificationSound defaultSound] ? QStringLiteral("default sound") : QStringLiteral("a sound"));
+    tell(sound == [UNNotificationSound defaultSound] ? "default sound" : "a sound");
 }
 @end
 
@@ -149,7 +149,7 @@ RECORDS(NSString*, setBody, "body")
 @end
 
 @implementation UNNotificationSettings
-ANSWERS(UNAuthorizationStatus, authorizationStatus, static_cast<UNAuthorizationStatus>(world().authorizationStatus))
+GIVES(-(UNAuthorizationStatus)authorizationStatus, static_cast<UNAuthorizationStatus>(world().authorizationStatus))
 @end
 
 @implementation UNUserNotificationCenter
@@ -161,9 +161,7 @@ ANSWERS(UNAuthorizationStatus, authorizationStatus, static_cast<UNAuthorizationS
     static UNUserNotificationCenter* one = [[self alloc] init];
     return one;
 }
-- (void)setDelegate:(id)delegate {
-    centerDelegate = delegate;
-}
+DOES(-(void)setDelegate : (id)delegate, centerDelegate = delegate)
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL, NSError*))handler {
     record("asks for", options);
