@@ -4,6 +4,7 @@ import glob
 import os
 import pathlib
 import platform
+import re
 import shutil
 import subprocess
 import sys
@@ -21,7 +22,6 @@ PACKAGES = {
     "clang-19": "/usr/bin/clang++-19",
     "libblocksruntime-dev": "/usr/include/Block.h",
     "libc++-19-dev": "/usr/lib/llvm-19/include/c++/v1/expected",
-    "libc++abi-19-dev": "/usr/lib/llvm-19/lib/libc++abi.so",
     "libgnustep-base-dev": "/usr/include/GNUstep/Foundation/Foundation.h",
     "libgnustep-gui-dev": "/usr/include/GNUstep/AppKit/AppKit.h",
     "lld-19": "/usr/bin/ld64.lld-19",
@@ -93,6 +93,13 @@ def build_for_the_mac(*targets, folder=TARGET, definitions=()):
         *(f"-DVORNA_MAC_KIT={make_kit()}", "-DCMAKE_PREFIX_PATH=/usr/lib/x86_64-linux-gnu/cmake", *definitions),
     )
     demand("cmake", "--build", folder, "-j2", "--target", *targets)
+
+
+def missing_in(program):
+    """What a program for the Mac needs of our own and does not have."""
+    own = "|".join(["Vorna\\w+", *(file.stem for file in (PROJECT / "src").rglob("*.h"))])
+    needed = demand("llvm-nm-19", "--undefined-only", "--demangle", program).splitlines()
+    return [line.strip() for line in needed if re.search(rf"(?:\b|_)(?:{own})\b", line)]
 
 
 def build_to_run():

@@ -10,6 +10,7 @@ import unittest
 import kit
 
 DEPLOY = kit.PROJECT / "packaging" / "macos" / "Deploy.cmake"
+PROGRAMS = ("MacOS/vorna", "PlugIns/platforms/libqcocoa.dylib")
 OF_THE_SYSTEM = "\\t/usr/lib/libSystem.B.dylib\\n\\t@rpath/QtCore.framework/Versions/A/QtCore\\n"
 
 
@@ -32,26 +33,22 @@ class WithTools(unittest.TestCase):
 
 class Run(WithTools):
     def start(self, *words, runs):
-        script = (kit.PROJECT / "script" / "run").read_text(encoding="utf-8")
         for name in ("script/bootstrap", "script/build", "bin/open", "bin/pkill"):
             self.tool(name)
         self.tool("bin/uname", "Darwin")
         self.tool("bin/pgrep", status=0 if runs else 1)
-        surroundings = {"PATH": f"{self.place}/bin:{os.environ['PATH']}"}
+        script = (kit.PROJECT / "script" / "run").read_text(encoding="utf-8")
         with socket.create_server(("127.0.0.1", 0)) as bridge:
             port = f"BRIDGE_PORT={bridge.getsockname()[1]}"
             self.tool("script/run").write_text(script.replace("BRIDGE_PORT=43105", port), encoding="utf-8")
+            surroundings = {"PATH": f"{self.place}/bin:{os.environ['PATH']}"}
             kit.run(self.place / "script" / "run", *words, env=surroundings, timeout=30)
         return [line.removeprefix("bin/") for line in self.asked() if line.startswith(("bin/open", "bin/pkill"))]
 
     def test_opens_the_bundle_and_ends_it(self):
-        self.assertEqual(
-            self.start("--settings", runs=False),
-            [
-                "open -W -n build/release/vorna.app --args --settings",
-                "pkill -xf build/release/vorna.app/Contents/MacOS/vorna.*",
-            ],
-        )
+        opens = "open -W -n build/release/vorna.app --args --settings"
+        ends = "pkill -xf build/release/vorna.app/Contents/MacOS/vorna.*"
+        self.assertEqual(self.start("--settings", runs=False), [opens, ends])
 
     def test_comes_back_to_the_one_that_runs(self):
         self.assertEqual(self.start(runs=True), ["open build/release/vorna.app"])
@@ -60,9 +57,9 @@ class Run(WithTools):
 class Image(WithTools):
     def setUp(self):
         super().setUp()
-        for file in ("vorna.app/Contents/MacOS/vorna", "vorna.app/Contents/PlugIns/platforms/libqcocoa.dylib"):
-            (self.place / file).parent.mkdir(parents=True)
-            (self.place / file).touch()
+        for file in (self.place / "vorna.app" / "Contents" / file for file in PROGRAMS):
+            file.parent.mkdir(parents=True)
+            file.touch()
         for folder in ("prefix/lib", "prefix/opt/qtbase/lib", "prefix/opt/qtsvg/lib", "prefix/opt/other/lib"):
             (self.place / folder).mkdir(parents=True)
 
@@ -79,16 +76,11 @@ class Image(WithTools):
         done, said, asked = self.deploy()
         self.assertTrue(done, said)
         libraries = [f"-libpath=prefix/{name}" for name in ("lib", "opt/qtbase/lib", "opt/qtsvg/lib")]
+        signs = ["codesign --force --sign somebody --deep vorna.app", "codesign --verify --deep --strict vorna.app"]
         self.assertEqual(asked[0].split()[:4], ["macdeployqt", "vorna.app", "-verbose=1", "-no-codesign"])
         self.assertEqual(sorted(asked[0].split()[4:]), libraries)
-        self.assertEqual(
-            sorted(asked[1:3]),
-            ["otool -L vorna.app/Contents/MacOS/vorna", "otool -L vorna.app/Contents/PlugIns/platforms/libqcocoa.dylib"],
-        )
-        self.assertEqual(
-            asked[3:],
-            ["codesign --force --sign somebody --deep vorna.app", "codesign --verify --deep --strict vorna.app"],
-        )
+        self.assertEqual(sorted(asked[1:3]), [f"otool -L vorna.app/Contents/{file}" for file in PROGRAMS])
+        self.assertEqual(asked[3:], signs)
 
     def test_fails_where_a_library_was_not_found(self):
         done, said, _ = self.deploy(macdeployqt="ERROR: Cannot resolve rpath @rpath/QtPdf\\n")

@@ -2,7 +2,6 @@
 address and undefined-behaviour sanitizers; and plants a handful of mistakes in them, which that or the compiler for the
 target must notice. `script/mutate platform/macos` plants all."""
 
-import itertools
 import unittest
 
 import kit
@@ -33,7 +32,6 @@ class Mistakes(unittest.TestCase):
         nothing = mutate.Mistake(mutate.MAC / "ChildDescriptors.cpp", "namespace ChildD", "namespace  ChildD", "")
         planted = [*(first[name] for name in HANDFUL), nothing]
         self.assertEqual(mutants.Planter().plant(planted), ([nothing], []))
-        self.assertTrue(all(noticed for _, noticed in itertools.islice(mutants.link_mistakes(), 2)))
 
 
 if __name__ == "__main__":

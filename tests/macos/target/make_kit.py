@@ -2,59 +2,22 @@
 for finding out whether a source compiles and links, and for nothing else.
 
 `sysroot` gets C headers: musl's, cut down to the names that macOS has, with the integer types of macOS, and with the few
-headers and declarations added that only macOS has. `stubs` gets libraries: what Qt, QCoro and the C++ library export is
-read from this machine's own builds of them, whose names are made by the same rules; what the system's frameworks export,
-from the headers that stand for theirs.
+headers and declarations added that only macOS has. `stubs` gets empty libraries.
 """
 
 import pathlib
 import re
 import shutil
-import subprocess
 import sys
 
 MUSL = next(pathlib.Path("/usr/include").glob("*-linux-musl"), None)
-MUSL_LIBC = next(pathlib.Path("/usr/lib").glob("*-linux-musl/libc.so"), None)
-LIBRARIES = pathlib.Path("/usr/lib/x86_64-linux-gnu")
-CXX = pathlib.Path("/usr/lib/llvm-19/lib")
-GNUSTEP = pathlib.Path("/usr/include/GNUstep")
-DECLARED = pathlib.Path(__file__).resolve().parents[1] / "headers"
 
-# Stubs in the place of imported targets: Qt6::Core becomes libQt6Core.tbd.
-PACKAGES = ["Qt6Core", "Qt6Gui", "Qt6Widgets", "Qt6Network", "QCoro6Core"]
-
-SYSTEM = """
-    dyld_stub_binder __Block_copy __Block_release __Block_object_assign __Block_object_dispose __NSConcreteStackBlock
-    __NSConcreteGlobalBlock __Unwind_Resume __tlv_bootstrap ___stack_chk_fail ___stack_chk_guard _bzero ___memcpy_chk
-    ___maskrune __DefaultRuneLocale _memset_pattern16 _dispatch_async _dispatch_get_main_queue __dispatch_main_q
-    _posix_spawn_file_actions_addinherit_np ___cxa_atexit ___error _malloc_zone_pressure_relief
+# What is linked against; it exports nothing, since the linker leaves open whatever is not ours.
+LIBRARIES = """
+    AppKit.framework/AppKit ApplicationServices.framework/ApplicationServices CoreText.framework/CoreText
+    Foundation.framework/Foundation UserNotifications.framework/UserNotifications libQt libSystem libc++
 """.split()
-
-OBJECTIVE_C = [
-    "_objc_" + name
-    for name in """
-    alloc alloc_init allocWithZone autorelease autoreleasePoolPop autoreleasePoolPush autoreleaseReturnValue begin_catch
-    claimAutoreleasedReturnValue copyWeak destroyWeak end_catch enumerationMutation exception_throw getClass getProperty
-    initWeak loadWeakRetained msgSend msgSendSuper2 opt_class opt_isKindOfClass opt_new opt_respondsToSelector opt_self
-    release retain retainAutorelease retainAutoreleaseReturnValue retainAutoreleasedReturnValue retainBlock
-    setProperty_nonatomic_copy storeStrong storeWeak unsafeClaimAutoreleasedReturnValue
-""".split()
-    + [f"{action}_x{register}" for action in ("retain", "release") for register in range(29)]
-] + ["__objc_empty_cache", "___objc_personality_v0", "_objc_ehtype_vtable"]
-
-# The C++ library waits on 64 bits there.
-CXX_ELSEWHERE = {"__ZNSt3__120__libcpp_atomic_waitEPVKvx"}
-
-# Framework: the folders of headers that stand for its own here. Whatever they declare it exports.
-FRAMEWORKS = {
-    "CoreFoundation": [],
-    "Foundation": [GNUSTEP / "Foundation"],
-    "AppKit": [GNUSTEP / "AppKit", DECLARED / "AppKit"],
-    "UserNotifications": [DECLARED / "UserNotifications"],
-    "ApplicationServices": [DECLARED / "ApplicationServices"],
-    "CoreText": [DECLARED / "CoreText"],
-}
-EVERYWHERE = {"___CFConstantStringClassReference", "__NSRangeExceptionRaise"}
+STUB = "--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos ]\ninstall-name: '/{}'\n...\n"
 
 # What macOS has of musl's headers. Whatever is not named here cannot be included.
 HEADERS = """
@@ -150,16 +113,6 @@ extern "C" _RuneLocale _DefaultRuneLocale;
 #include <wctype.h>
 #define MB_CUR_MAX_L(locale) 4
 extern "C" {
-wint_t btowc_l(int, locale_t);
-int wctob_l(wint_t, locale_t);
-size_t wcsnrtombs_l(char*, const wchar_t**, size_t, size_t, mbstate_t*, locale_t);
-size_t wcrtomb_l(char*, wchar_t, mbstate_t*, locale_t);
-size_t mbsnrtowcs_l(wchar_t*, const char**, size_t, size_t, mbstate_t*, locale_t);
-size_t mbrtowc_l(wchar_t*, const char*, size_t, mbstate_t*, locale_t);
-int mbtowc_l(wchar_t*, const char*, size_t, locale_t);
-size_t mbrlen_l(const char*, size_t, mbstate_t*, locale_t);
-size_t mbsrtowcs_l(wchar_t*, const char**, size_t, mbstate_t*, locale_t);
-lconv* localeconv_l(locale_t);
 int snprintf_l(char*, size_t, locale_t, const char*, ...);
 int asprintf_l(char**, locale_t, const char*, ...);
 int sscanf_l(const char*, locale_t, const char*, ...);
@@ -180,7 +133,7 @@ def with_types_of_macos(text):
     return text
 
 
-def write_header(folder, name, text):
+def write(folder, name, text):
     file = folder / name
     file.parent.mkdir(parents=True, exist_ok=True)
     file.write_text(text.replace("<endian.h>", "<machine/endian.h>"), encoding="utf-8")
@@ -189,57 +142,14 @@ def write_header(folder, name, text):
 def make_sysroot(folder):
     shutil.rmtree(folder, ignore_errors=True)
     for name in [f"{header}.h" for header in HEADERS]:
-        write_header(folder, name, (MUSL / name).read_text(encoding="utf-8"))
+        write(folder, name, (MUSL / name).read_text(encoding="utf-8"))
     for file in (MUSL / "bits").iterdir():
-        write_header(folder, f"bits/{file.name}", with_types_of_macos(file.read_text(encoding="utf-8")))
+        write(folder, f"bits/{file.name}", with_types_of_macos(file.read_text(encoding="utf-8")))
     for name, text in ADDED.items():
-        write_header(folder, name, (MUSL / "endian.h").read_text(encoding="utf-8") if text is None else "#pragma once\n" + text)
-
-
-def declared_in(folders):
-    """The constants and functions, and the classes."""
-    text = "\n".join(file.read_text("utf-8", "replace") for folder in folders for file in sorted(folder.glob("*.h")))
-    names = {"_" + name for name in re.findall(r"\bk?[A-Z]{2}\w+", text)}
-    return names, set(re.findall(r"^@interface (?:GS_GENERIC_CLASS\()?(\w+)[^:\n]*:", text, re.MULTILINE))
-
-
-def exports_of(*libraries):
-    """What the given shared libraries define, with the underscore that every name has on macOS."""
-    names = set()
-    for library in libraries:
-        answer = subprocess.run(["nm", "-D", "--defined-only", library], capture_output=True, text=True, check=True)
-        names |= {"_" + line.split()[2].split("@")[0] for line in answer.stdout.splitlines() if len(line.split()) == 3}
-    # A mark of this machine's C++ library, in the name of each function that returns one of its strings.
-    return {name.replace("B5cxx11", "") for name in names}
-
-
-def write_stub(file, install_name, symbols, classes=()):
-    file.parent.mkdir(parents=True, exist_ok=True)
-    exports = [
-        f"    {kind}: [ {', '.join(repr(name) for name in sorted(names))} ]\n"
-        for kind, names in (("symbols", symbols), ("objc-classes", classes))
-        if names
-    ]
-    file.write_text(
-        "--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos ]\n"
-        f"install-name: '{install_name}'\nexports:\n  - targets: [ arm64-macos ]\n{''.join(exports)}...\n",
-        encoding="utf-8",
-    )
-
-
-def make_stubs(folder):
-    for name in PACKAGES:
-        write_stub(folder / f"lib{name}.tbd", f"@rpath/lib{name}.dylib", exports_of(LIBRARIES / f"lib{name}.so"))
-    cxx = exports_of(CXX / "libc++.so.1", CXX / "libc++abi.so.1") | CXX_ELSEWHERE
-    write_stub(folder / "libc++.tbd", "/usr/lib/libc++.1.dylib", cxx)
-    write_stub(folder / "libSystem.tbd", "/usr/lib/libSystem.B.dylib", exports_of(MUSL_LIBC) | set(SYSTEM))
-    write_stub(folder / "libobjc.tbd", "/usr/lib/libobjc.A.dylib", OBJECTIVE_C, ["NSObject"])
-    for name, folders in FRAMEWORKS.items():
-        path = f"{name}.framework/Versions/A/{name}"
-        symbols, classes = declared_in(folders) if folders else (EVERYWHERE, [])
-        write_stub(folder / f"{name}.framework/{name}.tbd", f"/System/Library/Frameworks/{path}", symbols, classes)
+        write(folder, name, (MUSL / "endian.h").read_text(encoding="utf-8") if text is None else "#pragma once\n" + text)
 
 
 if __name__ == "__main__":
     make_sysroot(pathlib.Path(sys.argv[1]) / "sysroot")
-    make_stubs(pathlib.Path(sys.argv[1]) / "stubs")
+    for library in LIBRARIES:
+        write(pathlib.Path(sys.argv[1]) / "stubs", f"{library}.tbd", STUB.format(library))

@@ -1,6 +1,5 @@
 # Compiles and links for macOS 14 on arm64, against headers and stubs that stand in for the system. What comes out was
-# checked by compiler and linker; it cannot run anywhere. VORNA_MAC_KIT is the folder that make_sysroot.py and
-# make_stubs.py wrote to.
+# checked by compiler and linker; it cannot run anywhere. VORNA_MAC_KIT is the folder that make_kit.py wrote to.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR arm64)
 set(CMAKE_OSX_ARCHITECTURES arm64)
@@ -29,7 +28,7 @@ set(CMAKE_RANLIB /usr/bin/llvm-ranlib-19)
 set(CMAKE_INSTALL_NAME_TOOL /bin/true)
 set(STUBS "${VORNA_MAC_KIT}/stubs")
 string(CONCAT CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld --ld-path=/usr/bin/ld64.lld-19 -nostdlib -L${STUBS} -F${STUBS}"
-    " -lSystem -lc++ -lobjc -framework CoreFoundation")
+    " -lSystem -Wl,-undefined,dynamic_lookup")
 
 # Tools of the Mac that the bundle is finished with; the first keeps a list of what it was asked.
 set(VORNA_CODESIGN "${VORNA_MAC_KIT}/codesign" CACHE FILEPATH "")
