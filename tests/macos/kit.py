@@ -31,18 +31,17 @@ PACKAGES = {
 }
 
 
-def skip(reason):
+def skip_if(is_missing, reason):
     """Skips the tests of a module. To be called in setUpModule()."""
-    print(f"SKIPPED: {reason}", flush=True)
-    raise unittest.SkipTest(reason)
+    if is_missing:
+        print(f"SKIPPED: {reason}", flush=True)
+        raise unittest.SkipTest(reason)
 
 
 def need_packages():
-    """Skips the tests of a module where a package is missing. To be called in setUpModule()."""
-    if platform.machine() != "x86_64":
-        skip("made for x86-64 only")
-    if missing := [name for name, file in PACKAGES.items() if not glob.glob(file)]:
-        skip("not installed: " + ", ".join(missing))
+    skip_if(platform.machine() != "x86_64", "made for x86-64 only")
+    missing = [name for name, file in PACKAGES.items() if not glob.glob(file)]
+    skip_if(missing, "not installed: " + ", ".join(missing))
 
 
 def run(*command, **options):
@@ -70,16 +69,12 @@ def make_kit():
         (kit / "codesign").chmod(0o755)
         (kit / "packages" / "nlohmann").unlink(missing_ok=True)
         (kit / "packages" / "nlohmann").symlink_to("/usr/include/nlohmann")
-        copy_qcoro(kit / "qcoro")
+        # With the one include that a release before 0.11 lacks for the Mac's C++ library.
+        shutil.copytree("/usr/include/qcoro6", kit / "qcoro", dirs_exist_ok=True)
+        task = kit / "qcoro" / "qcoro" / "qcorotask.h"
+        task.write_text("#include <exception>\n" + task.read_text(encoding="utf-8"), encoding="utf-8")
         stamp.touch()
     return kit
-
-
-def copy_qcoro(folder):
-    """This machine's QCoro, with the one include that a release before 0.11 lacks for the Mac's C++ library."""
-    shutil.copytree("/usr/include/qcoro6", folder, dirs_exist_ok=True)
-    task = folder / "qcoro" / "qcorotask.h"
-    task.write_text(task.read_text(encoding="utf-8").replace("#pragma once", "#pragma once\n#include <exception>", 1))
 
 
 def build_for_the_mac(*targets, folder=TARGET, definitions=()):
@@ -106,3 +101,11 @@ def build_to_run():
     """Builds what runs the Mac's files here."""
     demand("cmake", "-S", HERE / "run", "-B", RUN, "-G", "Ninja")
     demand("cmake", "--build", RUN, "-j2")
+
+
+def passes(program, home, seconds=60):
+    """Whether what runs here succeeds, and what it said. The home is for GNUstep's file of user defaults; what the
+    stand-ins are told they keep for ever."""
+    surroundings = {"QT_QPA_PLATFORM": "offscreen", "LC_ALL": "C.UTF-8", "PATH": "/usr/bin:/bin", "HOME": str(home)}
+    surroundings |= {"ASAN_OPTIONS": "detect_leaks=0:handle_segv=0", "QTEST_DISABLE_STACK_DUMP": "1"}
+    return run("timeout", seconds, program, cwd=home, env=surroundings)

@@ -1,11 +1,9 @@
 """Plants mistakes in the Mac's files, one at a time, and counts how many of them the checks notice: the compiler for the
-target, or what runs here. `mutants.py` plants all; nothing in the tree is changed.
-They are in the table tests/mutations/platform/macos.mistakes."""
+target, or what runs here. Nothing in the tree is changed. The table is tests/mutations/platform/macos.mistakes."""
 
 import concurrent.futures
 import functools
 import pathlib
-import re
 import shlex
 import sys
 import tempfile
@@ -14,13 +12,6 @@ import kit
 
 sys.path.append(str(kit.PROJECT / "tests" / "mutations"))
 import mutate  # noqa: E402
-
-SURROUNDINGS = {
-    "QT_QPA_PLATFORM": "offscreen",
-    "LC_ALL": "C.UTF-8",
-    "ASAN_OPTIONS": "detect_leaks=0:handle_segv=0",
-    "QTEST_DISABLE_STACK_DUMP": "1",
-}
 
 
 def all_mistakes():
@@ -68,8 +59,7 @@ class Planter(mutate.Planter):
                 return "the compiler"
             if not program.result():
                 raise mutate.TableError(f"{mistake}: only this machine's compiler refuses it")
-            surroundings = {**SURROUNDINGS, "HOME": place, "PATH": "/usr/bin:/bin"}
-            return None if kit.run("timeout", "20", program.result(), cwd=place, env=surroundings)[0] else "TestMac"
+            return None if kit.passes(program.result(), place, seconds=20)[0] else "TestMac"
 
     def program_with(self, planted, source):
         """What runs here with the planted file; nothing where that does not compile."""

@@ -101,7 +101,3 @@ class Image(WithTools):
 
     def test_fails_where_it_cannot_be_signed(self):
         self.assertFalse(self.deploy(codesign=1)[0])
-
-
-if __name__ == "__main__":
-    unittest.main()

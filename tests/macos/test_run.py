@@ -18,7 +18,8 @@ def setUpModule():
 class Run(unittest.TestCase):
     def test_every_capability_does_what_its_header_says(self):
         kit.build_to_run()
-        said = kit.demand("ctest", "--test-dir", kit.RUN, "--output-on-failure", "--verbose")
+        passed, said = kit.passes(kit.RUN / "TestMac", kit.RUN)
+        self.assertTrue(passed, said[-6000:])
         print(next(line for line in said.splitlines() if "Totals:" in line))
 
 
@@ -32,7 +33,3 @@ class Mistakes(unittest.TestCase):
         nothing = mutate.Mistake(mutate.MAC / "ChildDescriptors.cpp", "namespace ChildD", "namespace  ChildD", "")
         planted = [*(first[name] for name in HANDFUL), nothing]
         self.assertEqual(mutants.Planter().plant(planted), ([nothing], []))
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -1,9 +1,7 @@
 """Holds what src/platform/macos sends and names, and what tests/macos/headers declares, against declarations of the Mac's
 whole SDK, which were made by machine and which script/bootstrap fetches where npm is. It sees a mistake that was made in
-a file and in our headers alike, which no compiler sees here.
-
-They say which classes, selectors, functions and constants there are, and the values of enumerators. They say nothing of
-nullability, of the widths of integers, or of the release that a name came with."""
+a file and in our headers alike, which no compiler sees here. They do not know nullability, the widths of integers, or the
+release that a name came with."""
 
 import collections
 import concurrent.futures
@@ -159,8 +157,7 @@ def wrong_values(values, words, folder):
 
 def setUpModule():
     kit.need_packages()
-    if not TYPES.is_dir():
-        kit.skip("the SDK's declarations were not fetched: script/bootstrap does it where npm is")
+    kit.skip_if(not TYPES.is_dir(), "the SDK's declarations were not fetched: script/bootstrap does it where npm is")
 
 
 class RealSdk(unittest.TestCase):
@@ -208,7 +205,3 @@ class RealSdk(unittest.TestCase):
             sent = sent_by([*words, str(source)], kit.TARGET)
         for found in (sent, set(declared_in(header))):
             self.assertEqual(self.sdk.unknown(found), ["-[NSImage setIsTemplate:]"])
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -80,7 +80,3 @@ class Bundle(unittest.TestCase):
             pictures[kind] = struct.unpack(">II", icon[position + 24 : position + 32])
             position += size
         self.assertEqual(pictures, {kind: (side, side) for kind, side in SIZES.items()})
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -50,8 +50,6 @@ Block kept(Block block) {
     return reinterpret_cast<Block>(_Block_copy(reinterpret_cast<const void*>(block)));
 }
 
-/// Each file of stand-ins forgets its own.
-void forgetItem();
 void forgetPrograms();
 
 }

@@ -72,10 +72,6 @@ const Area& systemArea() {
             {u"number"_s, [](auto&) { world().information[u"CFBundleVersion"_s] = 7; }},
             {u"versions"_s,
              [](auto&) { tell(AppInfo::shortVersion().value_or(u"-"_s) + u' ' + AppInfo::build().value_or(u"-"_s)); }},
-            {u"machine"_s,
-             [](auto&) {
-                 tell(AppInfo::name() + u", "_s + AppInfo::architecture() + u", "_s + AppInfo::requirement());
-             }},
             {u"keep"_s, keepText},
             {u"keep-nought"_s, [](auto&) { keepText(u"a\0b"_s); }},
             {u"truth"_s, [](auto& value) { UserDefaults::standard()->setBoolean(manual, value == u"yes"_s); }},
@@ -102,7 +98,6 @@ const Area& systemArea() {
         {
             {"version and build are those of the bundle", "version 1.2.3; build 45; versions", "1.2.3 45"},
             {"what the bundle does not say, or not as a text, is absent", "number; versions", "- -"},
-            {"it says what it runs on", "machine", "vorna for Mac, arm64 · Apple Silicon, Apple Silicon only. "},
             {"texts are kept under their key, unit by unit", "keep dusk; keep ; keep Grüße 😀; keep-nought",
              "true; true; true; true; true; true; true; true"},
             {"truths are kept under their key", "truth yes; read; stored; truth no; read; stored; truth yes; read",

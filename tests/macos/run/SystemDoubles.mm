@@ -62,7 +62,6 @@ void Doubles::reset() {
     world() = {};
     (void)told();
     heldAnswers.clear();
-    forgetItem();
     forgetPrograms();
 }
 

@@ -15,20 +15,15 @@ MUSL = next(pathlib.Path("/usr/include").glob("*-linux-musl"), None)
 # What is linked against; it exports nothing, since the linker leaves open whatever is not ours.
 LIBRARIES = """
     AppKit.framework/AppKit ApplicationServices.framework/ApplicationServices CoreText.framework/CoreText
-    Foundation.framework/Foundation UserNotifications.framework/UserNotifications libQt libSystem libc++
+    Foundation.framework/Foundation UserNotifications.framework/UserNotifications libQt libSystem
 """.split()
 STUB = "--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos ]\ninstall-name: '/{}'\n...\n"
 
-# What macOS has of musl's headers. Whatever is not named here cannot be included.
+# What is needed of musl's headers, all of which macOS has. Whatever is not named here cannot be included.
 HEADERS = """
-    aio alloca assert complex cpio ctype dirent dlfcn err errno fcntl features fenv float fnmatch fts ftw getopt glob grp
-    iconv ifaddrs inttypes iso646 langinfo libgen limits locale math memory monetary netdb nl_types paths poll pthread
-    pwd regex sched search semaphore setjmp signal spawn stdarg stdbool stddef stdint stdio stdlib string strings syslog
-    tar termios tgmath time ucontext ulimit unistd utime utmpx wchar wctype wordexp
-    arpa/inet net/if netinet/in netinet/tcp
-    sys/fcntl sys/file sys/ioctl sys/ipc sys/mman sys/msg sys/param sys/poll sys/resource sys/select sys/sem sys/shm
-    sys/signal sys/socket sys/stat sys/statvfs sys/time sys/times sys/ttydefaults sys/types sys/ucontext sys/uio sys/un
-    sys/utsname sys/wait
+    alloca assert ctype dirent errno fcntl features float inttypes limits locale math nl_types poll pthread pwd sched
+    setjmp signal spawn stdarg stdbool stddef stdint stdio stdlib string strings time unistd wchar wctype
+    sys/ioctl sys/param sys/resource sys/select sys/socket sys/stat sys/time sys/types sys/un sys/wait
 """.split()
 
 # Where a type of musl's for this machine is another one on macOS.
@@ -44,14 +39,11 @@ TYPES = {
     "fsfilcnt_t": "unsigned int",
 }
 
+RELEASES = [(10, 12), (10, 13), (10, 14), (10, 15), (11, 0), (12, 0), (13, 0), (14, 0)]
 PRESENT = ["OS_MAC", "OS_OSX", "CPU_ARM64", "RT_64_BIT", "RT_LITTLE_ENDIAN"]
 
 ADDED = {
     "machine/endian.h": None,  # musl's <endian.h>, under the name that it has on macOS
-    "sys/cdefs.h": """
-#define __BEGIN_DECLS extern "C" {
-#define __END_DECLS }
-""",
     "TargetConditionals.h": "\n".join(
         f"#define TARGET_{name} {int(name in PRESENT)}"
         for name in [*PRESENT, *"OS_IPHONE OS_IOS OS_TV OS_WATCH OS_VISION OS_MACCATALYST OS_SIMULATOR OS_EMBEDDED".split()]
@@ -64,43 +56,26 @@ ADDED = {
 #include <AvailabilityMacros.h>
 #define __MAC_OS_X_VERSION_MIN_REQUIRED MAC_OS_X_VERSION_MIN_REQUIRED
 #define __MAC_OS_X_VERSION_MAX_ALLOWED MAC_OS_X_VERSION_MAX_ALLOWED
-#define __MAC_10_12 101200
-#define __MAC_10_13 101300
-#define __MAC_10_14 101400
-#define __MAC_10_15 101500
-#define __MAC_11_0 110000
-#define __MAC_12_0 120000
-#define __MAC_13_0 130000
-#define __MAC_14_0 140000
 #define __OSX_AVAILABLE_STARTING(...)
 #define API_AVAILABLE(...)
 #define API_DEPRECATED(...)
 #define API_UNAVAILABLE(...)
-""",
+"""
+    + "".join(f"#define __MAC_{major}_{minor} {major}{minor:02}00\n" for major, minor in RELEASES),
     "Block.h": """
 extern "C" void* _Block_copy(const void*);
 extern "C" void _Block_release(const void*);
 """,
     # Classes of characters, and the locale functions with an explicit locale, as the BSDs have them.
     "runetype.h": """
-#define _CTYPE_A 0x100L
-#define _CTYPE_C 0x200L
-#define _CTYPE_D 0x400L
-#define _CTYPE_G 0x800L
-#define _CTYPE_L 0x1000L
-#define _CTYPE_P 0x2000L
-#define _CTYPE_S 0x4000L
-#define _CTYPE_U 0x8000L
-#define _CTYPE_X 0x10000L
-#define _CTYPE_B 0x20000L
-#define _CTYPE_R 0x40000L
 typedef unsigned int __uint32_t;
 typedef int __darwin_ct_rune_t;
 struct _RuneLocale {
     __uint32_t __runetype[256];
 };
 extern "C" _RuneLocale _DefaultRuneLocale;
-""",
+"""
+    + "".join(f"#define _CTYPE_{kind} {0x100 << place}L\n" for place, kind in enumerate("ACDGLPSUXBR")),
     "xlocale.h": """
 #include <ctype.h>
 #include <locale.h>

@@ -57,7 +57,6 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
 @interface UNUserNotificationCenter : NSObject
 @property(assign) id<UNUserNotificationCenterDelegate> delegate;
 + (UNUserNotificationCenter*)currentNotificationCenter;
-- (instancetype)init NS_UNAVAILABLE;
 - (void)requestAuthorizationWithOptions:(UNAuthorizationOptions)options
                       completionHandler:(void (^)(BOOL granted, NSError* error))completionHandler;
 - (void)getNotificationSettingsWithCompletionHandler:(void (^)(UNNotificationSettings* settings))completionHandler;
