@@ -1,5 +1,5 @@
-"""Compiles every source for the Mac with another compiler, another Qt or another QCoro than test_target does, and without
-headers that are read once for many files. Run by hand; docs/macos.md says with what it was."""
+"""Compiles every source for the Mac with another compiler, another Qt or another QCoro than test_target does, and
+without headers that are read once for many files. Run by hand; docs/macos.md says with what it was."""
 
 import argparse
 

@@ -1,5 +1,5 @@
-"""Plants mistakes in the Mac's files, one at a time, and counts how many of them the checks notice: the compiler for the
-target, or what runs here. Nothing in the tree is changed. The table is tests/mutations/platform/macos.mistakes."""
+"""Plants mistakes in the Mac's files, one at a time, and counts how many of them the checks notice: the compiler for
+the target, or what runs here. Nothing in the tree is changed. The table is tests/mutations/platform/macos.mistakes."""
 
 import concurrent.futures
 import functools

@@ -1,7 +1,7 @@
-"""Holds what src/platform/macos sends and names, and what tests/macos/headers declares, against declarations of the Mac's
-whole SDK, which were made by machine and which script/bootstrap fetches where npm is. It sees a mistake that was made in
-a file and in our headers alike, which no compiler sees here. They do not know nullability, the widths of integers, or the
-release that a name came with."""
+"""Holds what src/platform/macos sends and names, and what tests/macos/headers declares, against declarations of the
+Mac's whole SDK, which were made by machine and which script/bootstrap fetches where npm is. It sees a mistake that was
+made in a file and in our headers alike, which no compiler sees here. They do not know nullability, the widths of
+integers, or the release that a name came with."""
 
 import collections
 import concurrent.futures
@@ -21,8 +21,8 @@ NAME = re.compile(r"\b(?:NS|UN|AE|AX|CT|kAE|kCore|kCT)[A-Z][A-Za-z]\w+\b")
 OF_EVERY_CLASS = {"alloc", "init", "class"}
 # Inline functions, macros and other names of a type, which the declarations leave out.
 UNLISTED = set("""
-    NSMakeRect NSMakeRange NSMaxX NSMaxY NSMinX NSMinY NSMidX NSMidY NSWidth NSHeight NSPointInRect NSRect NSPoint NSSize
-    NSUInteger NSInteger NSFontWeight NSStringFromRect NSZeroRect AEEventClass AEEventID
+    NSMakeRect NSMakeRange NSMaxX NSMaxY NSMinX NSMinY NSMidX NSMidY NSWidth NSHeight NSPointInRect NSRect NSPoint
+    NSSize NSUInteger NSInteger NSFontWeight NSStringFromRect NSZeroRect AEEventClass AEEventID
 """.split())
 
 
@@ -76,7 +76,8 @@ class Sdk:
 
     def values_of(self, names):
         """Of each enumerator of one value."""
-        return {name: min(self.values[name]) for name in names if name not in self.members and len(self.values[name]) == 1}
+        known = [name for name in names if name not in self.members and len(self.values[name]) == 1]
+        return {name: min(self.values[name]) for name in known}
 
     def unknown(self, uses):
         return sorted(

@@ -1,5 +1,5 @@
-"""Compiles the whole companion for arm64-apple-macos14, Objective-C++ with ARC, warnings as errors; links its bundle, and
-looks into it. Nothing of it runs."""
+"""Compiles the whole companion for arm64-apple-macos14, Objective-C++ with ARC, warnings as errors; links its bundle,
+and looks into it. Nothing of it runs."""
 
 import pathlib
 import plistlib

@@ -90,8 +90,9 @@ const Area& statusItemArea() {
              "pointer 200 300; anchor; window 3000 676; anchor; window 2000 2216; anchor; window 500.4 776; anchor",
              "QRect(503,0 30x24); QRect(3003,100 30x24); QRect(2003,-1440 30x24); QRect(503,0 30x24)"},
             {"the anchor is where the click was, as long as it is handled",
-             "anchors; choose Show panel; pointer 200 0; left; right; anchor",
-             "clicked; QRect(185,0 30x24); menu opens; panel chosen; QRect(185,0 30x24); QRect(503,0 30x24)"},
+             "anchors; choose Show panel; pointer 200 0; left; anchor; right; anchor",
+             "clicked; QRect(185,0 30x24); QRect(503,0 30x24); "
+             "menu opens; panel chosen; QRect(185,0 30x24); QRect(503,0 30x24)"},
             {"the anchor is the pointer where the item has no place", "pointer 123 45; windowless; anchor",
              "QRect(123,45 0x0)"},
             {"presses elsewhere are watched, once, while the panel is open",

@@ -1,8 +1,8 @@
 """Makes what stands in for the Mac's system where it is compiled and linked for without one: `make_kit.py FOLDER`, good
 for finding out whether a source compiles and links, and for nothing else.
 
-`sysroot` gets C headers: musl's, cut down to the names that macOS has, with the integer types of macOS, and with the few
-headers and declarations added that only macOS has. `stubs` gets empty libraries.
+`sysroot` gets C headers: musl's, cut down to the names that macOS has, with the integer types of macOS, and with the
+few headers and declarations added that only macOS has. `stubs` gets empty libraries.
 """
 
 import pathlib
@@ -40,13 +40,14 @@ TYPES = {
 }
 
 RELEASES = [(10, 12), (10, 13), (10, 14), (10, 15), (11, 0), (12, 0), (13, 0), (14, 0)]
+ABSENT = "OS_IPHONE OS_IOS OS_TV OS_WATCH OS_VISION OS_MACCATALYST OS_SIMULATOR OS_EMBEDDED".split()
 PRESENT = ["OS_MAC", "OS_OSX", "CPU_ARM64", "RT_64_BIT", "RT_LITTLE_ENDIAN"]
 
 ADDED = {
     "machine/endian.h": None,  # musl's <endian.h>, under the name that it has on macOS
     "TargetConditionals.h": "\n".join(
         f"#define TARGET_{name} {int(name in PRESENT)}"
-        for name in [*PRESENT, *"OS_IPHONE OS_IOS OS_TV OS_WATCH OS_VISION OS_MACCATALYST OS_SIMULATOR OS_EMBEDDED".split()]
+        for name in [*PRESENT, *ABSENT]
     ),
     "AvailabilityMacros.h": """
 #define MAC_OS_X_VERSION_MIN_REQUIRED __ENVIRONMENT_MAC_OS_X_VERSION_MIN_REQUIRED__
@@ -121,7 +122,8 @@ def make_sysroot(folder):
     for file in (MUSL / "bits").iterdir():
         write(folder, f"bits/{file.name}", with_types_of_macos(file.read_text(encoding="utf-8")))
     for name, text in ADDED.items():
-        write(folder, name, (MUSL / "endian.h").read_text(encoding="utf-8") if text is None else "#pragma once\n" + text)
+        endian = (MUSL / "endian.h").read_text(encoding="utf-8")
+        write(folder, name, endian if text is None else "#pragma once\n" + text)
 
 
 if __name__ == "__main__":
