@@ -47,14 +47,8 @@ def skip_unless_possible(programs=PROGRAMS):
             raise unittest.SkipTest(f"a bridge runs on port {BRIDGE_PORT} already")
 
 
-def connections(pid, kind):
-    """A process's sockets, which older psutil calls otherwise."""
-    process = psutil.Process(pid)
-    return (getattr(process, "net_connections", None) or process.connections)(kind)
-
-
 class Bridge:
-    """A healthy bridge that answers with one snapshot, `changes` included, and remembers what it was asked, with the time."""
+    """A healthy bridge that answers with one snapshot, `changes` included, and remembers what it was asked when."""
 
     def __init__(self, changes={}):
         self.requests = []
@@ -163,7 +157,7 @@ class DesktopTest(unittest.TestCase):
         self.reader.wait_for_window(PANEL)
 
     def click_until_open(self, click, find):
-        """Opens the panel; a click that comes too soon after a closing is one with the click before, or closes with it."""
+        """Opens the panel; a click too soon after a closing is one with the click before, or closes with it."""
         def opens():
             click()
             with contextlib.suppress(desktop.Failure):
@@ -206,7 +200,6 @@ class DesktopTest(unittest.TestCase):
         self.assertEqual(stand_in.calls(), expected)
 
     def children(self):
-        """The companion's child processes."""
         return psutil.Process(self.companion.pid).children()
 
 

@@ -1,11 +1,5 @@
 """Reads and presses what a process shows, the way a screen reader does: over the accessibility bus alone.
 
-    desk.start_accessibility()
-    companion = desk.start(["build/dev/vorna-companion"])
-    reader = ScreenReader(desk, companion.pid)
-    reader.wait_for_text("offline")
-    reader.press("Refresh")
-
 It remembers nothing, so what it says is what the process says now. Roles are told by their numbers, since their names
 differ from release to release.
 """
@@ -131,8 +125,8 @@ class ScreenReader:
 
     def places(self, elements):
         """Where each of some elements is on the screen: (x, y, width, height)."""
-        return session_bus.call_all(self._bus, [(*element.address, COMPONENT + ".GetExtents", "(u)", DESKTOP_COORDINATES)
-                                                for element in elements])
+        return session_bus.call_all(self._bus, [(*one.address, COMPONENT + ".GetExtents", "(u)", DESKTOP_COORDINATES)
+                                                for one in elements])
 
     def place(self, name, window=None):
         """Where the first element of that name is."""

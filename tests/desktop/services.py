@@ -36,8 +36,8 @@ def free_port():
 
 
 def start_caddy(desk, sites):
-    """Caddy under a name of its own, so that another one of this machine is not taken for it: its process, that name, and
-    its admin interface. A number in `sites`, such as {1}, becomes a port."""
+    """Caddy under a name of its own, so that another one is not taken for it: its process, that name, and its admin
+    interface. A number in `sites`, such as {1}, becomes a port."""
     name, admin = f"caddy-{os.getpid()}", f"127.0.0.1:{free_port()}"
     (desk.root / "Caddyfile").write_text(OPTIONS.format(admin=admin, folder=desk.root)
                                          + sites.replace("{1}", str(free_port())).replace("{2}", str(free_port())))
@@ -59,8 +59,8 @@ def start_postgres(desk):
     cluster.mkdir()
     if UNPRIVILEGED:
         shutil.chown(cluster, "postgres", "postgres")
-    desk.run(*UNPRIVILEGED, f"{POSTGRES}/initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync", "--encoding", "UTF8")
-    process = desk.start([*UNPRIVILEGED, f"{POSTGRES}/postgres", "-D", cluster, "-p", port, "-h", "127.0.0.1", "-k", cluster,
-                          "-F"], {"LC_ALL": "C.UTF-8"})
+    desk.run(*UNPRIVILEGED, f"{POSTGRES}/initdb", "--pgdata", cluster, "--auth", "trust", "--no-sync")
+    process = desk.start([*UNPRIVILEGED, f"{POSTGRES}/postgres", "-D", cluster, "-p", port, "-h", "127.0.0.1", "-k",
+                          cluster, "-F"], {"LC_ALL": "C.UTF-8"})
     desk.wait_for(lambda: "database system is ready" in desk.output(process), "PostgreSQL")
     return process, port

@@ -91,7 +91,8 @@ class SessionBus:
 
     def menu_entries(self, item):
         """The entries of an item's menu, as {label: id}, without those that have no label."""
-        _, (_, _, entries) = self.call(item[0], self.item_property(item, "Menu"), MENU + ".GetLayout", "(iias)", 0, -1, [])
+        menu = self.item_property(item, "Menu")
+        _, (_, _, entries) = self.call(item[0], menu, MENU + ".GetLayout", "(iias)", 0, -1, [])
         return {entry["label"].replace("_", ""): number for number, entry, _ in entries if "label" in entry}
 
     def choose_menu_entry(self, item, label):

@@ -1,7 +1,7 @@
 """The panel under a user's hands: keys, clicks, second starts; and what it says where there is no bridge."""
 
 from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
-from contents import BUTTONS_AFTER_AUTO, BUTTONS_BEFORE_AUTO, well_rows
+from contents import BUTTONS_AFTER_AUTO, BUTTONS_BEFORE_AUTO, HEARTBEAT, well_rows
 
 setUpModule = skip_unless_possible
 
@@ -55,12 +55,6 @@ class Hands(CompanionTest):
         self.wait_for_calls(self.opener, [["https://vorna.localhost/dashboard"],
                                           ["https://vorna.localhost/dashboard/agents"]])
 
-    def test_quit_key_ends_the_companion(self):
-        self.open()
-        self.desk.press("ctrl+q")
-        self.assertEqual(self.wait_for_exit(), 0)
-        self.assertEqual(self.desk.output(self.companion), "")
-
     def test_closed_panel_is_given_back_and_comes_again_whole(self):
         self.open()
         self.desk.activate_item(self.item())
@@ -68,6 +62,7 @@ class Hands(CompanionTest):
         self.open_panel()
         self.wait_for_rows(PANEL, well_rows())
         self.assertEqual(len(self.panels(hidden=True)), 1)
+        self.wait_for_calls(self.tool, [HEARTBEAT, HEARTBEAT])
 
     # A second start
 

@@ -1,12 +1,11 @@
 """The whole on a real desktop: the companion in a real tray, a bridge with real figures, and real services to see."""
 
 import pathlib
-import socket
 import sys
 
 import desktop
 import services
-from companion import BRIDGE_PORT, PANEL, POLL_SECONDS, DesktopTest, connections, skip_unless_possible
+from companion import BRIDGE_PORT, PANEL, DesktopTest, skip_unless_possible
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
 
@@ -104,24 +103,3 @@ class PanelOnADesktop(DesktopTest):
         texts = self.reader.texts(PANEL)
         self.assertLessEqual({"caddy.process", "caddy.admin", "postgres"}, set(texts))
         self.assertFalse([text for text in texts if text.startswith("site.")])
-
-    def test_nothing_is_asked_of_the_bridge_before_the_panel_was_opened(self):
-        self.desk.start_tray()
-        with socket.create_server(("127.0.0.1", BRIDGE_PORT)) as silent:
-            self.start_companion()
-            item = self.item()
-            self.assertIsNone(self.request_of_the_companion(silent, POLL_SECONDS + 1))
-            self.desk.activate_item(item)
-            self.assertRegex(self.request_of_the_companion(silent, 6 * POLL_SECONDS), rb"^GET /health HTTP/1\.1\r\n")
-
-    def request_of_the_companion(self, listener, within):
-        """The first request from the companion; others may knock meanwhile."""
-        listener.settimeout(within)
-        while True:
-            try:
-                connection, peer = listener.accept()
-            except TimeoutError:
-                return None
-            with connection:
-                if peer[1] in [other.laddr.port for other in connections(self.companion.pid, "tcp")]:
-                    return connection.recv(1024)

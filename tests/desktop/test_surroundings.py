@@ -41,9 +41,9 @@ class Surroundings(CompanionTest):
         self.reader.wait_for_text("backed up", PANEL)
         self.wait_for_equal(lambda: self.unusable(PANEL), [], "the buttons that cannot be pressed")
 
-    def end(self, how=signal.SIGTERM):
-        self.desk.stop(self.companion, how)
-        self.assertEqual(self.companion.returncode, -how, self.desk.output(self.companion))
+    def end(self):
+        self.desk.stop(self.companion)
+        self.assertEqual(self.companion.returncode, -signal.SIGTERM, self.desk.output(self.companion))
         self.wait_for(lambda: not self.desk.status_notifier_items(), "the item to go")
 
 
@@ -116,20 +116,9 @@ class SettingsFile(Surroundings):
         self.wait_for_daypart("Night" if stays else "Day")
         self.end()
 
-    def test_choice_outlives_a_signal(self):
-        for number in (signal.SIGTERM, signal.SIGHUP):
-            self.configuration.unlink(missing_ok=True)
-            self.open()
-            self.press("Night")
-            self.wait_for(lambda: NIGHT in self.remembered(), "the choice on the disk")
-            self.end(number)
-            self.open()
-            self.wait_for_daypart("Night")
-            self.end()
-
     def test_home_that_is_not_there_or_not_named_is_not_needed(self):
-        for words in (["-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME", "HOME=/proc/self/nowhere"],
-                      ["-u", "HOME"]):
+        folders = ["-u", "XDG_CONFIG_HOME", "-u", "XDG_CACHE_HOME", "-u", "XDG_DATA_HOME"]
+        for words in ([*folders, "HOME=/proc/self/nowhere"], ["-u", "HOME"]):
             with self.subTest(words):
                 self.open(command=["env", *words])
                 self.press("Night")

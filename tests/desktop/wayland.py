@@ -1,11 +1,5 @@
 """A Wayland desktop without a screen: sway in windows of the X server, with an X server of its own for guests.
 
-    with wayland.WaylandDesktop() as desk:
-        desk.start_waybar()
-        companion = desk.start(["build/vorna-companion"])
-        desk.wait_for(desk.status_notifier_items, "the item in the tray")
-        desk.click(*desk.item_place())
-
 Pointer, keyboard and pictures are those of the outer X server; its pixels are the compositor's.
 """
 

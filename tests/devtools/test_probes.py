@@ -73,4 +73,5 @@ class Listeners(unittest.TestCase):
             with self.subTest(address), here:
                 port = here.getsockname()[1]
                 probes = asyncio.run(probe_listeners((("here.port", port), ("gone.port", 1))))
-                self.assertEqual([(p.name, p.ok, p.detail) for p in probes], [("here.port", True, f"port {port} listens")])
+                said = [(probe.name, probe.ok, probe.detail) for probe in probes]
+                self.assertEqual(said, [("here.port", True, f"port {port} listens")])

@@ -150,7 +150,7 @@ class Day:
             self._desk.click(1080 if x < 640 else 200, 600)
 
     def _click_until(self, click, condition, what):
-        """Clicks, and again when nothing came of it: when the focus goes elsewhere just then, the panel goes as well."""
+        """Clicks, and again when nothing came of it: the panel goes when the focus goes elsewhere just then."""
         def works():
             if condition():
                 return True
@@ -165,8 +165,8 @@ class Day:
 
     def _look_at_settings(self):
         self._desk.choose_menu_entry(self._item, "Settings…")
-        self._wait_for(lambda: self._is_painted(managed=True) and
-                       set(self._windows(managed=True)) <= set(self._desk.root_windows("_NET_ACTIVE_WINDOW")), "the settings")
+        self._wait_for(lambda: self._is_painted(managed=True) and self._windows(managed=True).keys()
+                       <= set(self._desk.root_windows("_NET_ACTIVE_WINDOW")), "the settings")
         for _ in range(SETTINGS_TABS):
             self._desk.press("Right")
         self._desk.press("Escape")
@@ -192,7 +192,8 @@ class Day:
 
 def broken_bounds(first, last, times=1):
     """The labels of the figures that have grown by more than their bound, so many times over."""
-    return [label for label, growth in MEASURES.items() if growth is not None and last[label] - first[label] > growth * times]
+    return [label for label, growth in MEASURES.items()
+            if growth is not None and last[label] - first[label] > growth * times]
 
 
 def table(checkpoints):
