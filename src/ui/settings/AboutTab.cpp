@@ -35,7 +35,7 @@ QWidget* Tabs::about(const OpenUrl& openPage, const Colours& colours) {
     form->addSection(u"Links"_s);
     for (const auto& [title, path] : links) {
         QObject::connect(&form->addButton(title), &QPushButton::clicked, form,
-                         [openPage, path = path] { WebPage::open(DevelopmentDomain::dashboard() + path, openPage); });
+                         [openPage, page = path] { WebPage::open(DevelopmentDomain::dashboard() + page, openPage); });
     }
     return form;
 }
