@@ -23,6 +23,7 @@ constexpr auto releaseDelay = 2s;
 VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     : QObject{parent}
     , m_notifications{parts.notifications}
+    , m_activatePreviousProgram{parts.activatePreviousProgram}
     , m_daypart{parts.daypart()}
     , m_delegate{parts.notifications, parts.becomeAccessory, parts.daypart}
     , m_status{parts.notifications, parts.runTool, parts.bridge, wallClock, parts.ticker} {
@@ -79,7 +80,7 @@ PanelWindow& VornaApp::panel() {
                                                 Desktop::blendsWindows);
         connect(m_panel.get(), &PanelWindow::closed, &m_releaseTimer, qOverload<>(&QTimer::start));
         connect(m_panel.get(), &PanelWindow::closed, m_item.get(), [this] { m_item->setPanelOpen(false); });
-        connect(m_panel.get(), &PanelWindow::dismissedByUser, this, Desktop::activatePreviousProgram);
+        connect(m_panel.get(), &PanelWindow::dismissedByUser, this, m_activatePreviousProgram);
     }
     return *m_panel;
 }
@@ -89,7 +90,7 @@ SettingsWindow& VornaApp::settings() {
         m_settings = std::make_unique<SettingsWindow>(
             m_status, m_daypart, [this] { return std::make_unique<PermissionCenter>(m_notifications); });
         connect(m_settings.get(), &SettingsWindow::closed, &m_releaseTimer, qOverload<>(&QTimer::start));
-        connect(m_settings.get(), &SettingsWindow::closed, this, Desktop::activatePreviousProgram);
+        connect(m_settings.get(), &SettingsWindow::closed, this, m_activatePreviousProgram);
     }
     return *m_settings;
 }

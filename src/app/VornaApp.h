@@ -20,6 +20,7 @@ class SettingsWindow;
 struct VornaParts final {
     std::function<DaypartController&()> daypart = DaypartController::shared;
     std::function<void()> becomeAccessory = Desktop::becomeAccessory;
+    std::function<void()> activatePreviousProgram = Desktop::activatePreviousProgram;
     NotificationService& notifications = NotificationService::shared();
     std::function<std::unique_ptr<StatusItem>(const QString& title)> makeItem = StatusItem::create;
     StatusModel::ToolRunner runTool = VornaCLIRunner::run;
@@ -49,6 +50,7 @@ private:
     void releaseMemory();
 
     NotificationService& m_notifications;
+    const std::function<void()> m_activatePreviousProgram;
     DaypartController& m_daypart;
     AppDelegate m_delegate;
     StatusModel m_status;

@@ -4,6 +4,7 @@
 #include "support/FakeTool.h"
 #include "support/MemoryDefaults.h"
 #include "ui/menubar/PanelWindow.h"
+#include "ui/settings/SettingsView.h"
 
 #include <QApplication>
 #include <QTest>
@@ -56,6 +57,7 @@ private slots:
         m_center.authorizationRequests = 0;
         m_events.clear();
         m_timesDaypartWasTaken = 0;
+        m_timesGivenWay = 0;
         m_tick = nullptr;
     }
 
@@ -145,14 +147,25 @@ private slots:
         QCOMPARE(m_item->panelStates, (QList{true, false, true}));
     }
 
+    void keyboardGoesBackWhenTheUserClosesAWindow() {
+        const auto vorna = launch();
+        emit m_item->clicked();
+        emit m_item->clickedElsewhere();
+        QCOMPARE(m_timesGivenWay, 0);
+        emit m_item->showPanelChosen();
+        QTest::keyClick(shown<PanelWindow>(), Qt::Key_Escape);
+        QCOMPARE(m_timesGivenWay, 1);
+        emit m_item->settingsChosen();
+        shown<SettingsView>()->close();
+        QTRY_COMPARE(m_timesGivenWay, 2);
+    }
+
     void entriesOfTheMenuDoWhatTheySay() {
         const auto vorna = launch();
         emit m_item->showPanelChosen();
         QVERIFY(shown<PanelWindow>() != nullptr);
         emit m_item->settingsChosen();
-        QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
-            return window->isVisible() && window->minimumSize() == QSize(440, 380);
-        }));
+        QVERIFY(shown<SettingsView>() != nullptr);
         bool quits = false;
         connect(qApp, &QCoreApplication::aboutToQuit, this, [&quits] { quits = true; });
         QTimer::singleShot(0, m_item, &StatusItem::quitChosen);
@@ -171,6 +184,7 @@ private:
                 return *m_daypart;
             },
             .becomeAccessory = [note] { note(u"policy"_s); },
+            .activatePreviousProgram = [this] { ++m_timesGivenWay; },
             .notifications = m_notifications,
             .makeItem =
                 [this, note](const QString& title) {
@@ -197,6 +211,7 @@ private:
     FakeStatusItem* m_item = nullptr;
     QStringList m_events;
     int m_timesDaypartWasTaken = 0;
+    int m_timesGivenWay = 0;
     std::function<void()> m_tick;
     std::chrono::milliseconds m_interval{};
 };
