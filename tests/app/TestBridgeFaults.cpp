@@ -229,7 +229,7 @@ private slots:
     }
 
     void upAndDownAtEveryPollShowsEach() {
-        for (int turn = 0; turn < 10; ++turn) {
+        for (int turn = 0; turn < 4; ++turn) {
             poll({.refuses = true}, Outcome::unreachable, u"Could not connect to the server."_s);
             m_desk->heal();
             poll({}, Outcome::snapshot);
