@@ -1,6 +1,7 @@
 #include "platform/FontDesign.h"
 
 #include <QFontDatabase>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -9,8 +10,11 @@
 static constexpr std::array roundedFamilies{"Nunito", "Varela Round", "M PLUS Rounded 1c", "Quicksand", "Comfortaa"};
 
 QString familyOf(FontDesign design) {
-    const auto* const installed = std::ranges::find_if(
-        roundedFamilies, [](const char* family) { return QFontDatabase::hasFamily(QString::fromLatin1(family)); });
-    return design == FontDesign::rounded && installed != roundedFamilies.end() ? QString::fromLatin1(*installed)
-                                                                               : QString{};
+    if (design != FontDesign::rounded) {
+        return {};
+    }
+    const QStringList installed = QFontDatabase::families(); // asking for one costs as much as asking for all
+    const auto* const found = std::ranges::find_if(
+        roundedFamilies, [&](const char* family) { return installed.contains(QLatin1StringView{family}); });
+    return found == roundedFamilies.end() ? QString{} : QString::fromLatin1(*found);
 }
