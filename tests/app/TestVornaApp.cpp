@@ -145,6 +145,8 @@ private slots:
         QCOMPARE(m_item->panelStates, (QList{true, false}));
         emit m_item->showPanelChosen();
         QCOMPARE(m_item->panelStates, (QList{true, false, true}));
+        emit m_item->clicked();
+        QVERIFY(!m_item->panelStates.last());
     }
 
     void keyboardGoesBackWhenTheUserClosesAWindow() {

@@ -62,7 +62,9 @@ private slots:
         {
             DaypartController controller{m_defaults, clock(), ticker()};
             const Record record{controller};
+            const auto written = recordWrites(controller);
             controller.set(Daypart::night);
+            QCOMPARE(*written, (QList<qsizetype>{0, 0, 0}));
             QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
             QVERIFY(controller.isManual);
             QCOMPARE(m_defaults.writes, (QStringList{manualKey + u" = true"_s, storageKey + u" = night"_s}));
@@ -97,7 +99,9 @@ private slots:
         DaypartController controller{m_defaults, clock(), ticker()};
         controller.set(Daypart::night);
         const Record record{controller};
+        const auto written = recordWrites(controller);
         controller.useAuto();
+        QCOMPARE(*written, (QList<qsizetype>{2, 4, 4}));
         QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
         QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
         QCOMPARE(m_defaults.writes.mid(2), (QStringList{manualKey + u" = false"_s, storageKey + u" removed"_s}));
@@ -205,6 +209,13 @@ private slots:
 private:
     [[nodiscard]] Clock clock() {
         return [this] { return m_now; };
+    }
+    /// How many defaults were written before each change.
+    std::shared_ptr<QList<qsizetype>> recordWrites(DaypartController& controller) {
+        auto written = std::make_shared<QList<qsizetype>>();
+        connect(&controller, &DaypartController::objectWillChange, this,
+                [this, written] { written->append(m_defaults.writes.size()); });
+        return written;
     }
     void setHour(int hour, int minute = 0) { m_now = QDateTime{QDate{2026, 1, 15}, QTime{hour, minute}}; }
     [[nodiscard]] Ticker ticker() {
