@@ -4,7 +4,6 @@
 #include "cli/EventLoopWait.h"
 
 #include <QCoreApplication>
-#include <QTimer>
 
 #include <array>
 #include <cerrno>
@@ -41,7 +40,8 @@ double secondsSinceEpoch(const Clock& clock) {
 /// Looks at once, and then again and again, until the child has ended or the time has come.
 QCoro::Task<> watch(ChildProcess& child, const Surroundings& surroundings, std::chrono::milliseconds interval,
                     double deadline = never) {
-    const EventLoopWait pause{[&](const auto& callback) { surroundings.callLater(interval, callback); }};
+    const EventLoopWait pause{
+        [&](const auto& callback) { surroundings.callLater(*QCoreApplication::instance(), interval, callback); }};
     while (child.isRunning() && secondsSinceEpoch(surroundings.clock) < deadline) {
         co_await pause;
     }
@@ -84,10 +84,6 @@ QString Result::summary() const {
         }
     }
     return exitCode != 0 ? u"exit %1"_s.arg(exitCode) : u"ok"_s;
-}
-
-void Surroundings::singleShot(std::chrono::milliseconds delay, const std::function<void()>& callback) {
-    QTimer::singleShot(delay, QCoreApplication::instance(), callback);
 }
 
 std::string homeDirectory() {

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "support/Clock.h"
+#include "support/Ticker.h"
 
 #include <QCoro/QCoroTask>
 
 #include <QString>
 #include <QStringList>
 
-#include <chrono>
-#include <functional>
 #include <string>
 
 /// Runs the platform's command-line tool once as a child process. No instances and no state; calls are independent and
@@ -30,10 +29,7 @@ struct Result final {
 struct Surroundings final {
     std::string which = "/usr/bin/which";
     Clock clock = wallClock;
-    /// Calls back once from the event loop, when the time has passed.
-    std::function<void(std::chrono::milliseconds, std::function<void()>)> callLater = singleShot;
-
-    static void singleShot(std::chrono::milliseconds delay, const std::function<void()>& callback);
+    Delay callLater = timerDelay;
 };
 
 /// `HOME` where that is absolute, else what the system has on record for this user; else empty.

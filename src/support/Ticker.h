@@ -16,3 +16,11 @@ inline void timerTicker(QObject& owner, std::chrono::milliseconds interval, cons
     QObject::connect(timer, &QTimer::timeout, &owner, tick);
     timer->start(interval);
 }
+
+/// Calls `then` once, when `time` has passed, unless `owner` is gone by then. The event loop's own unless a test hands
+/// in another. Main thread only.
+using Delay = std::function<void(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then)>;
+
+inline void timerDelay(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then) {
+    QTimer::singleShot(time, &owner, then);
+}

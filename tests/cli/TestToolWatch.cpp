@@ -45,7 +45,7 @@ public:
         return {.which = "/nonexistent",
                 .clock = [this] { return m_now; },
                 .callLater =
-                    [this](std::chrono::milliseconds delay, const std::function<void()>& callback) {
+                    [this](QObject&, std::chrono::milliseconds delay, const std::function<void()>& callback) {
                         delays += delay.count();
                         m_callback = callback;
                     }};
@@ -211,7 +211,7 @@ private slots:
         QVERIFY(std::abs(usual.clock().secsTo(QDateTime::currentDateTime())) < 60);
         bool called = false;
         m_clock.start();
-        usual.callLater(100ms, [&called] { called = true; });
+        usual.callLater(*this, 100ms, [&called] { called = true; });
         QVERIFY(!called);
         QTRY_VERIFY(called);
         QVERIFY(elapsed() >= 95ms);

@@ -12,7 +12,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -66,10 +65,6 @@ QScrollArea* scrollerOf(QWidget* content, QWidget* parent) {
     return scroller;
 }
 
-}
-
-void PanelWindow::timerDelay(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then) {
-    QTimer::singleShot(time, &owner, then);
 }
 
 PanelWindow::PanelWindow(std::unique_ptr<MenuBarView> content, DaypartController& daypart, Qt::WindowFlags flags,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Ticker.h"
 #include "ui/DaypartColours.h"
 #include "ui/kit/View.h"
 
@@ -27,11 +28,6 @@ class PanelWindow final : public View {
 
 public:
     using MonotonicClock = std::function<std::chrono::steady_clock::time_point()>;
-
-    /// Calls a function once when some time has passed, unless the owner is gone by then.
-    using Delay =
-        std::function<void(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then)>;
-    static void timerDelay(QObject& owner, std::chrono::milliseconds time, const std::function<void()>& then);
 
     /// Whether the desktop blends windows now, so that corners can be round.
     using Composition = std::function<bool()>;
