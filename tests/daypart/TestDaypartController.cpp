@@ -16,8 +16,9 @@ const QString manualKey = u"vorna.macos.daypart.manual"_s;
 /// What the controller published before each change, one line a change.
 class Record final : public QObject {
 public:
-    explicit Record(DaypartController& controller) {
-        connect(&controller, &DaypartController::objectWillChange, this, [this, &controller] {
+    Record(DaypartController& controller, const MemoryDefaults& defaults) {
+        connect(&controller, &DaypartController::objectWillChange, this, [this, &controller, &defaults] {
+            writes.append(defaults.writes.size());
             lines.append(u"%1 %2 %3"_s.arg(DaypartInfo::title(controller.daypart),
                                            DaypartInfo::title(paletteOf(controller)),
                                            controller.isManual ? u"manual"_s : u"clock"_s));
@@ -25,6 +26,7 @@ public:
     }
 
     QStringList lines;
+    QList<qsizetype> writes; ///< of defaults, so far
 
 private:
     static Daypart paletteOf(const DaypartController& controller) {
@@ -61,10 +63,9 @@ private slots:
     void choiceIsPinnedAndOutlivesTheProcess() {
         {
             DaypartController controller{m_defaults, clock(), ticker()};
-            const Record record{controller};
-            const auto written = recordWrites(controller);
+            const Record record{controller, m_defaults};
             controller.set(Daypart::night);
-            QCOMPARE(*written, (QList<qsizetype>{0, 0, 0}));
+            QCOMPARE(record.writes, (QList<qsizetype>{0, 0, 0}));
             QCOMPARE(record.lines, (QStringList{u"Day Day clock"_s, u"Night Day clock"_s, u"Night Night clock"_s}));
             QVERIFY(controller.isManual);
             QCOMPARE(m_defaults.writes, (QStringList{manualKey + u" = true"_s, storageKey + u" = night"_s}));
@@ -78,7 +79,7 @@ private slots:
     void choosingAgainAnnouncesAgain() {
         DaypartController controller{m_defaults, clock(), ticker()};
         controller.set(Daypart::day);
-        const Record record{controller};
+        const Record record{controller, m_defaults};
         controller.set(Daypart::day);
         QCOMPARE(record.lines.size(), 3);
     }
@@ -86,7 +87,7 @@ private slots:
     void pinnedDaypartIgnoresTicks() {
         DaypartController controller{m_defaults, clock(), ticker()};
         controller.set(Daypart::night);
-        const Record record{controller};
+        const Record record{controller, m_defaults};
         for (int hour = 0; hour < 24; ++hour) {
             setHour(hour);
             m_tick();
@@ -98,10 +99,9 @@ private slots:
     void autoReturnsToTheClockAtOnce() {
         DaypartController controller{m_defaults, clock(), ticker()};
         controller.set(Daypart::night);
-        const Record record{controller};
-        const auto written = recordWrites(controller);
+        const Record record{controller, m_defaults};
         controller.useAuto();
-        QCOMPARE(*written, (QList<qsizetype>{2, 4, 4}));
+        QCOMPARE(record.writes, (QList<qsizetype>{2, 4, 4}));
         QCOMPARE(record.lines, (QStringList{u"Night Night manual"_s, u"Night Night clock"_s, u"Day Night clock"_s}));
         QVERIFY(controller.palette.value() == DaypartPalette::of(Daypart::day));
         QCOMPARE(m_defaults.writes.mid(2), (QStringList{manualKey + u" = false"_s, storageKey + u" removed"_s}));
@@ -111,7 +111,7 @@ private slots:
     void autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
         DaypartController controller{m_defaults, clock(), ticker()};
         controller.set(Daypart::day);
-        const Record record{controller};
+        const Record record{controller, m_defaults};
         controller.useAuto();
         QCOMPARE(record.lines, QStringList{u"Day Day manual"_s});
     }
@@ -147,7 +147,7 @@ private slots:
     void clockIsFollowedAtTheNextTick() {
         setHour(9, 59);
         DaypartController controller{m_defaults, clock(), ticker()};
-        const Record record{controller};
+        const Record record{controller, m_defaults};
         m_tick();
         QCOMPARE(record.lines, QStringList{});
         setHour(10);
@@ -187,7 +187,7 @@ private slots:
         QVERIFY(before.isValid() && after.isValid());
         m_now = before;
         DaypartController controller{m_defaults, clock(), ticker()};
-        const Record record{controller};
+        const Record record{controller, m_defaults};
         const auto first = controller.daypart.value();
         m_now = after;
         m_tick();
@@ -209,13 +209,6 @@ private slots:
 private:
     [[nodiscard]] Clock clock() {
         return [this] { return m_now; };
-    }
-    /// How many defaults were written before each change.
-    std::shared_ptr<QList<qsizetype>> recordWrites(DaypartController& controller) {
-        auto written = std::make_shared<QList<qsizetype>>();
-        connect(&controller, &DaypartController::objectWillChange, this,
-                [this, written] { written->append(m_defaults.writes.size()); });
-        return written;
     }
     void setHour(int hour, int minute = 0) { m_now = QDateTime{QDate{2026, 1, 15}, QTime{hour, minute}}; }
     [[nodiscard]] Ticker ticker() {
