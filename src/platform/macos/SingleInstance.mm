@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 1s;
+constexpr auto openTimeout = 1s;
 
 /// Hears that the companion was opened again while it runs: from the Finder, from Spotlight, by `open -a`.
 class OpenedOnce final : public SingleInstance {
@@ -65,7 +65,7 @@ void openAgain(NSRunningApplication* instance) {
                                       completionHandler:^(NSRunningApplication*, NSError*) {
                                           opened->release();
                                       }];
-    (void)opened->try_acquire_for(patience);
+    (void)opened->try_acquire_for(openTimeout);
 }
 
 }

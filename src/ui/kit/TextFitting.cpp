@@ -4,8 +4,6 @@
 #include <QStringList>
 #include <QTextLayout>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
