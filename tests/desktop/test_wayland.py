@@ -14,6 +14,7 @@ PROGRAMS = ("Xvfb", "sway", "swaymsg", "swaybg", "Xwayland", "waybar", "xhost", 
 ELSEWHERE = (1000, 600)
 BESIDE_THE_PANEL = (1100, 100)
 FOCUS_MAY_STRAY_SECONDS = 1.5
+DOUBLE_CLICK_SECONDS = 0.5  # longer than GTK's 0.4, within which the bar reports the second press twice
 NATIVE, GUEST = re.compile(r"libqwayland(-generic)?\.so"), re.compile(r"libqxcb\.so")
 SERVICES = [{"name": f"service-{number}", "ok": True, "detail": "answers"} for number in range(8)]
 
@@ -31,6 +32,8 @@ def skip_without_qts_wayland():
 
 class OnWayland(DesktopTest):
     """Each test has a desktop of its own."""
+
+    clicked = 0
 
     def start_desktop(self, bar=True, **options):
         self.desk = self.enterContext(wayland.WaylandDesktop(**options))
@@ -60,9 +63,16 @@ class OnWayland(DesktopTest):
     def wait_for_no_panel(self, after):
         self.wait_for(lambda: not self.panel(), f"the panel to close after {after}")
 
+    def click_item(self, output=0):
+        """A click of its own, and not the second one of a double click."""
+        place = self.desk.item_place(output)
+        self.wait_for(lambda: time.monotonic() - self.clicked > DOUBLE_CLICK_SECONDS, "the last click to be over")
+        self.desk.click(*place)
+        self.clicked = time.monotonic()
+
     def open_panel(self, output=0):
         self.item()
-        self.click_until_open(lambda: self.desk.click(*self.desk.item_place(output)), self.panel_has_focus)
+        self.click_until_open(lambda: self.click_item(output), self.panel_has_focus)
         self.let_focus_settle()
         return self.panel()
 
@@ -76,6 +86,7 @@ class Stories:
     """What is true natively and for a guest alike; `environment` makes the companion one or the other."""
 
     environment = {}
+    statuses_without_a_compositor = (1,)
 
     def start(self, *words, **options):
         self.start_desktop(**options)
@@ -99,7 +110,7 @@ class Stories:
     def test_escape_a_second_click_and_a_click_elsewhere_close_the_panel(self):
         self.start()
         for how, close in (("Escape", lambda _: self.desk.press("Escape")),
-                           ("a second click", lambda _: self.desk.click(*self.desk.item_place())),
+                           ("a second click", lambda _: self.click_item()),
                            ("a click elsewhere", self.click_elsewhere)):
             close(self.open_panel())
             self.wait_for_no_panel(how)
@@ -125,10 +136,12 @@ class Stories:
         self.start()
         self.open_panel()
         self.desk.sway.kill()
-        self.assertIn(self.wait_for_exit(), (0, 1, 255), self.desk.output(self.companion))
+        self.assertIn(self.wait_for_exit(), self.statuses_without_a_compositor, self.desk.output(self.companion))
 
 
 class Natively(Stories, OnWayland):
+    statuses_without_a_compositor = (1, 255)  # the second under later Qt
+
     @classmethod
     def setUpClass(cls):
         skip_without_qts_wayland()
