@@ -12,14 +12,11 @@ namespace Desktop {
 /// Keeps the toolkit from bringing the program to the front when it has launched. Once, before the application is made.
 void prepareLaunch();
 
-/// No Dock icon, no task-bar entry, no application menu bar. Once, after the application was made.
+/// No Dock icon, task-bar entry or application menu bar; windows open where the user is. Once the application was made.
 void becomeAccessory();
 
 /// Hands an address to the desktop, which opens it in the program that the user chose for it.
 void openUrl(const QUrl& url);
-
-/// Lets a window open where the user is. Before it is shown, and after the desktop's own window was made for it.
-void prepareWindow(QWindow& window);
 
 /// Brings one of our windows, which is shown, in front of every other program's and gives it the keyboard, wherever the
 /// user is.

@@ -32,8 +32,6 @@ void openUrl(const QUrl& url) {
     QDesktopServices::openUrl(url);
 }
 
-void prepareWindow(QWindow& /*window*/) {}
-
 void bringToFront(QWindow& window) {
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.raise();

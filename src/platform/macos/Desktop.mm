@@ -35,6 +35,20 @@ NSWindow* nativeWindow(const QWindow& window) {
     return ((__bridge NSView*)reinterpret_cast<void*>(window.winId())).window;
 }
 
+/// Lets windows open on the space that is in front, another program's full screen as well, where the system would else
+/// switch to theirs. Qt has made the system's window when it tells that it shows one, and shows it only afterwards.
+class WindowOpener final : public QObject {
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* window = event->type() == QEvent::Show ? qobject_cast<QWindow*>(watched) : nullptr;
+        if (window != nullptr && window->type() == Qt::Window) {
+            nativeWindow(*window).collectionBehavior =
+                NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
+                NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
+        }
+        return false;
+    }
+};
+
 bool hasVisibleWindow() {
     return std::ranges::any_of(QGuiApplication::topLevelWindows(), &QWindow::isVisible);
 }
@@ -73,6 +87,8 @@ void prepareLaunch() {
 
 void becomeAccessory() {
     [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    static WindowOpener opener;
+    qApp->installEventFilter(&opener);
 }
 
 void openUrl(const QUrl& url) {
@@ -80,12 +96,6 @@ void openUrl(const QUrl& url) {
     if (address != nil) {
         [[NSWorkspace sharedWorkspace] openURL:address];
     }
-}
-
-// Onto the space that is in front, another program's full screen as well, where it would else switch to its own.
-void prepareWindow(QWindow& window) {
-    nativeWindow(window).collectionBehavior = NSWindowCollectionBehavior{NSWindowCollectionBehaviorMoveToActiveSpace} |
-                                              NSWindowCollectionBehavior{NSWindowCollectionBehaviorFullScreenAuxiliary};
 }
 
 void bringToFront(QWindow& window) {

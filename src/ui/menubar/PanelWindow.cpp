@@ -12,7 +12,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -108,8 +107,6 @@ void PanelWindow::showAt(const QRect& anchor) {
     renderPending();
     fit();
     m_scroller->verticalScrollBar()->setValue(0);
-    create();
-    Desktop::prepareWindow(*windowHandle());
     show();
     setFocus(Qt::OtherFocusReason);
     Desktop::bringToFront(*windowHandle());

@@ -37,8 +37,6 @@ void SettingsWindow::open() {
     if (m_view.isNull() || m_view->isHidden()) {
         create();
     }
-    (void)m_view->winId();
-    Desktop::prepareWindow(*m_view->windowHandle());
     m_view->show();
     Desktop::bringToFront(*m_view->windowHandle());
 }

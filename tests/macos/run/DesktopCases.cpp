@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QUrl>
+#include <QWidget>
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
@@ -12,6 +13,15 @@ using namespace Doubles;
 namespace {
 
 std::unique_ptr<QWindow> window;
+
+class TellingWindow final : public QWindow {
+    void showEvent(QShowEvent* /*event*/) override { tell("shows"); }
+};
+
+void showWidget() {
+    world().platform = u"cocoa"_s;
+    QWidget{}.show();
+}
 
 /// DESIGN, and whether the system has a file of it.
 void font(const QString& words) {
@@ -53,7 +63,9 @@ const Area& desktopArea() {
             {u"cocoa"_s, [](auto&) { world().platform = u"cocoa"_s; }},
             {u"show"_s, [](auto&) { window->show(); }},
             {u"hide"_s, [](auto&) { window->hide(); }},
-            {u"prepare"_s, [](auto&) { Desktop::prepareWindow(*window); }},
+            {u"telling"_s, [](auto&) { window = std::make_unique<TellingWindow>(); }},
+            {u"tooltip"_s, [](auto&) { window->setFlags(Qt::ToolTip); }},
+            {u"widget"_s, [](auto&) { showWidget(); }},
             {u"front"_s, [](auto&) { Desktop::bringToFront(*window); }},
             {u"behind"_s, [](auto&) { beMinimizedBehindAnother(); }},
             {u"back"_s, [](auto&) { Desktop::activatePreviousProgram(); }},
@@ -75,15 +87,18 @@ const Area& desktopArea() {
             {"addresses are opened as they are encoded", "open https://b.org/a?a=b&c=d#e; open https://b.org/ü b",
              "opens https://b.org/a?a=b&c=d#e; opens https://b.org/%C3%BC%20b"},
             {"a minimized window comes to the front", "behind", TO_FRONT "true"},
-            {"a window whose activation was granted is left alone", "cocoa; show; front; say later; turn",
+            {"a window whose activation was granted is left alone", "show; cocoa; front; say later; turn",
              TO_FRONT "later"},
-            {"a window whose activation was refused asks again", "cocoa; refuse; show; front; say later; turn",
-             TO_FRONT "later; asks to be activated; visible native window; orders to the front"},
-            {"a window that is closed by then does not", "cocoa; refuse; show; front; hide; say later; turn",
+            {"a window whose activation was refused asks again", "refuse; show; cocoa; front; say later; turn",
+             TO_FRONT "later; asks to be activated; native window; orders to the front"},
+            {"a window that is closed by then does not", "refuse; show; cocoa; front; hide; say later; turn",
              TO_FRONT "later"},
-            {"a window that is not shown yet opens on the space of the user, beside full screens", "cocoa; prepare",
-             "native window; behaviour 258"},
-            {"there is no native window offscreen", "prepare; say nothing", "nothing"},
+            {"a window that was made opens on the space of the user, beside full screens, whenever it is shown",
+             "cocoa; telling; show; hide; say again; show",
+             "native window; behaviour 258; shows; again; native window; behaviour 258; shows"},
+            {"so does a widget, for which Qt asks too", "widget", "native window; native window; behaviour 258"},
+            {"other kinds of windows open as Qt has them", "cocoa; telling; tooltip; show", "shows"},
+            {"there is no native window offscreen", "telling; show", "shows"},
             {"it stays behind when it launches, and its children know nothing of that",
              "launch; turn; variable QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM; launched; "
              "variable QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM; turn; "
@@ -114,7 +129,11 @@ const Area& desktopArea() {
             {"a rounded font", "font rounded there", "font rounded; DejaVu Sans; true"},
             {"a monospaced font", "font monospaced there", "font monospaced; DejaVu Sans; true"},
         },
-        [] { window = std::make_unique<QWindow>(); },
+        [] {
+            Desktop::becomeAccessory();
+            (void)told();
+            window = std::make_unique<QWindow>();
+        },
         [] {
             window.reset();
             world().isActive = true;

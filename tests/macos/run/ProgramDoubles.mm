@@ -71,7 +71,7 @@ WId QWindow::winId() const {
         return 1;
     }
     static NSView* view = [[NSView alloc] init];
-    tell(isVisible() ? "visible native window" : "native window");
+    tell(handle() == nullptr ? "no native window yet" : "native window");
     return reinterpret_cast<WId>(view);
 }
 
