@@ -97,12 +97,6 @@ private slots:
         QVERIFY(m_peer->bytesSent < 64 * 1024 * 1024);
     }
 
-    void refusedConnectionIsOneLineOfText() {
-        m_peer->close();
-        QCOMPARE(health(), u"Could not connect to the server."_s);
-        QCOMPARE(monitor(), u"Could not connect to the server."_s);
-    }
-
     /// The order among timers of this thread is the same on a busy machine.
     void silenceEndsACallAfterItsLimit() {
         const QList<QByteArrayList> beginnings{{}, {"HTTP/1.1 200 OK\r\nX: "}, {head("Content-Length: 9\r\n") + "{"}};
@@ -177,17 +171,6 @@ private slots:
                                    }));
     }
 
-    void closedConnectionIsNotTriedAgain() {
-        auto script = ScriptedPeer::plain(200, emptyPayload);
-        script.firstConnectionsToClose = 1;
-        setScript(script);
-        QCOMPARE(health(), text(Kind::connectionLost));
-        QTest::qWait(100);
-        QCOMPARE(m_peer->connections, 1);
-        QCOMPARE(health(), u"true"_s);
-        QCOMPARE(m_peer->connections, 2);
-    }
-
     void cookiesAndProxiesAreIgnored() {
         ScriptedPeer proxy;
         setScript({{head("Set-Cookie: a=b\r\nContent-Length: 0\r\n")}});
@@ -217,17 +200,6 @@ private slots:
         QFETCH(const QUrl, address);
         QCOMPARE(said(QCoro::waitFor(VornaBridgeClient{address}.desktopMonitor())),
                  u"The address of the server is not valid."_s);
-    }
-
-    void overlappingCallsAnswerEach() {
-        constexpr qsizetype together = 50;
-        setScript(ScriptedPeer::plain(200));
-        QStringList record;
-        for (qsizetype i = 0; i < together; ++i) {
-            note(VornaBridgeClient{m_peer->baseUrl()}.health(), {}, &record);
-        }
-        QTRY_COMPARE(record, QStringList(together, u": true"_s));
-        QCOMPARE(m_peer->requests.size(), together);
     }
 
 private:

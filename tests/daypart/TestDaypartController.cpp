@@ -159,27 +159,15 @@ private slots:
 
     void nextTickFollowsAClockThatWasSet_data() {
         const QTimeZone berlin{"Europe/Berlin"};
-        const QTimeZone tokyo{"Asia/Tokyo"};
-        const auto at = [](const QTimeZone& zone, const QDate& date, int hour, int minute) {
-            return QDateTime{date, QTime{hour, minute}, zone};
-        };
-        const QDate winter{2026, 1, 15};
-        const QDate spring{2026, 3, 29};
-        const QDate autumn{2026, 10, 25};
-        const QDateTime evening = at(berlin, winter, 16, 30);
-        const QDateTime beforeTheGap = at(berlin, spring, 1, 59);
-        const QDateTime twiceTwo = at(berlin, autumn, 2, 59);
-
+        const QDateTime evening{QDate{2026, 1, 15}, QTime{16, 30}, berlin};
+        const QDateTime beforeSummer{QDate{2026, 3, 29}, QTime{1, 59}, berlin};
+        const QDateTime beforeWinter{QDate{2026, 10, 25}, QTime{1, 59}, berlin};
         const Rows<QDateTime, QDateTime, Daypart> row{"before", "after", "expected"};
         row("forward", evening, evening.addSecs(6 * 3600), Daypart::night);
         row("backward", evening, evening.addSecs(-8 * 3600), Daypart::dawn);
-        row("a year back", evening, evening.addYears(-1), Daypart::day);
-        row("to the beginning", evening, QDateTime::fromSecsSinceEpoch(0, berlin), Daypart::night);
-        row("another zone", evening, evening.toTimeZone(tokyo), Daypart::night);
-        row("summer time begins", beforeTheGap, beforeTheGap.addSecs(2 * 3600), Daypart::night);
-        row("dawn of that day", beforeTheGap, beforeTheGap.addSecs(5 * 3600), Daypart::dawn);
-        row("summer time ends", twiceTwo, twiceTwo.addSecs(60), Daypart::night);
-        row("dusk of that day", at(berlin, autumn, 16, 59), at(berlin, autumn, 17, 0), Daypart::dusk);
+        row("another zone", evening, evening.toTimeZone(QTimeZone{"Asia/Tokyo"}), Daypart::night);
+        row("summer time begins", beforeSummer, beforeSummer.addSecs(2 * 3600 + 1800), Daypart::dawn);
+        row("summer time ends", beforeWinter, beforeWinter.addSecs(3 * 3600 + 1800), Daypart::night);
     }
     void nextTickFollowsAClockThatWasSet() {
         QFETCH(const QDateTime, before);

@@ -52,12 +52,7 @@ void ScriptedPeer::readRequest(QTcpSocket& socket) {
     socket.readAll();
     requests.append(head);
     const QByteArray target = head.split(' ').value(1);
-    const auto script = m_scripts.value(target.split('?').first());
-    if (connections <= script.firstConnectionsToClose) {
-        socket.disconnectFromHost();
-    } else {
-        play(socket, script, 0);
-    }
+    play(socket, m_scripts.value(target.split('?').first()), 0);
 }
 
 void ScriptedPeer::play(QTcpSocket& socket, const Script& script, qsizetype next) {

@@ -21,7 +21,6 @@ public:
         QByteArrayList pieces;
         End end = End::close;
         std::chrono::milliseconds gap{0}; ///< between the pieces
-        int firstConnectionsToClose = 0;  ///< so many connections are closed when their request is in
     };
 
     ScriptedPeer();

@@ -58,14 +58,6 @@ private slots:
         QCOMPARE(seen, (QStringList{u"b"_s, u"c"_s}));
     }
 
-    void readsLikeItsValue() {
-        const Owner owner;
-        const QString& text = owner.text;
-        QCOMPARE(owner.number + 1, 2);
-        QCOMPARE(text, u"a"_s);
-        QCOMPARE(owner.text->size(), 1);
-    }
-
     void deferredValueResumesItsWaiterOnce() {
         const Deferred<int> value;
         int result = 0;

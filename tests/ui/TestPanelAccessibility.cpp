@@ -78,12 +78,7 @@ class TestPanelAccessibility final : public QObject {
 private slots:
     void initTestCase() { ApplicationAccessible::install(); }
 
-    void tellsWhatItPaints_data() {
-        QTest::addColumn<const PanelState*>("state");
-        for (const auto& state : PanelStates::all) {
-            QTest::newRow(state.name) << &state;
-        }
-    }
+    void tellsWhatItPaints_data() { PanelStates::addRows(); }
     void tellsWhatItPaints() {
         QFETCH(const PanelState*, state);
         Shown shown;

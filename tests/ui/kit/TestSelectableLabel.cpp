@@ -44,12 +44,14 @@ class TestSelectableLabel final : public QObject {
     Q_OBJECT
 
 private slots:
-    void keysSelectTheCommandOrAllOfIt() {
+    void keysSelectTheCommandOrAllOfItAndADoubleClickTheCommand() {
         Shown shown;
         shown.label.setFocus(Qt::TabFocusReason);
         QCOMPARE(shown.copied(), u"vorna server start"_s);
         QTest::keyClick(&shown.label, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(shown.copied(), hint);
+        QTest::mouseDClick(&shown.label, Qt::LeftButton);
+        QCOMPARE(shown.copied(), u"vorna server start"_s);
     }
 
     void theMouseSelectsAcrossLinesWhatIsCopiedAsWritten() {

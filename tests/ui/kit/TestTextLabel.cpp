@@ -1,4 +1,5 @@
 #include "support/FixedColours.h"
+#include "support/Rows.h"
 #include "ui/kit/TextLabel.h"
 
 #include <QApplication>
@@ -72,12 +73,11 @@ private slots:
     }
 
     void oneLineShowsWhatFits_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("whole") << u"<b>&"_s << u"<b>&"_s;
-        QTest::newRow("a second line") << u"one\ntwo"_s << u"one…"_s;
-        QTest::newRow("control characters") << u"a\tb\x01z"_s << u"a b z"_s;
-        QTest::newRow("line breaks at the end") << u"one\r\n\n"_s << u"one"_s;
+        const Rows<QString, QString> row{"text", "shown"};
+        row("whole", u"<b>&"_s, u"<b>&"_s);
+        row("a second line", u"one\ntwo"_s, u"one…"_s);
+        row("control characters", u"a\tb\x01z"_s, u"a b z"_s);
+        row("line breaks at the end", u"one\r\n\n"_s, u"one"_s);
     }
     void oneLineShowsWhatFits() {
         QFETCH(QString, text);
@@ -110,15 +110,13 @@ private slots:
     }
 
     void wrapsUpToItsLinesAndCutsTheLast_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("lines");
-        QTest::addColumn<bool>("isCut");
-        QTest::newRow("short") << u"short"_s << 1 << false;
-        QTest::newRow("words") << u"some words that wrap"_s << 2 << false;
-        QTest::newRow("too many words") << u"words "_s.repeated(30) << 2 << true;
-        QTest::newRow("one word") << u"w"_s.repeated(300) << 2 << true;
-        QTest::newRow("two lines") << u"one\ntwo"_s << 2 << false;
-        QTest::newRow("three lines") << u"one\ntwo\nthree"_s << 2 << true;
+        const Rows<QString, int, bool> row{"text", "lines", "isCut"};
+        row("short", u"short"_s, 1, false);
+        row("words", u"some words that wrap"_s, 2, false);
+        row("too many words", u"words "_s.repeated(30), 2, true);
+        row("one word", u"w"_s.repeated(300), 2, true);
+        row("two lines", u"one\ntwo"_s, 2, false);
+        row("three lines", u"one\ntwo\nthree"_s, 2, true);
     }
     void wrapsUpToItsLinesAndCutsTheLast() {
         QFETCH(QString, text);
@@ -147,15 +145,14 @@ private slots:
     }
 
     void onlyACutTextHasAToolTipThatIsPlainWholeAndOnTheScreen_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("end");
-        QTest::newRow("not cut") << u"short"_s << QString{};
-        QTest::newRow("words") << u"connection refused "_s.repeated(100) << u"connection refused"_s;
-        QTest::newRow("markup") << u"<i>word</i> & "_s.repeated(20) << u"&lt;i&gt;word&lt;/i&gt; &amp;"_s;
-        QTest::newRow("one word") << QString{2000, u'w'} << u"www"_s;
-        QTest::newRow("addresses") << u"https://a-very-long-host-name.vorna.localhost/"_s.repeated(40) << u"host/"_s;
-        QTest::newRow("combining marks") << u"e\u0301"_s.repeated(1000) << u"e\u0301"_s;
-        QTest::newRow("too long, with pairs") << u'x' + u"🚀"_s.repeated(2000) << u"🚀…"_s;
+        const Rows<QString, QString> row{"text", "end"};
+        row("not cut", u"short"_s, QString{});
+        row("words", u"connection refused "_s.repeated(100), u"connection refused"_s);
+        row("markup", u"<i>word</i> & "_s.repeated(20), u"&lt;i&gt;word&lt;/i&gt; &amp;"_s);
+        row("one word", QString{2000, u'w'}, u"www"_s);
+        row("addresses", u"https://a-very-long-host-name.vorna.localhost/"_s.repeated(40), u"host/"_s);
+        row("combining marks", u"e\u0301"_s.repeated(1000), u"e\u0301"_s);
+        row("too long, with pairs", u'x' + u"🚀"_s.repeated(2000), u"🚀…"_s);
     }
     void onlyACutTextHasAToolTipThatIsPlainWholeAndOnTheScreen() {
         QFETCH(QString, text);

@@ -86,4 +86,12 @@ inline constexpr PanelState all[]{
     {"night", pinned<Daypart::night>},
 };
 
+/// Of a data test, a row for each state.
+inline void addRows() {
+    QTest::addColumn<const PanelState*>("state");
+    for (const auto& state : all) {
+        QTest::newRow(state.name) << &state;
+    }
+}
+
 }

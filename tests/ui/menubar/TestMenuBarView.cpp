@@ -1,4 +1,5 @@
 #include "support/Activation.h"
+#include "support/Rows.h"
 #include "ui/DaypartColours.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelFixture.h"
@@ -59,10 +60,9 @@ private slots:
     }
 
     void toolRunsAndItsProgressAndItsEndAreShown_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<QString>("arguments");
-        QTest::newRow("backup") << backup << u"desk backup"_s;
-        QTest::newRow("sync") << cloudSync << u"desk sync push --via icloud"_s;
+        const Rows<QString, QString> row{"button", "arguments"};
+        row("backup", backup, u"desk backup"_s);
+        row("sync", cloudSync, u"desk sync push --via icloud"_s);
     }
     void toolRunsAndItsProgressAndItsEndAreShown() {
         QFETCH(QString, button);
@@ -147,24 +147,19 @@ private slots:
         QTRY_COMPARE(shown.panel.quits, 2);
     }
 
-    void rulesAreAsManyWholePixelsThickAsTheScaleHas_data() {
-        QTest::addColumn<qreal>("scale");
-        for (const qreal scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
-            QTest::addRow("%g", scale) << scale;
-        }
-    }
     void rulesAreAsManyWholePixelsThickAsTheScaleHas() {
-        QFETCH(qreal, scale);
         Shown shown;
-        const QImage image = drawn(*shown.view, scale);
         const QColor border = DaypartColours{shown.panel.daypart}.of(ColourRole::border);
-        QList<int> thicknesses;
-        for (int y = 1; y < image.height(); ++y) {
-            if (image.pixelColor(0, y) == border) {
-                image.pixelColor(0, y - 1) == border ? ++thicknesses.last() : (thicknesses += 1).last();
+        for (const qreal scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
+            const QImage image = drawn(*shown.view, scale);
+            QList<int> thicknesses;
+            for (int y = 1; y < image.height(); ++y) {
+                if (image.pixelColor(0, y) == border) {
+                    image.pixelColor(0, y - 1) == border ? ++thicknesses.last() : (thicknesses += 1).last();
+                }
             }
+            QCOMPARE(thicknesses, QList<int>(5, int(scale)));
         }
-        QCOMPARE(thicknesses, QList<int>(5, int(scale)));
     }
 
     void eachAppearancePollsOnceMore() {

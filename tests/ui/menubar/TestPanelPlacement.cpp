@@ -1,6 +1,6 @@
 #include "ui/menubar/PanelPlacement.h"
 
-#include <QTest>
+#include "support/Rows.h"
 
 class TestPanelPlacement final : public QObject {
     Q_OBJECT
@@ -9,27 +9,24 @@ private slots:
     void columnLeavesRoomForBars() { QCOMPARE(PanelPlacement::columnHeight(800), 748); }
 
     void staysNextToTheIconInsideTheWorkArea_data() {
-        QTest::addColumn<QRect>("anchor");
-        QTest::addColumn<QRect>("area");
-        QTest::addColumn<QPoint>("place");
+        const Rows<QRect, QRect, QPoint> row{"anchor", "area", "place"};
         const QRect below{0, 30, 1920, 1050}; // a bar at the top
         const QRect above{0, 0, 1920, 1050};  // a bar at the bottom
         const QRect between{0, 0, 1880, 1080};
-        QTest::newRow("bar at the top") << QRect{1000, 0, 24, 30} << below << QPoint{842, 38};
-        QTest::newRow("top, at the right end") << QRect{1890, 0, 24, 30} << below << QPoint{1572, 38};
-        QTest::newRow("top, at the left end") << QRect{2, 0, 24, 30} << below << QPoint{8, 38};
-        QTest::newRow("bar at the bottom") << QRect{1000, 1050, 24, 30} << above << QPoint{842, 442};
-        QTest::newRow("bottom, at the right end") << QRect{1890, 1050, 24, 30} << above << QPoint{1572, 442};
-        QTest::newRow("bar at the left") << QRect{0, 900, 40, 40} << between.translated(40, 0) << QPoint{48, 294};
-        QTest::newRow("bar at the right") << QRect{1880, 20, 40, 40} << between << QPoint{1532, 66};
-        QTest::newRow("inside the work area") << QRect{900, 200, 24, 24} << below << QPoint{742, 230};
-        QTest::newRow("the pointer at the top") << QRect{600, 10, 0, 0} << below << QPoint{430, 38};
-        QTest::newRow("the pointer at the bottom") << QRect{600, 1070, 0, 0} << above << QPoint{430, 442};
-        QTest::newRow("screen at the right") << QRect{3800, 0, 24, 30} << below.translated(1920, 0) << QPoint{3492, 38};
-        QTest::newRow("screen at the left")
-            << QRect{-1919, 0, 24, 30} << below.translated(-1920, 0) << QPoint{-1912, 38};
-        QTest::newRow("screen above") << QRect{600, -30, 24, 30} << above.translated(0, -1080) << QPoint{442, -638};
-        QTest::newRow("anchor outside of the screen") << QRect{5000, -500, 24, 30} << below << QPoint{1572, 38};
+        row("bar at the top", QRect{1000, 0, 24, 30}, below, QPoint{842, 38});
+        row("top, at the right end", QRect{1890, 0, 24, 30}, below, QPoint{1572, 38});
+        row("top, at the left end", QRect{2, 0, 24, 30}, below, QPoint{8, 38});
+        row("bar at the bottom", QRect{1000, 1050, 24, 30}, above, QPoint{842, 442});
+        row("bottom, at the right end", QRect{1890, 1050, 24, 30}, above, QPoint{1572, 442});
+        row("bar at the left", QRect{0, 900, 40, 40}, between.translated(40, 0), QPoint{48, 294});
+        row("bar at the right", QRect{1880, 20, 40, 40}, between, QPoint{1532, 66});
+        row("inside the work area", QRect{900, 200, 24, 24}, below, QPoint{742, 230});
+        row("the pointer at the top", QRect{600, 10, 0, 0}, below, QPoint{430, 38});
+        row("the pointer at the bottom", QRect{600, 1070, 0, 0}, above, QPoint{430, 442});
+        row("screen at the right", QRect{3800, 0, 24, 30}, below.translated(1920, 0), QPoint{3492, 38});
+        row("screen at the left", QRect{-1919, 0, 24, 30}, below.translated(-1920, 0), QPoint{-1912, 38});
+        row("screen above", QRect{600, -30, 24, 30}, above.translated(0, -1080), QPoint{442, -638});
+        row("anchor outside of the screen", QRect{5000, -500, 24, 30}, below, QPoint{1572, 38});
     }
     void staysNextToTheIconInsideTheWorkArea() {
         QFETCH(QRect, anchor);

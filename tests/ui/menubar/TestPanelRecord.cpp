@@ -62,12 +62,7 @@ private slots:
         compare(u"panel"_s, shown.sections());
     }
 
-    void otherStates_data() {
-        QTest::addColumn<const PanelState*>("state");
-        for (const auto& state : PanelStates::all) {
-            QTest::newRow(state.name) << &state;
-        }
-    }
+    void otherStates_data() { PanelStates::addRows(); }
     void otherStates() {
         QFETCH(const PanelState*, state);
         Shown shown;
@@ -126,24 +121,20 @@ private slots:
         compare(u"panel, focused"_s, text);
     }
 
-    void windowAround_data() {
-        QTest::addColumn<bool>("isComposited");
-        QTest::newRow("round") << true;
-        QTest::newRow("square") << false;
-    }
     void windowAround() {
-        QFETCH(bool, isComposited);
-        Shown shown;
-        PanelWindow window{std::move(shown.view), shown.panel.daypart, Qt::Popup, PanelWindow::PlacedBy::us,
-                           [isComposited] { return isComposited; }};
-        window.showAt(anchor);
-        QVERIFY(shown.panel.settle());
-        shown.panel.fill();
-        window.renderPending();
-        QCoreApplication::processEvents();
-        QVERIFY(window.height() < 1000);
-        compare(u"panel's frame, "_s + QString::fromLatin1(QTest::currentDataTag()),
-                ApprovedRecord::painted(*window.findChild<PanelFrame*>(), shown.colours));
+        for (const bool isComposited : {true, false}) {
+            Shown shown;
+            PanelWindow window{std::move(shown.view), shown.panel.daypart, Qt::Popup, PanelWindow::PlacedBy::us,
+                               [isComposited] { return isComposited; }};
+            window.showAt(anchor);
+            QVERIFY(shown.panel.settle());
+            shown.panel.fill();
+            window.renderPending();
+            QCoreApplication::processEvents();
+            QVERIFY(window.height() < 1000);
+            compare(isComposited ? u"panel's frame, round"_s : u"panel's frame, square"_s,
+                    ApprovedRecord::painted(*window.findChild<PanelFrame*>(), shown.colours));
+        }
     }
 
 private:

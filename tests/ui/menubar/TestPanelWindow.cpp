@@ -1,4 +1,5 @@
 #include "support/Activation.h"
+#include "support/Rows.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelReading.h"
@@ -188,13 +189,10 @@ private slots:
     }
 
     void whereTheDesktopPlacesItItWaitsForThePointer_data() {
-        QTest::addColumn<bool>("pointerHasCome");
-        QTest::addColumn<bool>("focusReturns");
-        QTest::addColumn<bool>("staysFirst");
-        QTest::addColumn<bool>("staysAtLast");
-        QTest::newRow("which comes in time") << false << true << true << true;
-        QTest::newRow("which never comes") << false << false << true << false;
-        QTest::newRow("which has been there") << true << false << false << false;
+        const Rows<bool, bool, bool, bool> row{"pointerHasCome", "focusReturns", "staysFirst", "staysAtLast"};
+        row("which comes in time", false, true, true, true);
+        row("which never comes", false, false, true, false);
+        row("which has been there", true, false, false, false);
     }
     void whereTheDesktopPlacesItItWaitsForThePointer() {
         QFETCH(bool, pointerHasCome);

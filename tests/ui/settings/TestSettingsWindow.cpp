@@ -1,3 +1,4 @@
+#include "support/Rows.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/settings/SettingsFixture.h"
 
@@ -169,14 +170,12 @@ private slots:
     }
 
     void textsAreReadableOnEveryDesktop_data() {
-        QTest::addColumn<QColor>("window");
-        QTest::addColumn<QColor>("text");
-        QTest::addColumn<QColor>("highlight");
-        QTest::newRow("white") << QColor{Qt::white} << QColor{Qt::black} << QColor{Qt::yellow};
-        QTest::newRow("grey") << QColor{0xc0, 0xc0, 0xc0} << QColor{Qt::black} << QColor{Qt::blue};
-        QTest::newRow("dark") << QColor{0x24, 0x24, 0x28} << QColor{0xf2, 0xf2, 0xf3} << QColor{0, 0, 255};
-        QTest::newRow("black") << QColor{Qt::black} << QColor{Qt::white} << QColor{0x30, 0x30, 0x30};
-        QTest::newRow("solarized") << QColor{0xfd, 0xf6, 0xe3} << QColor{0x07, 0x36, 0x42} << QColor{0x26, 0x8b, 0xd2};
+        const Rows<QColor, QColor, QColor> row{"window", "text", "highlight"};
+        row("white", QColor{Qt::white}, QColor{Qt::black}, QColor{Qt::yellow});
+        row("grey", QColor{0xc0, 0xc0, 0xc0}, QColor{Qt::black}, QColor{Qt::blue});
+        row("dark", QColor{0x24, 0x24, 0x28}, QColor{0xf2, 0xf2, 0xf3}, QColor{0, 0, 255});
+        row("black", QColor{Qt::black}, QColor{Qt::white}, QColor{0x30, 0x30, 0x30});
+        row("solarized", QColor{0xfd, 0xf6, 0xe3}, QColor{0x07, 0x36, 0x42}, QColor{0x26, 0x8b, 0xd2});
     }
     void textsAreReadableOnEveryDesktop() {
         QFETCH(QColor, window);
