@@ -10,12 +10,10 @@ RUNNING = "Running vorna…"
 
 HEARTBEAT = ["desktop", "heartbeat", "--json"]
 BACKUP = ["desk", "backup"]
-SYNC = ["desk", "sync", "push", "--via", "icloud"]
 
 COPYABLE = ["http://127.0.0.1:43105", "vorna server start", "vorna services start",
             "Start bridge: vorna server start"]
 TABS = ["Bridge", "Permissions", "Daypart", "About"]
-SIGN_IN_BUTTON = "Sign in with Google Workspace"
 OPEN = "Open System Settings"
 FOLLOW = "Follow clock (auto)"
 FOLLOWING = "Following local clock · dawn 5–10 · day 10–17 · dusk 17–21 · night else"

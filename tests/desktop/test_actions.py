@@ -1,7 +1,7 @@
-"""What can be done from the panel, on a real desktop: the tool, notifications, web pages and dayparts."""
+"""The panel under a user's hands on a real desktop: the tool, the keyboard, dayparts, and a second start."""
 
-from companion import PANEL, CompanionTest, skip_unless_possible
-from contents import (BACKUP, BUTTON, DAYPARTS, HEARTBEAT, LABEL, RUNNING, SYNC, TOOL_BUTTONS, USABLE, well_rows)
+from companion import PANEL, SETTINGS, CompanionTest, skip_unless_possible
+from contents import BACKUP, BUTTON, DAYPARTS, HEARTBEAT, LABEL, RUNNING, TOOL_BUTTONS, USABLE, well_rows
 
 SURFACES = {"Dawn": (0xF3, 0xEB, 0xE3), "Day": (0xE8, 0xEE, 0xF3), "Dusk": (0x22, 0x1C, 0x17),
             "Night": (0x12, 0x12, 0x1A)}
@@ -20,11 +20,11 @@ class Actions(CompanionTest):
         self.start_companion()
         self.open_panel()
 
-    def tool_waits(self, what="backed up"):
-        """Makes an action of the tool last until the file that is returned is there, and say that."""
+    def tool_waits(self):
+        """Makes an action of the tool last until the file that is returned is there."""
         end = self.desk.root / "end"
         end.unlink(missing_ok=True)
-        self.tool.does(f'[ "$1" = desk ] && until [ -e {end} ]; do sleep 0.1; done && echo "{what}\nin 2 s"; :')
+        self.tool.does(f'[ "$1" = desk ] && until [ -e {end} ]; do sleep 0.1; done && echo "backed up\nin 2 s"; :')
         return end
 
     # The tool
@@ -56,37 +56,31 @@ class Actions(CompanionTest):
                 self.wait_for(lambda: expected <= set(heard), f"the buttons to be announced as {is_usable}")
                 end.touch()
 
-    def test_tool_that_fails_is_told_of_as_it_was_typed(self):
-        self.tool.does('[ "$1" = desk ] && echo "no disk <b>of ours</b> &amp; none else" >&2 && exit 3; :')
-        self.open()
-        self.reader.press("Desk backup now", PANEL)
-        self.reader.wait_for_text("no disk <b>of ours</b> &amp; none else", PANEL)
-        escaped = "Failed: no disk &lt;b&gt;of ours&lt;/b&gt; &amp;amp; none else"
-        self.wait_for_notifications(("Desk backup", escaped))
+    # The keyboard
 
-    def test_both_actions_hand_over_their_words_one_by_one_and_leave_no_child_behind(self):
+    def test_space_and_return_press(self):
         self.open()
-        for count, title in enumerate(TOOL_BUTTONS, 1):
-            end = self.tool_waits(f"done {count}")
-            self.reader.press(title, PANEL)
-            self.wait_for(self.children, "the tool")
-            end.touch()
-            self.wait_for(lambda: len(self.notifications()) == count, "the tool's end")
-        self.assertEqual(self.tool.calls(), [HEARTBEAT, BACKUP, SYNC])
-        self.reader.press("Console", PANEL)
-        self.wait_for_calls(self.opener, [["https://vorna.localhost/dashboard"]])
-        self.wait_for(lambda: not self.children(), "every child to be gone")
+        pages = []
+        for times, key, page in ((2, "space", "/dashboard"), (1, "Return", "/dashboard/agents")):
+            for _ in range(times):
+                before = self.reader.focused(PANEL)
+                self.desk.press("Tab")
+                self.wait_for(lambda: self.reader.focused(PANEL) not in (before, None), "the focus to move")
+            self.desk.press(key)
+            pages.append(["https://vorna.localhost" + page])
+            self.wait_for_calls(self.opener, pages)
 
-    # The web
+    # The window
 
-    def test_web_pages_are_handed_to_the_system(self):
+    def test_closed_panel_is_given_back_and_comes_again_whole(self):
         self.open()
-        for title, address in (("Facet", "https://facet.vorna.localhost"),
-                               ("Console", "https://vorna.localhost/dashboard"),
-                               ("Agents", "https://vorna.localhost/dashboard/agents")):
-            self.opener.forget()
-            self.reader.press(title, PANEL)
-            self.wait_for_calls(self.opener, [[address]])
+        self.wait_for_rows(PANEL, well_rows())
+        self.desk.activate_item(self.item())
+        self.wait_for(lambda: not self.panels(hidden=True), "the window to be given back")
+        self.open_panel()
+        self.wait_for_rows(PANEL, well_rows())
+        self.assertEqual(len(self.panels(hidden=True)), 1)
+        self.wait_for_calls(self.tool, [HEARTBEAT, HEARTBEAT])
 
     # Dayparts
 
@@ -128,10 +122,20 @@ class Actions(CompanionTest):
         self.reader.wait_for_text(RUNNING, PANEL)
         self.quit_by_button()
 
-    # Notifications
 
-    def test_each_test_notification_is_one_of_its_own(self):
-        self.open()
-        self.wait_for_rows(PANEL, well_rows())
-        self.click("Test notification", times=2)
-        self.wait_for_notifications(*[("vorna", "Desktop notifications are working · Day")] * 2)
+class WithoutATray(CompanionTest):
+    """Where nothing shows an item, and no bridge answers."""
+
+    has_tray = False
+
+    def test_second_start_opens_what_it_was_started_for(self):
+        self.start_companion()
+        self.wait_for(self.reader.is_there, "the first start")
+        self.start_again()
+        self.reader.wait_for_text("bridge unreachable", PANEL)
+        self.reader.wait_for_text("Start bridge: vorna server start", PANEL)
+        self.assertGreater(len(self.leaves(PANEL)), len(TOOL_BUTTONS + DAYPARTS))
+        self.check_within(self.wait_for_panel(), (0, 0, *self.desk.size))
+        self.photograph("actions-without-a-tray")
+        self.start_again("--settings")
+        self.reader.wait_for_window(SETTINGS)

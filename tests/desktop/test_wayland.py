@@ -111,6 +111,7 @@ class Stories:
         self.start()
         for how, close in (("Escape", lambda _: self.desk.press("Escape")),
                            ("a second click", lambda _: self.click_item()),
+                           ("a double click's second", lambda _: self.desk.click(*self.desk.item_place())),
                            ("a click elsewhere", self.click_elsewhere)):
             close(self.open_panel())
             self.wait_for_no_panel(how)
