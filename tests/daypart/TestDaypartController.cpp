@@ -108,14 +108,6 @@ private slots:
         QCOMPARE(m_defaults.values, (QVariantMap{{manualKey, false}}));
     }
 
-    void autoAtTheSameDaypartAnnouncesOnlyTheFlag() {
-        DaypartController controller{m_defaults, clock(), ticker()};
-        controller.set(Daypart::day);
-        const Record record{controller, m_defaults};
-        controller.useAuto();
-        QCOMPARE(record.lines, QStringList{u"Day Day manual"_s});
-    }
-
     void manualFlagWithoutAValidDaypartStaysManual_data() {
         const Rows<QVariant> row{"stored"};
         row("unknown", QVariant{u"noon"_s});

@@ -1,13 +1,12 @@
 """The companion on a desktop, and stand-ins for all that it talks to: bridge, tool, opener."""
 
 import contextlib
-import http.server
 import json
 import os
 import pathlib
 import re
 import socket
-import threading
+import sys
 import time
 import unittest
 
@@ -15,6 +14,10 @@ import desktop
 import psutil
 from contents import BUTTON, CHOICE, COPYABLE, LABEL, SEEN, TAB, USABLE, plain
 from screen_reader import ScreenReader
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
+
+from fake_peers import http_server, serving  # noqa: E402
 
 BRIDGE_PORT = 43105
 PANEL = "vorna"
@@ -52,36 +55,21 @@ class Bridge:
 
     def __init__(self, changes={}):
         self.requests = []
-        snapshot = {**SNAPSHOT, **changes}
-        requests = self.requests
+        self._snapshot = {**SNAPSHOT, **changes}
+        self._serving = contextlib.ExitStack()
+        self._serving.enter_context(serving(http_server(self._answer, BRIDGE_PORT)))
 
-        class Handler(http.server.BaseHTTPRequestHandler):
-            def do_GET(self):
-                requests.append((time.monotonic(), self.path))
-                document = snapshot if self.path.startswith("/monitor/desktop") else {"status": "ok"}
-                body = json.dumps(document).encode()
-                self.send_response(200)
-                self.send_header("Content-Length", str(len(body)))
-                self.end_headers()
-                with contextlib.suppress(ConnectionError):
-                    self.wfile.write(body)
-
-            def log_message(self, *_):
-                pass
-
-        http.server.ThreadingHTTPServer.allow_reuse_address = True
-        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", BRIDGE_PORT), Handler)
-        self._thread = threading.Thread(target=self._server.serve_forever, args=[0.05], daemon=True)
-        self._thread.start()
+    def _answer(self, handler):
+        self.requests.append((time.monotonic(), handler.path))
+        document = self._snapshot if handler.path.startswith("/monitor/desktop") else {"status": "ok"}
+        return 200, json.dumps(document).encode()
 
     def polls(self):
         """When each poll began."""
         return [when for when, path in self.requests if path == "/health"]
 
     def stop(self):
-        self._server.shutdown()
-        self._thread.join()
-        self._server.server_close()
+        self._serving.close()
 
 
 class StandIn:

@@ -1,15 +1,9 @@
 """The whole on a real desktop: the companion in a real tray, a bridge with real figures, and real services to see."""
 
-import pathlib
-import sys
-
 import desktop
 import services
 from companion import BRIDGE_PORT, PANEL, DesktopTest, skip_unless_possible
-
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "devtools"))
-
-from stand_in import StandInBridge  # noqa: E402
+from stand_in import StandInBridge
 
 SITES = """
 http://plain.localhost:{1} {

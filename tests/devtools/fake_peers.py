@@ -23,27 +23,30 @@ def serving(server):
 def caddy_admin(config):
     """Answers /config/ with a configuration, and everything else with 404."""
     body = config if isinstance(config, bytes) else json.dumps(config).encode()
-    return _http_server(lambda handler: (200, body) if handler.path == "/config/" else (404, b""))
+    return http_server(lambda handler: (200, body) if handler.path == "/config/" else (404, b""))
 
 
 def sites(status_by_host):
     """Answers with the status that belongs to the Host header, and 421 for a host that it does not know."""
-    return _http_server(lambda handler: (status_by_host.get(handler.headers["Host"], 421), b""))
+    return http_server(lambda handler: (status_by_host.get(handler.headers["Host"], 421), b""))
 
 
-def _http_server(answer):
+def http_server(answer, port=0):
+    """Answers each request with the status and the body that `answer` gives for its handler."""
+
     class Handler(http.server.BaseHTTPRequestHandler):
         def do_GET(self):
             status, body = answer(self)
             self.send_response(status)
             self.send_header("Content-Length", str(len(body)))
             self.end_headers()
-            self.wfile.write(body)
+            with contextlib.suppress(ConnectionError):
+                self.wfile.write(body)
 
         def log_message(self, *arguments):
             pass
 
-    return http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+    return http.server.ThreadingHTTPServer(("127.0.0.1", port), Handler)
 
 
 def answering(reply):

@@ -28,13 +28,6 @@ class BridgeTest(StandInBridgeTest):
         return self.start(caddy_admin=f"127.0.0.1:{admin}")
 
 
-class Health(BridgeTest):
-    def test_answers_200_with_status_ok_and_an_unknown_path_404(self):
-        bridge = self.start()
-        self.assertEqual(bridge.get("/health"), (200, {"status": "ok"}))
-        self.assertEqual(bridge.get("/nothing-here")[0], 404)
-
-
 class MonitorDocument(BridgeTest):
     def test_has_exactly_the_keys_and_types_of_the_format(self):
         status, document = self.start().get("/monitor/desktop?probe_sites=true")
@@ -47,15 +40,9 @@ class MonitorDocument(BridgeTest):
         self.assertEqual([type(document[key]) for key in ("caddy_sites_up", "caddy_sites_total")], [int, int])
         for probe in document["services"]:
             self.assertEqual([type(probe[key]) for key in ("name", "ok", "detail", "category")], [str, bool, str, str])
-        names = [probe["name"] for probe in document["services"]]
-        self.assertEqual(len(names), len(set(names)))
-
-    def test_says_why_what_is_absent_is_not_ok_and_names_no_sites(self):
-        _, document = self.start().get("/monitor/desktop?probe_sites=true")
-        said = {probe["name"]: (probe["ok"], probe["detail"]) for probe in document["services"]}
-        self.assertLessEqual({"caddy.process": (False, "not running"), "caddy.admin": (False, "connection refused"),
-                              "postgres": (False, "connection refused")}.items(), said.items())
-        self.assertEqual((document["caddy_sites_up"], document["caddy_sites_total"]), (0, 0))
+        details = {probe["name"]: probe["detail"] for probe in document["services"]}
+        self.assertEqual(len(details), len(document["services"]))
+        self.assertEqual({details["caddy.admin"], details["postgres"]}, {"connection refused"})
 
     def test_host_figures_are_those_of_this_machine(self):
         _, document = self.start().get("/monitor/desktop")
@@ -154,7 +141,7 @@ class Stalls(BridgeTest):
         snapshot = threading.Thread(target=lambda: answers.append(
             bridge.get("/monitor/desktop?probe_sites=true", seconds=self.ONE_AFTER_ANOTHER)[1]))
         snapshot.start()
-        self.assertEqual(bridge.get("/health")[0], 200)
+        self.assertEqual(bridge.get("/health"), (200, {"status": "ok"}))
         self.assertTrue(snapshot.is_alive(), "the health request was to be asked during the snapshot")
         snapshot.join()
         self.assertLess(time.monotonic() - began, self.ONE_AFTER_ANOTHER / 4)

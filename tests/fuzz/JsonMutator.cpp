@@ -12,27 +12,11 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 namespace {
 
 constexpr qsizetype longestText = 64; // bytes
-const QByteArrayList values{"null",
-                            "true",
-                            "false",
-                            "{}",
-                            "[]",
-                            "\"\"",
-                            "0",
-                            "-1",
-                            "-0.5",
-                            "2.5",
-                            "64.5",
-                            "99.995",
-                            "12",
-                            "1e-308",
-                            "1.7e308",
-                            "9.3e18",
-                            "1e400",
-                            "9007199254740993",
-                            "9223372036854775807",
-                            "\"\\ud83e\"",
-                            '"' + QByteArray(2000, 'x') + "\xF0\x9F\xA7\xAD\""};
+const QByteArrayList values =
+    QByteArray{R"(null true false {} [] "" 0 -1 -0.5 2.5 64.5 99.995 12 1e-308 1.7e308 9.3e18 1e400 9007199254740993 )"
+               R"(9223372036854775807 "\ud83e")"}
+        .split(' ')
+    << '"' + QByteArray(2000, 'x') + "\xF0\x9F\xA7\xAD\"";
 
 }
 

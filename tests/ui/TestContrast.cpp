@@ -125,12 +125,7 @@ struct Settings final {
     SettingsFixture fixture;
     FormColours colours{fixture.daypart};
 
-    explicit Settings(bool isDark) {
-        QPalette palette{QColor{isDark ? 0xff242428 : 0xfff1f1f2}};
-        palette.setColor(QPalette::WindowText, isDark ? 0xfff2f2f3 : 0xff1d1d1f);
-        palette.setColor(QPalette::Highlight, QColor{53, 132, 228});
-        QApplication::setPalette(palette);
-    }
+    explicit Settings(bool isDark) { QApplication::setPalette(isDark ? SettingsStates::dark : SettingsStates::light); }
 };
 
 QString named(const Tint& tint) {

@@ -43,24 +43,11 @@ void say(OpenSettings& settings, const QString& text) {
 
 /// What comes of each control of a tab, in their order.
 const QStringList effects[]{
-    {{}, u"tab 1"_s, u"tab 2"_s, u"tab 3"_s, u"polling"_s, u"auth login --surface macos --yes"_s},
-    {u"tab 0"_s, {}, u"tab 2"_s, u"tab 3"_s, u"pane:0"_s, u"pane:1"_s, u"pane:2"_s, u"pane:3"_s, u"pane:4"_s},
-    {u"tab 0"_s,
-     u"tab 1"_s,
-     {},
-     u"tab 3"_s,
-     u"Dawn pinned"_s,
-     u"Day pinned"_s,
-     u"Dusk pinned"_s,
-     u"Night pinned"_s,
-     u"clock followed"_s},
-    {u"tab 0"_s,
-     u"tab 1"_s,
-     u"tab 2"_s,
-     {},
-     u"https://vorna.localhost/dashboard"_s,
-     u"https://vorna.localhost/dashboard/agents"_s,
-     u"https://vorna.localhost/download"_s},
+    u"|tab 1|tab 2|tab 3|polling|auth login --surface macos --yes"_s.split(u'|'),
+    u"tab 0||tab 2|tab 3|pane:0|pane:1|pane:2|pane:3|pane:4"_s.split(u'|'),
+    u"tab 0|tab 1||tab 3|Dawn pinned|Day pinned|Dusk pinned|Night pinned|clock followed"_s.split(u'|'),
+    u"tab 0|tab 1|tab 2||https://vorna.localhost/dashboard|https://vorna.localhost/dashboard/agents|"
+    "https://vorna.localhost/download"_s.split(u'|'),
 };
 
 }
