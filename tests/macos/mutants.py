@@ -29,22 +29,14 @@ def compile_command(folder, target, source):
     return words[: words.index("-MD")] + ["-c", str(source)]
 
 
-def link_command(folder, target):
-    line = next(line for line in reversed(commands(folder, target)) if " -o " in line and " -c " not in line)
-    return shlex.split(next(part for part in line.split(" && ") if " -o " in part))
-
-
-def with_output(words, output):
-    return [*words[: words.index("-o")], "-o", str(output), *words[words.index("-o") + 2 :]]
-
-
 class Planter(mutate.Planter):
     """Knows how the files are compiled and linked, and tries one mistake after another in a folder of its own."""
 
     def __init__(self):
         kit.build_for_the_mac("vorna-companion")
         kit.build_to_run()
-        self.link = link_command(kit.RUN, "TestMac")
+        link = next(line for line in reversed(commands(kit.RUN, "TestMac")) if " -o TestMac " in line)
+        self.link = shlex.split(next(part for part in link.split(" && ") if " -o " in part))
 
     def noticed_by(self, mistake):
         source = kit.PROJECT / mistake.file
@@ -67,8 +59,8 @@ class Planter(mutate.Planter):
         words = compile_command(kit.RUN, "TestMac", source)
         if not kit.run(*words[:-1], planted, "-o", anew, cwd=kit.RUN)[0]:
             return None
-        words = [str(anew) if word.endswith(f"/{source.name}.o") else word for word in self.link]
-        kit.demand(*with_output(words, program), cwd=kit.RUN)
+        given = {word: anew for word in self.link if word.endswith(f"/{source.name}.o")} | {"TestMac": program}
+        kit.demand(*(given.get(word, word) for word in self.link), cwd=kit.RUN)
         return program
 
 

@@ -144,9 +144,6 @@ DOES(-(void)setBody : (NSString*)value, record("body", value))
 }
 @end
 
-@implementation UNNotification
-@end
-
 @implementation UNNotificationSettings
 GIVES(-(UNAuthorizationStatus)authorizationStatus, static_cast<UNAuthorizationStatus>(world().authorizationStatus))
 @end

@@ -39,16 +39,9 @@ TYPES = {
     "fsfilcnt_t": "unsigned int",
 }
 
-RELEASES = [(10, 12), (10, 13), (10, 14), (10, 15), (11, 0), (12, 0), (13, 0), (14, 0)]
-ABSENT = "OS_IPHONE OS_IOS OS_TV OS_WATCH OS_VISION OS_MACCATALYST OS_SIMULATOR OS_EMBEDDED".split()
-PRESENT = ["OS_MAC", "OS_OSX", "CPU_ARM64", "RT_64_BIT", "RT_LITTLE_ENDIAN"]
-
 ADDED = {
     "machine/endian.h": None,  # musl's <endian.h>, under the name that it has on macOS
-    "TargetConditionals.h": "\n".join(
-        f"#define TARGET_{name} {int(name in PRESENT)}"
-        for name in [*PRESENT, *ABSENT]
-    ),
+    "TargetConditionals.h": "#define TARGET_OS_MAC 1\n#define TARGET_OS_OSX 1\n",
     "AvailabilityMacros.h": """
 #define MAC_OS_X_VERSION_MIN_REQUIRED __ENVIRONMENT_MAC_OS_X_VERSION_MIN_REQUIRED__
 #define MAC_OS_X_VERSION_MAX_ALLOWED 140000
@@ -57,12 +50,7 @@ ADDED = {
 #include <AvailabilityMacros.h>
 #define __MAC_OS_X_VERSION_MIN_REQUIRED MAC_OS_X_VERSION_MIN_REQUIRED
 #define __MAC_OS_X_VERSION_MAX_ALLOWED MAC_OS_X_VERSION_MAX_ALLOWED
-#define __OSX_AVAILABLE_STARTING(...)
-#define API_AVAILABLE(...)
-#define API_DEPRECATED(...)
-#define API_UNAVAILABLE(...)
-"""
-    + "".join(f"#define __MAC_{major}_{minor} {major}{minor:02}00\n" for major, minor in RELEASES),
+""",
     "Block.h": """
 extern "C" void* _Block_copy(const void*);
 extern "C" void _Block_release(const void*);
@@ -78,15 +66,8 @@ extern "C" _RuneLocale _DefaultRuneLocale;
 """
     + "".join(f"#define _CTYPE_{kind} {0x100 << place}L\n" for place, kind in enumerate("ACDGLPSUXBR")),
     "xlocale.h": """
-#include <ctype.h>
 #include <locale.h>
 #include <runetype.h>
-#include <stdio.h>
-#include <stdlib.h>
-#include <string.h>
-#include <time.h>
-#include <wchar.h>
-#include <wctype.h>
 #define MB_CUR_MAX_L(locale) 4
 extern "C" {
 int snprintf_l(char*, size_t, locale_t, const char*, ...);

@@ -9,7 +9,6 @@
 #undef NSVariableStatusItemLength
 static constexpr CGFloat NSVariableStatusItemLength = -1.0;
 static constexpr NSCompositingOperation NSCompositingOperationSourceOver = NSCompositeSourceOver;
-static constexpr NSEventType NSEventTypeLeftMouseDown = NSLeftMouseDown;
 static constexpr NSEventType NSEventTypeRightMouseDown = NSRightMouseDown;
 static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18;
 
