@@ -2,7 +2,7 @@
 #include "app/VornaApp.h"
 #include "daypart/DaypartController.h"
 #include "platform/Desktop.h"
-#include "system/NotificationService.h"
+#include "platform/NotificationService.h"
 #include "ui/menubar/MenuBarView.h"
 #include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelWindow.h"

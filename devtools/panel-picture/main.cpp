@@ -2,9 +2,8 @@
 
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 #include "platform/UserDefaults.h"
-#include "system/NotificationService.h"
 #include "ui/menubar/MenuBarView.h"
 
 #include <QApplication>
@@ -34,11 +33,11 @@ public:
     void remove(const QString& /*key*/) override {}
 };
 
-class NoNotifications final : public NotificationCenter {
+class NoNotifications final : public NotificationService {
 public:
     QCoro::Task<bool> requestAuthorization() override { co_return false; }
-    QCoro::Task<Authorization> authorization() override { co_return Authorization::denied; }
-    QCoro::Task<> post(Request /*request*/) override { co_return; }
+    QCoro::Task<Authorization> authorizationStatus() override { co_return Authorization::denied; }
+    QCoro::Task<> notify(QString, QString, QString) override { co_return; }
 };
 
 QCoro::Task<VornaCLIRunner::Result> noTool(QStringList /*arguments*/, double /*timeout*/) {
@@ -109,8 +108,7 @@ int main(int argc, char** argv) {
     const Request request = requested();
 
     NoDefaults defaults;
-    NoNotifications center;
-    NotificationService notifications{center};
+    NoNotifications notifications;
     StatusModel status{notifications, noTool};
     DaypartController daypart{defaults};
     if (request.daypart) {

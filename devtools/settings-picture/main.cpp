@@ -1,8 +1,7 @@
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 #include "platform/UserDefaults.h"
-#include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
 #include "ui/settings/SettingsView.h"
 
@@ -27,11 +26,11 @@ public:
     void remove(const QString&) override {}
 };
 
-class GrantingCenter final : public NotificationCenter {
+class GrantedNotifications final : public NotificationService {
 public:
     QCoro::Task<bool> requestAuthorization() override { co_return true; }
-    QCoro::Task<Authorization> authorization() override { co_return Authorization::authorized; }
-    QCoro::Task<> post(Request) override { co_return; }
+    QCoro::Task<Authorization> authorizationStatus() override { co_return Authorization::authorized; }
+    QCoro::Task<> notify(QString, QString, QString) override { co_return; }
 };
 
 QPalette palette(QRgb window, QRgb text, QRgb button) {
@@ -105,8 +104,7 @@ int main(int argc, char** argv) {
     QApplication::setFont(font);
 
     NoDefaults defaults;
-    GrantingCenter center;
-    NotificationService notifications{center};
+    GrantedNotifications notifications;
     StatusModel status{notifications};
     DaypartController daypart{defaults};
     fill(status, parser.isSet(u"long"_s));

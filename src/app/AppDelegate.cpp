@@ -1,6 +1,6 @@
 #include "app/AppDelegate.h"
 
-#include "system/NotificationService.h"
+#include "platform/NotificationService.h"
 
 QCoro::Task<> AppDelegate::applicationDidFinishLaunching() {
     const auto daypart = m_daypart; // this may be gone when the answer comes

@@ -1,6 +1,6 @@
 #include "app/StatusModel.h"
 
-#include "system/NotificationService.h"
+#include "platform/NotificationService.h"
 
 #include <QPointer>
 

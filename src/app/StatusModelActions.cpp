@@ -1,7 +1,7 @@
 #include "app/StatusModel.h"
 
+#include "platform/NotificationService.h"
 #include "support/Json.h"
-#include "system/NotificationService.h"
 
 #include <QPointer>
 #include <QStringTokenizer>

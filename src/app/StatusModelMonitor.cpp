@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <clocale>
+#include <cstdio>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -15,10 +16,12 @@ constexpr qsizetype maxServices = 12;
 constexpr auto sitePrefix = "site."_L1;
 
 /// C's "%.*f" in the POSIX locale, ties to even included.
+/// As `printf` rounds, with the point of no language.
 QString fixed(double value, int decimals) {
     std::array<char, std::numeric_limits<double>::max_exponent10 + 8> text{};
-    const auto end = std::to_chars(text.begin(), text.end(), value, std::chars_format::fixed, decimals);
-    return QString::fromLatin1(text.data(), end.ptr - text.data());
+    std::snprintf(text.data(), text.size(), "%.*f", decimals, value);
+    return QString::fromLocal8Bit(text.data())
+        .replace(QString::fromLocal8Bit(std::localeconv()->decimal_point), u"."_s);
 }
 
 QString formatted(const std::optional<double>& value, int decimals, QLatin1StringView unit) {

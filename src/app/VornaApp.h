@@ -4,8 +4,8 @@
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
 #include "platform/Desktop.h"
+#include "platform/NotificationService.h"
 #include "platform/StatusItem.h"
-#include "system/NotificationService.h"
 
 #include <QObject>
 #include <QTimer>

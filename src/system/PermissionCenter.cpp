@@ -1,7 +1,7 @@
 #include "system/PermissionCenter.h"
 
+#include "platform/NotificationService.h"
 #include "support/DevelopmentDomain.h"
-#include "system/NotificationService.h"
 
 #include <QPointer>
 

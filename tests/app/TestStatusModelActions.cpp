@@ -1,10 +1,9 @@
 #include "app/StatusModel.h"
 
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
 #include "support/Rows.h"
-#include "system/NotificationService.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -32,8 +31,7 @@ private slots:
     void init() {
         m_model.reset();
         m_tool = std::make_unique<FakeTool>();
-        m_center = std::make_unique<FakeNotificationCenter>();
-        m_notifications = std::make_unique<NotificationService>(*m_center);
+        m_notifications = std::make_unique<FakeNotificationService>();
         m_model = std::make_unique<StatusModel>(*m_notifications, m_tool->runner());
     }
 
@@ -56,16 +54,16 @@ private slots:
         QCOMPARE(call(0).timeout, 120.0);
         QVERIFY(m_model->cliBusy);
         QTEST(*m_model->cliMessage.value(), "progress");
-        QVERIFY(m_center->posted.isEmpty());
+        QVERIFY(m_notifications->posted.isEmpty());
 
         answer(0, u" all good \n"_s);
         QVERIFY(!m_model->cliBusy);
         QCOMPARE(m_model->cliMessage.value(), u"all good"_s);
-        QCOMPARE(m_center->posted.size(), 1);
-        QTEST(m_center->posted.first().title, "title");
-        QCOMPARE(m_center->posted.first().body, u"all good"_s);
+        QCOMPARE(m_notifications->posted.size(), 1);
+        QTEST(m_notifications->posted.first().title, "title");
+        QCOMPARE(m_notifications->posted.first().body, u"all good"_s);
         static const QRegularExpression uuid{u"^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$"_s};
-        QVERIFY(uuid.match(m_center->posted.first().identifier).hasMatch());
+        QVERIFY(uuid.match(m_notifications->posted.first().identifier).hasMatch());
     }
 
     void secondActionIsDropped() {
@@ -80,18 +78,18 @@ private slots:
         answer(0, u"done"_s);
         QCOMPARE(m_tool->calls.size(), 1);
         QCOMPARE(m_model->cliMessage.value(), u"done"_s);
-        QCOMPARE(m_center->posted.size(), 1);
+        QCOMPARE(m_notifications->posted.size(), 1);
     }
 
     void busyLastsUntilTheNotificationIsPosted() {
-        m_center->answersAtOnce = false;
+        m_notifications->answersAtOnce = false;
         m_model->runDeskBackup();
         answer(0, u"done"_s);
         QCOMPARE(m_model->cliMessage.value(), u"done"_s);
         QVERIFY(m_model->cliBusy);
         m_model->runMacSyncICloud();
         QCOMPARE(m_tool->calls.size(), 1);
-        m_center->answerAll();
+        m_notifications->answerAll();
         QVERIFY(!m_model->cliBusy);
     }
 
@@ -105,20 +103,20 @@ private slots:
         QCOMPARE(m_model->cliMessage.value(), u"vorna desk backup…"_s);
         QVERIFY(m_model->cliBusy);
         answer(2, u"done"_s);
-        QCOMPARE(m_center->posted.at(0).body, m_center->posted.at(1).body);
-        QVERIFY(m_center->posted.at(0).identifier != m_center->posted.at(1).identifier);
+        QCOMPARE(m_notifications->posted.at(0).body, m_notifications->posted.at(1).body);
+        QVERIFY(m_notifications->posted.at(0).identifier != m_notifications->posted.at(1).identifier);
     }
 
     void refusedNotificationHasNoVisibleEffect() {
-        m_center->state = NotificationCenter::Authorization::denied;
+        m_notifications->state = NotificationService::Authorization::denied;
         ModelRecord record{*m_model};
         m_model->runDeskBackup();
         answer(0, QString(), u"no disk"_s, 2);
         QCOMPARE(record.take().join(u", "), u"cliBusy = true, cliMessage = vorna desk backup…, cliMessage = no disk, "
                                             "cliBusy = false"_s);
-        QCOMPARE(m_center->posted.size(), 1);
-        QCOMPARE(m_center->posted.first().body, u"Failed: no disk"_s);
-        QCOMPARE(m_center->authorizationRequests, 0);
+        QCOMPARE(m_notifications->posted.size(), 1);
+        QCOMPARE(m_notifications->posted.first().body, u"Failed: no disk"_s);
+        QCOMPARE(m_notifications->authorizationRequests, 0);
     }
 
     void messageIsTheFirstThreeLines_data() {
@@ -142,7 +140,7 @@ private slots:
         m_model->runDeskBackup();
         answer(0, output, errors, exitCode);
         QTEST(*m_model->cliMessage.value(), "message");
-        QTEST(m_center->posted.first().body, "body");
+        QTEST(m_notifications->posted.first().body, "body");
     }
 
     void notificationIsCutInCharacters_data() {
@@ -171,13 +169,14 @@ private slots:
         m_model->runDeskBackup();
         answer(0, character.repeated(count), {}, exitCode);
         QCOMPARE(m_model->cliMessage.value(), character.repeated(count));
-        QCOMPARE(m_center->posted.first().body, (exitCode == 0 ? QString() : u"Failed: "_s) + character.repeated(kept));
+        QCOMPARE(m_notifications->posted.first().body,
+                 (exitCode == 0 ? QString() : u"Failed: "_s) + character.repeated(kept));
     }
 
     void modelMayGoInMidAction() {
         for (const bool toolHasAnswered : {false, true}) {
             init();
-            m_center->answersAtOnce = false;
+            m_notifications->answersAtOnce = false;
             m_model->runDeskBackup();
             m_model->reportAccountHeartbeat();
             if (toolHasAnswered) {
@@ -186,8 +185,8 @@ private slots:
             m_model.reset();
             answer(0, u"done"_s);
             answer(1, uR"({"remote":{"state":"signed_in"}})"_s);
-            m_center->answerAll();
-            QCOMPARE(m_center->posted.size(), toolHasAnswered ? 1 : 0);
+            m_notifications->answerAll();
+            QCOMPARE(m_notifications->posted.size(), toolHasAnswered ? 1 : 0);
         }
     }
 
@@ -197,8 +196,7 @@ private:
         call(index).answer.deliver({.exitCode = exitCode, .stdOut = output, .stdErr = errors});
     }
 
-    std::unique_ptr<FakeNotificationCenter> m_center;
-    std::unique_ptr<NotificationService> m_notifications;
+    std::unique_ptr<FakeNotificationService> m_notifications;
     std::unique_ptr<FakeTool> m_tool;
     std::unique_ptr<StatusModel> m_model;
 };

@@ -1,10 +1,9 @@
 #include "app/StatusModel.h"
 
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
 #include "support/Rows.h"
-#include "system/NotificationService.h"
 
 #include <QTest>
 
@@ -80,7 +79,7 @@ private slots:
         ModelRecord record{*m_model};
         answer(0, output, u"complaint"_s, exitCode);
         QCOMPARE(record.take(), line.isEmpty() ? QStringList{} : QStringList{u"accountLine = " + line});
-        QVERIFY(m_center.posted.isEmpty());
+        QVERIFY(m_notifications.posted.isEmpty());
     }
 
     void runsWhileAnActionRuns() {
@@ -104,8 +103,7 @@ private:
         call(index).answer.deliver({.exitCode = exitCode, .stdOut = output, .stdErr = errors});
     }
 
-    FakeNotificationCenter m_center;
-    NotificationService m_notifications{m_center};
+    FakeNotificationService m_notifications;
     std::unique_ptr<FakeTool> m_tool;
     std::unique_ptr<StatusModel> m_model;
 };

@@ -1,11 +1,12 @@
 #include "app/StatusModel.h"
 
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/Rows.h"
 #include "support/ScriptedPeer.h"
-#include "system/NotificationService.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -82,8 +83,12 @@ private slots:
     }
 
     void figuresIgnoreTheLocale() {
+        const QTemporaryDir made; // a language with a comma, which the system need not have
+        qputenv("LOCPATH", QFile::encodeName(made.path()));
+        QProcess::execute(u"localedef"_s, {u"-i"_s, u"de_DE"_s, u"-f"_s, u"UTF-8"_s, made.filePath(u"de_DE.UTF-8"_s)});
+        QVERIFY(setlocale(LC_ALL, "de_DE.UTF-8"));
+        QCOMPARE(localeconv()->decimal_point, ",");
         QLocale::setDefault(QLocale{QLocale::German});
-        setlocale(LC_ALL, "de_DE.UTF-8");
         apply(snapshot({}, 0, 0, R"({"cpu_load_1m":1234.5,"disk_used_pct":50,"disk_free_gb":12345})"));
         QLocale::setDefault(QLocale::c());
         setlocale(LC_ALL, "C");
@@ -230,8 +235,7 @@ private:
         return names;
     }
 
-    FakeNotificationCenter m_center;
-    NotificationService m_notifications{m_center};
+    FakeNotificationService m_notifications;
     FakeTool m_tool;
     ScriptedPeer m_peer;
     std::unique_ptr<StatusModel> m_model;

@@ -1,11 +1,10 @@
 #include "app/StatusModel.h"
 
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/ModelRecord.h"
 #include "support/Rows.h"
 #include "support/ScriptedPeer.h"
-#include "system/NotificationService.h"
 
 #include <QTest>
 
@@ -249,8 +248,7 @@ private:
         QTRY_VERIFY(!model.polling);
     }
 
-    FakeNotificationCenter m_center;
-    NotificationService m_notifications{m_center};
+    FakeNotificationService m_notifications;
     std::unique_ptr<FakeTool> m_tool;
     std::unique_ptr<ScriptedPeer> m_peer;
     QDateTime m_now;

@@ -92,7 +92,7 @@ private slots:
 
     void panelWorksWhileTheToolHangs() {
         m_tool->write(heartbeat + untilGate);
-        m_panel->center.posted.clear();
+        m_panel->notifications.posted.clear();
         for (int click = 0; click < 3; ++click) {
             press(backup);
             press(cloudSync);
@@ -110,7 +110,7 @@ private slots:
         StandInTool::writeFile({}, m_tool->file(u"gate"_s));
         QTRY_VERIFY_WITH_TIMEOUT(!m_panel->status.cliBusy, waitMs);
         QCOMPARE(shown().first, u"desk backup"_s);
-        QCOMPARE(m_panel->center.posted.size(), 1);
+        QCOMPARE(m_panel->notifications.posted.size(), 1);
     }
 
     void heartbeatThatFailsShowsNothing() {
@@ -118,13 +118,13 @@ private slots:
             QFile::remove(m_tool->file(u"runs"_s));
             m_tool->write("echo >> \"${0%/*}/../runs\"; " + script);
             m_limit = shortLimit;
-            m_panel->center.posted.clear();
+            m_panel->notifications.posted.clear();
             m_panel->status.reportAccountHeartbeat();
             QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_tool->file(u"runs"_s)), waitMs);
             QTRY_VERIFY_WITH_TIMEOUT(!OwnProcess::hasChild(), waitMs);
             QTRY_COMPARE(OwnProcess::openDescriptors(), m_descriptors);
             QCOMPARE(shown(), std::pair(QString{}, m_others));
-            QVERIFY(m_panel->center.posted.isEmpty());
+            QVERIFY(m_panel->notifications.posted.isEmpty());
         }
     }
 
@@ -147,7 +147,7 @@ private:
             m_tool->write(heartbeat + script);
         }
         m_limit = limit;
-        m_panel->center.posted.clear();
+        m_panel->notifications.posted.clear();
         press(backup);
         if (!script.isEmpty()) { // else there may be nothing to wait for
             QCOMPARE(shown().first, running);
@@ -156,9 +156,9 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(!m_panel->status.cliBusy, waitMs);
         QCOMPARE(shown(), std::pair(line, m_others));
         QVERIFY(button(backup)->isEnabled() && button(cloudSync)->isEnabled());
-        QCOMPARE(m_panel->center.posted.size(), 1);
-        QCOMPARE(m_panel->center.posted.first().title, u"Desk backup"_s);
-        QCOMPARE(m_panel->center.posted.first().body, body);
+        QCOMPARE(m_panel->notifications.posted.size(), 1);
+        QCOMPARE(m_panel->notifications.posted.first().title, u"Desk backup"_s);
+        QCOMPARE(m_panel->notifications.posted.first().body, body);
     }
 
     double m_limit = longLimit;

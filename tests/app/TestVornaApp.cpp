@@ -1,6 +1,6 @@
 #include "app/VornaApp.h"
 
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/MemoryDefaults.h"
 #include "ui/menubar/PanelWindow.h"
@@ -52,9 +52,9 @@ private slots:
     void init() {
         m_daypart = std::make_unique<DaypartController>(m_defaults);
         m_tool = std::make_unique<FakeTool>();
-        m_center.state = NotificationCenter::Authorization::authorized;
-        m_center.answersAtOnce = true;
-        m_center.authorizationRequests = 0;
+        m_notifications.state = NotificationService::Authorization::authorized;
+        m_notifications.answersAtOnce = true;
+        m_notifications.authorizationRequests = 0;
         m_events.clear();
         m_timesDaypartWasTaken = 0;
         m_timesGivenWay = 0;
@@ -67,18 +67,18 @@ private slots:
     }
 
     void nothingWaitsForTheAnswerAboutNotifications() {
-        using enum NotificationCenter::Authorization;
+        using enum NotificationService::Authorization;
         for (const auto state : {authorized, denied, notDetermined}) {
             init();
-            m_center.state = state;
-            m_center.answersAtOnce = false;
+            m_notifications.state = state;
+            m_notifications.answersAtOnce = false;
             const auto vorna = launch();
             QVERIFY(m_item != nullptr);
             QCOMPARE(m_timesDaypartWasTaken, 1);
-            m_center.answerAll();
+            m_notifications.answerAll();
             QCOMPARE(m_timesDaypartWasTaken, 2);
-            QCOMPARE(m_center.authorizationRequests, 1);
-            QVERIFY(m_center.posted.isEmpty());
+            QCOMPARE(m_notifications.authorizationRequests, 1);
+            QVERIFY(m_notifications.posted.isEmpty());
         }
     }
 
@@ -178,7 +178,7 @@ private slots:
 private:
     [[nodiscard]] std::unique_ptr<VornaApp> launch() {
         const auto note = [this](const QString& event) {
-            m_events.append(u"%1, %2 requests"_s.arg(event).arg(m_center.authorizationRequests));
+            m_events.append(u"%1, %2 requests"_s.arg(event).arg(m_notifications.authorizationRequests));
         };
         return std::make_unique<VornaApp>(VornaParts{
             .daypart = [this]() -> DaypartController& {
@@ -205,8 +205,7 @@ private:
         });
     }
 
-    FakeNotificationCenter m_center;
-    NotificationService m_notifications{m_center};
+    FakeNotificationService m_notifications;
     MemoryDefaults m_defaults;
     std::unique_ptr<DaypartController> m_daypart;
     std::unique_ptr<FakeTool> m_tool;

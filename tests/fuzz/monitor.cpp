@@ -1,8 +1,7 @@
 #include "Fuzz.h"
 
 #include "app/StatusModel.h"
-#include "support/FakeNotificationCenter.h"
-#include "system/NotificationService.h"
+#include "support/FakeNotificationService.h"
 #include "ui/kit/TextFitting.h"
 
 #include <algorithm>
@@ -124,8 +123,7 @@ void requireDrawable(const StatusModel& model) {
 
 /// The input is what the bridge answers when it is asked for the snapshot. What costs most is done with some of them.
 void Fuzz::monitor(const QByteArray& input) {
-    static FakeNotificationCenter center;
-    static NotificationService notifications{center};
+    static FakeNotificationService notifications;
     static StatusModel model{notifications};
     const auto payload = Payload::decode(input);
     if (!payload) {

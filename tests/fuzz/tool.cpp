@@ -2,8 +2,7 @@
 
 #include "app/StatusModel.h"
 #include "cli/Utf8Text.h"
-#include "support/FakeNotificationCenter.h"
-#include "system/NotificationService.h"
+#include "support/FakeNotificationService.h"
 
 #include <QJsonDocument>
 #include <QTextBoundaryFinder>
@@ -32,8 +31,7 @@ QCoro::Task<Result> answered(Result result) {
 
 /// A model whose tool always ends like `result`.
 struct Companion final {
-    FakeNotificationCenter center;
-    NotificationService notifications{center};
+    FakeNotificationService notifications;
     Result result;
     StatusModel model{notifications, [this](const QStringList&, double) { return answered(result); }};
 };
@@ -41,7 +39,7 @@ struct Companion final {
 Companion& companionAfter(const Result& result) {
     static Companion companion;
     companion.result = result;
-    companion.center.posted.clear();
+    companion.notifications.posted.clear();
     return companion;
 }
 
@@ -109,7 +107,8 @@ void requireBeginning(const QString& text, const QString& message, int mostChara
     require(!message.isValidUtf16() || text.isValidUtf16());
 }
 
-void requireNotification(const NotificationCenter::Request& notification, const QString& message, qint32 exitCode) {
+void requireNotification(const FakeNotificationService::Request& notification, const QString& message,
+                         qint32 exitCode) {
     require(notification.title == u"Desk backup"_s && !QUuid{notification.identifier}.isNull());
     require(exitCode == 0 || notification.body.startsWith(failed));
     requireBeginning(exitCode == 0 ? notification.body : notification.body.mid(failed.size()), message,
@@ -147,9 +146,9 @@ void Fuzz::tool(const QByteArray& input) {
         .stdErr = decoded(end < 0 ? QByteArrayView{} : printed.sliced(end + 1)).value_or(QString{}),
     };
     requireSummary(result);
-    auto& [center, notifications, answer, model] = companionAfter(result);
+    auto& [notifications, answer, model] = companionAfter(result);
     model.runDeskBackup();
-    require(!model.cliBusy && model.cliMessage.value() && center.posted.size() == 1);
+    require(!model.cliBusy && model.cliMessage.value() && notifications.posted.size() == 1);
     requireMessage(*model.cliMessage.value(), result.summary());
-    requireNotification(center.posted.first(), *model.cliMessage.value(), result.exitCode);
+    requireNotification(notifications.posted.first(), *model.cliMessage.value(), result.exitCode);
 }

@@ -65,7 +65,7 @@ QString symbolIn(const QImage& image, const QColor& ink) {
     }
     found = u"(not a symbol)"_s;
     const qreal scale = image.devicePixelRatio();
-    for (const auto& file : QDir{u":/symbols"_s}.entryList({u"*.svg"_s})) {
+    for (const auto& file : QDir{QStringLiteral(VORNA_SYMBOLS)}.entryList({u"*.svg"_s})) {
         const auto drawn = Symbol::pixmap(file.chopped(4), image.width() / scale, ink, scale);
         if (drawn.toImage().convertToFormat(image.format()) == image) {
             found = file.chopped(4);

@@ -1,5 +1,4 @@
-#include "support/FakeNotificationCenter.h"
-#include "system/NotificationService.h"
+#include "support/FakeNotificationService.h"
 #include "system/PermissionCenter.h"
 
 #include <QSignalSpy>
@@ -8,7 +7,7 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
-using Authorization = NotificationCenter::Authorization;
+using Authorization = NotificationService::Authorization;
 using Item = PermissionCenter::Item;
 using Status = Item::Status;
 using SystemSettings::Pane;
@@ -34,8 +33,7 @@ class TestPermissionCenter final : public QObject {
 
 private slots:
     void init() {
-        m_notifications = std::make_unique<FakeNotificationCenter>();
-        m_service = std::make_unique<NotificationService>(*m_notifications);
+        m_notifications = std::make_unique<FakeNotificationService>();
         m_isTrusted = false;
     }
 
@@ -145,7 +143,7 @@ private slots:
     void centerMayGoWhileARefreshIsUnderWay() {
         m_notifications->answersAtOnce = false;
         bool wasProbed = false;
-        auto center = std::make_unique<PermissionCenter>(*m_service, [&] { return wasProbed = true; }, noLink);
+        auto center = std::make_unique<PermissionCenter>(*m_notifications, [&] { return wasProbed = true; }, noLink);
         center->refresh();
         center.reset();
         m_notifications->answerAll();
@@ -165,11 +163,10 @@ private slots:
 
 private:
     [[nodiscard]] std::unique_ptr<PermissionCenter> newCenter(PermissionCenter::PaneLink link = everyLink) {
-        return std::make_unique<PermissionCenter>(*m_service, [this] { return m_isTrusted; }, std::move(link));
+        return std::make_unique<PermissionCenter>(*m_notifications, [this] { return m_isTrusted; }, std::move(link));
     }
 
-    std::unique_ptr<FakeNotificationCenter> m_notifications;
-    std::unique_ptr<NotificationService> m_service;
+    std::unique_ptr<FakeNotificationService> m_notifications;
     bool m_isTrusted = false;
 };
 

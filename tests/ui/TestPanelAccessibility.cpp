@@ -51,8 +51,8 @@ struct Shown final {
         for (const auto& call : panel.tool.calls) {
             calls += call.arguments.join(u' ');
         }
-        return {panel.settingsOpened,  panel.pagesOpened.size(),    panel.pagesOpened.value(0),
-                panel.quits,           panel.center.posted.size(),  calls,
+        return {panel.settingsOpened,  panel.pagesOpened.size(),          panel.pagesOpened.value(0),
+                panel.quits,           panel.notifications.posted.size(), calls,
                 panel.defaults.values, panel.status.polling.value()};
     }
 };
@@ -152,7 +152,7 @@ private slots:
         const auto button = shown.control(u"Test notification"_s);
         button.press();
         button.press();
-        QTRY_COMPARE(shown.panel.center.posted.size(), 2);
+        QTRY_COMPARE(shown.panel.notifications.posted.size(), 2);
     }
 
     void disabledActionsAreNotPressed() {

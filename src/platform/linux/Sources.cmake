@@ -1,22 +1,30 @@
 # The capabilities that the model needs link no Widgets; the item in the tray does, so it is a library of its own.
 # A header of this folder's parent with Q_OBJECT is listed, so that its meta-object is made.
 
+set(SYMBOL_DRAWINGS "${PROJECT_BINARY_DIR}/SymbolDrawings.cpp")
+file(GLOB SYMBOLS CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/resources/symbols/*.svg")
+add_custom_command(OUTPUT "${SYMBOL_DRAWINGS}"
+    COMMAND symbol-paths "${SYMBOL_DRAWINGS}" ${SYMBOLS}
+    DEPENDS symbol-paths ${SYMBOLS}
+    VERBATIM)
+
 vorna_library(vorna_platform
     SOURCES
+        platform/DrawnIcon.cpp
         platform/FontDesign.cpp
         platform/SingleInstance.h
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
         platform/linux/Desktop.cpp
         platform/linux/FontDesign.cpp
-        platform/linux/NotificationCenter.cpp
+        platform/linux/NotificationService.cpp
         platform/linux/SingleInstance.cpp
         platform/linux/Symbol.cpp
         platform/linux/SystemSettings.cpp
         platform/linux/UserDefaults.cpp
         platform/linux/X11.cpp
-        ../resources/symbols.qrc
-    LINKS vorna_support Qt6::Gui Qt6::Svg Qt6::Network Qt6::DBus PkgConfig::XCB)
+        "${SYMBOL_DRAWINGS}"
+    LINKS vorna_support Qt6::Gui Qt6::Network Qt6::DBus PkgConfig::XCB)
 target_compile_definitions(vorna_platform PRIVATE
     VORNA_VERSION="${PROJECT_VERSION}"
     VORNA_BUILD="${VORNA_BUILD_NUMBER}")

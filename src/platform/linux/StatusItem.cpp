@@ -6,7 +6,6 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QHash>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -25,7 +24,7 @@ constexpr auto xembedDelay = 400ms;
 
 /// Some hosts report the second press of a double click twice, at once: the second report is there when the first has
 /// been answered.
-constexpr auto samePress = 5ms;
+constexpr auto samePress = 40ms;
 
 /// Qt settles on a kind of tray when the first icon is made and keeps to it as long as the process lives: there is no
 /// icon before a tray, and later it only shows where a tray of that kind is.
@@ -117,24 +116,14 @@ private:
 
     void showSymbol() {
         if (m_icon) {
-            m_icon->setIcon(picture());
+            m_icon->setIcon(TrayIcon::icon(m_symbolName));
             m_icon->setToolTip(m_meaning.isEmpty() ? m_title : QString{m_title + u" — "_s + m_meaning});
         }
-    }
-
-    /// Each icon is drawn once: Qt goes on keeping the pictures of one that is shown no more, up to 10 MB of them.
-    [[nodiscard]] QIcon picture() {
-        QIcon& picture = m_pictures[m_symbolName];
-        if (picture.isNull()) {
-            picture = TrayIcon::icon(m_symbolName);
-        }
-        return picture;
     }
 
     const QString m_title;
     QString m_symbolName;
     QString m_meaning;
-    QHash<QString, QIcon> m_pictures;
     QMenu m_menu;
     StatusNotifierHostWatch m_statusNotifier;
     XembedTrayWatch m_xembed;

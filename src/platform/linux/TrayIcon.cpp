@@ -1,5 +1,6 @@
 #include "platform/linux/TrayIcon.h"
 
+#include "platform/DrawnIcon.h"
 #include "platform/Symbol.h"
 
 #include <QPainter>
@@ -12,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array sizes{16, 22, 24, 32, 48, 64};
 constexpr qreal grid = 16;
 /// A part of the mark that is cut out of every filled symbol, in units of the grid; the rim alone would not fill it.
 constexpr QRectF mark{6, 5, 3, 8};
@@ -59,10 +59,7 @@ QPixmap picture(const QString& symbolName, int size) {
 
 }
 
+// Kept pictures of all states would take 170 KB, and Qt would keep those that it had shown for good.
 QIcon TrayIcon::icon(const QString& symbolName) {
-    QIcon icon;
-    for (const int size : sizes) {
-        icon.addPixmap(picture(symbolName, size));
-    }
-    return icon;
+    return drawnIcon([symbolName](int side) { return picture(symbolName, side); }, {16, 22, 24, 32, 48, 64});
 }

@@ -3,6 +3,7 @@
 
 vorna_library(vorna_platform
     SOURCES
+        platform/DrawnIcon.cpp
         platform/FontDesign.cpp
         platform/SingleInstance.h
         platform/macos/Action.mm
@@ -11,7 +12,7 @@ vorna_library(vorna_platform
         platform/macos/Desktop.mm
         platform/macos/FontDesign.mm
         platform/macos/NativeString.mm
-        platform/macos/NotificationCenter.mm
+        platform/macos/NotificationService.mm
         platform/macos/SingleInstance.mm
         platform/macos/Symbol.mm
         platform/macos/SystemSettings.cpp

@@ -1,5 +1,5 @@
 #include "daypart/DaypartController.h"
-#include "system/NotificationService.h"
+#include "platform/NotificationService.h"
 #include "ui/kit/Button.h"
 #include "ui/menubar/ButtonStyles.h"
 #include "ui/menubar/MenuBarView.h"

@@ -1,21 +1,19 @@
 #include "Cases.h"
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 
 using namespace Qt::StringLiterals;
 using namespace Doubles;
 
 namespace {
 
-using Authorization = NotificationCenter::Authorization;
+using Authorization = NotificationService::Authorization;
 
-std::unique_ptr<NotificationCenter> center;
+std::unique_ptr<NotificationService> service;
 
 void askAll() {
-    center->requestAuthorization().then([](bool granted) { tell(granted ? "granted" : "refused"); });
-    center->authorization().then([](Authorization status) { tell(static_cast<int>(status)); });
-    center->post({.title = u"Grüße 😀"_s, .body = u"a \"body\"\n<b>"_s, .identifier = u"AB-12"_s}).then([] {
-        tell("posted");
-    });
+    service->requestAuthorization().then([](bool granted) { tell(granted ? "granted" : "refused"); });
+    service->authorizationStatus().then([](Authorization status) { tell(static_cast<int>(status)); });
+    service->notify(u"Grüße 😀"_s, u"a \"body\"\n<b>"_s, u"AB-12"_s).then([] { tell("posted"); });
 }
 
 #define POSTED "title Grüße 😀; body a \"body\"\n<b>; default sound; at once AB-12"
@@ -27,8 +25,8 @@ const Area& notificationArea() {
     static const Area area{
         "notifications",
         {
-            {u"make"_s, [](auto&) { center = NotificationCenter::standard(); }},
-            {u"end"_s, [](auto&) { center.reset(); }},
+            {u"make"_s, [](auto&) { service = NotificationService::standard(); }},
+            {u"end"_s, [](auto&) { service.reset(); }},
             {u"ask"_s, [](auto&) { askAll(); }},
             {u"status"_s, [](auto& status) { world().authorizationStatus = status.toInt(); }},
             {u"refuse"_s, [](auto&) { world().grantsNotifications = false; }},
@@ -38,8 +36,8 @@ const Area& notificationArea() {
              [](auto& is) { is == u"none"_s ? world().bundle.reset() : (void)(world().bundleIsKnown = false); }},
             {u"then"_s,
              [](auto& what) {
-                 center->authorization().then([what](Authorization status) {
-                     what == u"end"_s ? center.reset() : what == u"ask"_s ? askAll() : tell(static_cast<int>(status));
+                 service->authorizationStatus().then([what](Authorization status) {
+                     what == u"end"_s ? service.reset() : what == u"ask"_s ? askAll() : tell(static_cast<int>(status));
                  });
              }},
         },
@@ -54,9 +52,9 @@ const Area& notificationArea() {
              "5; 0; 1; 2; 3; 4; 5"},
             {"answers go to those who asked, when they come", "make; later; ask; turn; say answered; answer; turn",
              ASKED "; answered; granted; 0; posted"},
-            {"who waits goes on once the center is gone, and no answer comes later",
+            {"who waits goes on once the service is gone, and no answer comes later",
              "make; later; status 2; ask; say gone; end; answer; turn", ASKED "; gone; refused; 0; posted"},
-            {"the center may go in its own answer", "make; then end; turn; say gone", "gone"},
+            {"the service may go in its own answer", "make; then end; turn; say gone", "gone"},
             {"it may be asked again in its own answer", "make; then ask; turn; turn", ASKED "; granted; 0; posted"},
             {"while in front banner, list and sound are presented", "make; present", "presented as 26"},
             {"it leaves no delegate behind", "make; end; present", "not presented"},
@@ -66,6 +64,6 @@ const Area& notificationArea() {
              "raised; refused; 0; " POSTED "; posted"},
         },
         [] {},
-        [] { center.reset(); }};
+        [] { service.reset(); }};
     return area;
 }

@@ -2,10 +2,9 @@
 
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/MemoryDefaults.h"
-#include "system/NotificationService.h"
 #include "ui/menubar/MenuBarView.h"
 
 #include <QImage>
@@ -16,8 +15,7 @@
 struct PanelFixture final {
     QTime time{12, 0};
     MemoryDefaults defaults{};
-    FakeNotificationCenter center{};
-    NotificationService notifications{center};
+    FakeNotificationService notifications{};
     FakeTool tool{};
     StatusModel::ToolRunner runTool = tool.runner();
     QUrl bridge{QStringLiteral("http://127.0.0.1:1")};

@@ -108,7 +108,7 @@ private slots:
         shown.panel.daypart.set(Daypart::dusk);
         shown.press(u"Test notification"_s);
         shown.press(u"Test notification"_s);
-        const auto& posted = shown.panel.center.posted;
+        const auto& posted = shown.panel.notifications.posted;
         QCOMPARE(posted.size(), 2);
         QCOMPARE(posted[0].title, u"vorna"_s);
         QCOMPARE(posted[0].body, u"Desktop notifications are working · Dusk"_s);

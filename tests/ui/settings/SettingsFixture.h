@@ -2,10 +2,9 @@
 
 #include "app/StatusModel.h"
 #include "daypart/DaypartController.h"
-#include "support/FakeNotificationCenter.h"
+#include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/MemoryDefaults.h"
-#include "system/NotificationService.h"
 #include "system/PermissionCenter.h"
 #include "ui/kit/DotLabel.h"
 #include "ui/settings/SettingsWindow.h"
@@ -24,8 +23,7 @@
 struct SettingsFixture {
     enum class Tab { bridge, permissions, daypart, about };
 
-    FakeNotificationCenter center;
-    NotificationService notifications{center};
+    FakeNotificationService notifications;
     FakeTool tool;
     MemoryDefaults defaults;
     QDateTime now{QDate{2026, 3, 2}, QTime{12, 0}};

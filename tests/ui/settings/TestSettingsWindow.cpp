@@ -159,12 +159,12 @@ private slots:
     void answerAfterLeavingTheTabIsDropped() {
         for (const bool closes : {false, true}) {
             open();
-            m_settings->center.answersAtOnce = false;
+            m_settings->notifications.answersAtOnce = false;
             m_settings->show(Tab::permissions);
             const QPointer<SettingsView> shown{view()};
             closes ? (void)shown->close() : m_settings->show(Tab::bridge);
             QTRY_COMPARE(shown.isNull(), closes);
-            m_settings->center.answerAll();
+            m_settings->notifications.answerAll();
             QCOMPARE(m_settings->refreshes, 0);
         }
     }

@@ -1,10 +1,11 @@
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 
 #include "support/PrivateBus.h"
 #include "support/ScriptedNotificationServer.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <cstdio>
@@ -12,24 +13,22 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using Authorization = NotificationCenter::Authorization;
+using Authorization = NotificationService::Authorization;
 using Manner = ScriptedNotificationServer::Manner;
 
 namespace {
 
 constexpr int answerLimit = 20'000;
 
-NotificationCenter::Request request(const QString& title, const QString& body) {
-    return {.title = title, .body = body, .identifier = u"D9428888-122B-11E1-B85C-61CD3CBB3210"_s};
-}
+const QString identifier = u"D9428888-122B-11E1-B85C-61CD3CBB3210"_s;
 
 }
 
-class TestNotificationCenter final : public QObject {
+class TestNotificationService final : public QObject {
     Q_OBJECT
 
 public:
-    explicit TestNotificationCenter(QString address)
+    explicit TestNotificationService(QString address)
         : m_address{std::move(address)} {}
 
 private slots:
@@ -39,12 +38,20 @@ private slots:
         }
     }
     void init() {
-        m_center = NotificationCenter::standard();
+        m_service = NotificationService::standard();
         m_done = 0;
     }
     void cleanup() {
-        m_center.reset();
+        m_service.reset();
         m_server.reset();
+    }
+
+    void identifiersAreRandomUpperCaseUuids() {
+        static const QRegularExpression form{
+            u"^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}$"_s};
+        const QString identifier = NotificationService::freshIdentifier();
+        QVERIFY2(form.match(identifier).hasMatch(), qPrintable(identifier));
+        QCOMPARE_NE(NotificationService::freshIdentifier(), identifier);
     }
 
     void postsEveryFieldAsTheDesktopExpectsIt() {
@@ -162,9 +169,9 @@ private slots:
         clock.start();
         std::optional<Authorization> state;
         bool twiceAsLong = false;
-        m_center->authorization().then([&](Authorization answer) {
+        m_service->authorizationStatus().then([&](Authorization answer) {
             state = answer;
-            m_center->authorization().then([&](Authorization) { twiceAsLong = true; });
+            m_service->authorizationStatus().then([&](Authorization) { twiceAsLong = true; });
         });
         post(u"one"_s, u"<"_s);
         post(u"two"_s);
@@ -186,21 +193,21 @@ private slots:
     void whoWaitsGoesOnOnceTheCenterIsGone() {
         serve();
         int answers = 0;
-        m_center->authorization().then([&](Authorization) { ++answers; });
-        m_center->requestAuthorization().then([&](bool) { ++answers; });
+        m_service->authorizationStatus().then([&](Authorization) { ++answers; });
+        m_service->requestAuthorization().then([&](bool) { ++answers; });
         post(u"posted all the same"_s);
-        m_center.reset();
+        m_service.reset();
         QTRY_COMPARE(answers + m_done, 3);
         QCOMPARE(m_server->notifications.size(), 1);
     }
 
     void centerMayGoInItsOwnAnswer() {
         serve();
-        m_center->authorization().then([this](Authorization) { m_center.reset(); });
-        QTRY_VERIFY(!m_center);
-        m_center = NotificationCenter::standard();
-        m_center->post(request(u"one"_s, {})).then([this] { m_center.reset(); });
-        QTRY_VERIFY(!m_center);
+        m_service->authorizationStatus().then([this](Authorization) { m_service.reset(); });
+        QTRY_VERIFY(!m_service);
+        m_service = NotificationService::standard();
+        m_service->notify(u"one"_s, {}, identifier).then([this] { m_service.reset(); });
+        QTRY_VERIFY(!m_service);
     }
 
     void answersWithoutABus() {
@@ -222,13 +229,13 @@ private slots:
 private:
     void serve(const QStringList& capabilities = {}) { m_server.emplace(m_address, capabilities); }
     void post(const QString& title, const QString& body = {}) {
-        m_center->post(request(title, body)).then([this] { ++m_done; });
+        m_service->notify(title, body, identifier).then([this] { ++m_done; });
     }
-    Authorization authorization() { return QCoro::waitFor(m_center->authorization()); }
-    bool requestAuthorization() { return QCoro::waitFor(m_center->requestAuthorization()); }
+    Authorization authorization() { return QCoro::waitFor(m_service->authorizationStatus()); }
+    bool requestAuthorization() { return QCoro::waitFor(m_service->requestAuthorization()); }
 
     QString m_address;
-    std::unique_ptr<NotificationCenter> m_center;
+    std::unique_ptr<NotificationService> m_service;
     std::optional<ScriptedNotificationServer> m_server;
     int m_done = 0;
 };
@@ -238,13 +245,13 @@ namespace {
 /// A program that finds no bus.
 int play(int argc, char** argv) {
     const QCoreApplication app{argc, argv};
-    const auto center = NotificationCenter::standard();
+    const auto service = NotificationService::standard();
     int answers = 0;
-    center->authorization().then([&answers](Authorization state) {
+    service->authorizationStatus().then([&answers](Authorization state) {
         std::printf("authorization %d, ", static_cast<int>(state));
         ++answers;
     });
-    center->post(request(u"lost"_s, u"body"_s)).then([] {
+    service->notify(u"lost"_s, u"body"_s, identifier).then([] {
         std::puts("done");
         QCoreApplication::quit();
     });
@@ -260,8 +267,8 @@ int main(int argc, char** argv) {
     }
     const QCoreApplication app{argc, argv};
     const PrivateBus bus;
-    TestNotificationCenter test{bus.address()};
+    TestNotificationService test{bus.address()};
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "TestNotificationCenter.moc"
+#include "TestNotificationService.moc"

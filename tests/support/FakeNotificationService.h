@@ -1,33 +1,39 @@
 #pragma once
 
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 #include "support/Deferred.h"
 
 #include <QList>
 
 #include <utility>
 
-/// A notification center that keeps what it is asked to post, and answers at once or when the test says so.
-class FakeNotificationCenter final : public NotificationCenter {
+/// A notification service that keeps what it is asked to post, and answers at once or when the test says so.
+class FakeNotificationService final : public NotificationService {
 public:
+    struct Request {
+        QString title;
+        QString body;
+        QString identifier;
+    };
+
     QList<Request> posted;
     Authorization state = Authorization::authorized;
     int authorizationRequests = 0;
     bool answersAtOnce = true;
 
-    FakeNotificationCenter() = default;
-    ~FakeNotificationCenter() override { answerAll(false); }
+    FakeNotificationService() = default;
+    ~FakeNotificationService() override { answerAll(false); }
 
     QCoro::Task<bool> requestAuthorization() override {
         ++authorizationRequests;
-        co_return co_await authorization() == Authorization::authorized;
+        co_return co_await authorizationStatus() == Authorization::authorized;
     }
-    QCoro::Task<Authorization> authorization() override {
+    QCoro::Task<Authorization> authorizationStatus() override {
         const bool isThere = co_await answer();
         co_return isThere ? state : Authorization::notDetermined;
     }
-    QCoro::Task<> post(Request request) override {
-        posted.append(std::move(request));
+    QCoro::Task<> notify(QString title, QString body, QString identifier) override {
+        posted.append({std::move(title), std::move(body), std::move(identifier)});
         (void)co_await answer();
     }
 

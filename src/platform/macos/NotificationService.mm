@@ -1,4 +1,4 @@
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 
 #include "platform/macos/NativeString.h"
 #include "support/Deferred.h"
@@ -30,7 +30,7 @@
 
 namespace {
 
-using Authorization = NotificationCenter::Authorization;
+using Authorization = NotificationService::Authorization;
 
 /// The system has this state, but on this kind of machine no name for it.
 constexpr long ephemeralStatus = 4;
@@ -65,25 +65,23 @@ void deliver(const Deferred<long>& answer, long value) {
     });
 }
 
-UNNotificationRequest* nativeRequest(const NotificationCenter::Request& request) {
+UNNotificationRequest* nativeRequest(const QString& title, const QString& body, const QString& identifier) {
     UNMutableNotificationContent* content = [[UNMutableNotificationContent alloc] init];
-    content.title = NativeString::from(request.title);
-    content.body = NativeString::from(request.body);
+    content.title = NativeString::from(title);
+    content.body = NativeString::from(body);
     content.sound = [UNNotificationSound defaultSound];
-    return [UNNotificationRequest requestWithIdentifier:NativeString::from(request.identifier)
-                                                content:content
-                                                trigger:nil];
+    return [UNNotificationRequest requestWithIdentifier:NativeString::from(identifier) content:content trigger:nil];
 }
 
 /// Without a center of the system's every answer is 0, at once.
-class UserNotificationCenter final : public NotificationCenter {
+class UserNotificationService final : public NotificationService {
 public:
-    explicit UserNotificationCenter(UNUserNotificationCenter* center)
+    explicit UserNotificationService(UNUserNotificationCenter* center)
         : m_center{center} {
         m_center.delegate = m_delegate;
     }
 
-    ~UserNotificationCenter() override {
+    ~UserNotificationService() override {
         m_center.delegate = nil;
         for (const auto& answer : std::exchange(m_open, {})) {
             answer.deliver(0);
@@ -100,7 +98,7 @@ public:
         return granted(answer);
     }
 
-    QCoro::Task<Authorization> authorization() override {
+    QCoro::Task<Authorization> authorizationStatus() override {
         const auto answer = ask();
         [m_center getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings* settings) {
             deliver(answer, settings.authorizationStatus);
@@ -108,10 +106,10 @@ public:
         return authorizationIn(answer);
     }
 
-    QCoro::Task<> post(Request request) override {
+    QCoro::Task<> notify(QString title, QString body, QString identifier) override {
         @autoreleasepool {
             const auto answer = ask();
-            [m_center addNotificationRequest:nativeRequest(request)
+            [m_center addNotificationRequest:nativeRequest(title, body, identifier)
                        withCompletionHandler:^(NSError*) {
                            deliver(answer, 0);
                        }];
@@ -146,6 +144,6 @@ UNUserNotificationCenter* currentCenter() {
 
 }
 
-std::unique_ptr<NotificationCenter> NotificationCenter::standard() {
-    return std::make_unique<UserNotificationCenter>(currentCenter());
+std::unique_ptr<NotificationService> NotificationService::standard() {
+    return std::make_unique<UserNotificationService>(currentCenter());
 }

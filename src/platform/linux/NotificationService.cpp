@@ -1,4 +1,4 @@
-#include "platform/NotificationCenter.h"
+#include "platform/NotificationService.h"
 
 #include <QCoro/QCoroSignal>
 
@@ -69,26 +69,26 @@ QCoro::Task<QDBusMessage> call(QDBusMessage message) {
 
 /// The session's notification server over D-Bus. The connection is made when it is first needed. It keeps no state:
 /// what the server can do is asked before each post, since a session may change its server.
-class SessionNotificationCenter final : public NotificationCenter {
+class SessionNotificationService final : public NotificationService {
 public:
     QCoro::Task<bool> requestAuthorization() override {
-        co_return co_await authorization() == Authorization::authorized;
+        co_return co_await authorizationStatus() == Authorization::authorized;
     }
 
-    QCoro::Task<Authorization> authorization() override {
+    QCoro::Task<Authorization> authorizationStatus() override {
         const auto reply = co_await call(methodCall(u"GetServerInformation"_s));
         const bool answered = reply.type() == QDBusMessage::ReplyMessage;
         co_return answered ? Authorization::authorized : Authorization::notDetermined;
     }
 
-    QCoro::Task<> post(Request request) override {
+    QCoro::Task<> notify(QString title, QString body, QString /*identifier*/) override {
         const auto reply = co_await call(methodCall(u"GetCapabilities"_s));
         const bool hasMarkup = reply.type() == QDBusMessage::ReplyMessage &&
                                reply.arguments().value(0).toStringList().contains(markupCapability);
-        const QString body = bodyText(request.body);
+        const QString text = bodyText(body);
         QDBusMessage message = methodCall(u"Notify"_s);
-        message << applicationName << replacesNothing << applicationIcon << titleText(request.title)
-                << (hasMarkup ? escaped(body) : body) << QStringList{} << hints() << serverDecidesWhenItGoes;
+        message << applicationName << replacesNothing << applicationIcon << titleText(title)
+                << (hasMarkup ? escaped(text) : text) << QStringList{} << hints() << serverDecidesWhenItGoes;
         const auto posted = call(message);
         // A server that was waited for already may show it when it goes on.
         if (QDBusError{reply}.type() != QDBusError::NoReply) {
@@ -99,6 +99,6 @@ public:
 
 }
 
-std::unique_ptr<NotificationCenter> NotificationCenter::standard() {
-    return std::make_unique<SessionNotificationCenter>();
+std::unique_ptr<NotificationService> NotificationService::standard() {
+    return std::make_unique<SessionNotificationService>();
 }
