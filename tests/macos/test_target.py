@@ -39,6 +39,8 @@ class Bundle(unittest.TestCase):
         head = (CONTENTS / "MacOS" / "vorna").read_bytes()[:16]
         magic, machine, _, kind = struct.unpack("<IIII", head)
         self.assertEqual((magic, machine, kind), (MACH_O_64, ARM64, EXECUTABLE))
+        image = (kit.TARGET / "CPackConfig.cmake").read_text(encoding="utf-8")
+        self.assertRegex(image, r'set\(CPACK_PACKAGE_FILE_NAME "vorna-[\d.]+-arm64"\)')
 
     def test_information_says_what_the_system_asks_for(self):
         project = (kit.PROJECT / "CMakeLists.txt").read_text(encoding="utf-8")
