@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QCoro/QCoroTask>
+#include "platform/NotificationService.h"
 
 #include <functional>
 #include <utility>
 
 class DaypartController;
-class NotificationService;
 
 /// What is done once when the process has launched. Main thread only; `notifications` must outlive it.
 class AppDelegate final {
@@ -19,7 +18,12 @@ public:
 
     /// Becomes an accessory of the desktop, then asks for notifications. Nothing waits for the answer; whatever it is,
     /// the daypart controller is there from then on.
-    QCoro::Task<> applicationDidFinishLaunching();
+    QCoro::Task<> applicationDidFinishLaunching() {
+        const auto daypart = m_daypart; // this may be gone when the answer comes
+        m_becomeAccessory();
+        co_await m_notifications.requestAuthorization();
+        (void)daypart();
+    }
 
 private:
     NotificationService& m_notifications;

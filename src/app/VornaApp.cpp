@@ -13,12 +13,8 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-namespace {
-
 /// How long a closed window's memory is kept for the case that it is opened again at once.
-constexpr auto releaseDelay = 2s;
-
-}
+static constexpr auto releaseDelay = 2s;
 
 VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     : QObject{parent}

@@ -10,11 +10,17 @@
 namespace VersionLabels {
 
 /// "v1.2 (7)"
-[[nodiscard]] QString caption(const std::optional<QString>& shortVersion = AppInfo::shortVersion(),
-                              const std::optional<QString>& build = AppInfo::build());
+[[nodiscard]] inline QString caption(const std::optional<QString>& shortVersion = AppInfo::shortVersion(),
+                                     const std::optional<QString>& build = AppInfo::build()) {
+    return QStringLiteral("v%1 (%2)")
+        .arg(shortVersion.value_or(QStringLiteral("?")), build.value_or(QStringLiteral("?")));
+}
 
 /// "v1.2 (build 7)"
-[[nodiscard]] QString label(const std::optional<QString>& shortVersion = AppInfo::shortVersion(),
-                            const std::optional<QString>& build = AppInfo::build());
+[[nodiscard]] inline QString label(const std::optional<QString>& shortVersion = AppInfo::shortVersion(),
+                                   const std::optional<QString>& build = AppInfo::build()) {
+    return QStringLiteral("v%1 (build %2)")
+        .arg(shortVersion.value_or(QStringLiteral("?")), build.value_or(QStringLiteral("?")));
+}
 
 }

@@ -4,12 +4,8 @@
 
 #include <QCoreApplication>
 
-namespace {
-
-constexpr auto traySelection = "_NET_SYSTEM_TRAY_S";
-constexpr uint8_t eventCode = 0x7f;
-
-}
+static constexpr auto traySelection = "_NET_SYSTEM_TRAY_S";
+static constexpr uint8_t eventCode = 0x7f;
 
 XembedTrayWatch::XembedTrayWatch(QObject* parent)
     : QObject{parent} {

@@ -9,13 +9,9 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr QSize usualSize{520, 680};
+static constexpr QSize usualSize{520, 680};
 // Nobody knows the frame before the window shows. Title bars are 20 to 47 points high.
-constexpr QSize largestFrame{16, 48};
-
-}
+static constexpr QSize largestFrame{16, 48};
 
 SettingsWindow::SettingsWindow(StatusModel& status, DaypartController& daypart, MakePermissions makePermissions,
                                SettingsLinks links, QObject* parent)

@@ -1,5 +1,5 @@
-// The base of Objective-C for a compiler that counts references itself, and knows id, Class and SEL; GCC's own header is
-// not made for that. Stands for <objc/objc.h>.
+// The base of Objective-C for a compiler that counts references itself, and knows id, Class and SEL; GCC's own header
+// is not made for that. Stands for <objc/objc.h>.
 #pragma once
 
 #define __GNU_LIBOBJC__ 20110608
