@@ -21,8 +21,8 @@ NAME = re.compile(r"\b(?:NS|UN|AE|AX|CT|kAE|kCore|kCT)[A-Z][A-Za-z]\w+\b")
 OF_EVERY_CLASS = {"alloc", "init", "class"}
 # Inline functions, macros and other names of a type, which the declarations leave out.
 UNLISTED = set("""
-    NSMakeRect NSMakeRange NSMaxX NSMaxY NSMinX NSMinY NSMidX NSMidY NSWidth NSHeight NSPointInRect NSRect NSPoint
-    NSSize NSUInteger NSInteger NSFontWeight NSStringFromRect NSZeroRect AEEventClass AEEventID
+    NSMakeRect NSMakeRange NSMaxY NSMinX NSWidth NSHeight NSRect NSUInteger NSInteger NSFontWeight NSZeroRect
+    AEEventClass AEEventID
 """.split())
 
 

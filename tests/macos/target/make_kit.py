@@ -42,6 +42,7 @@ TYPES = {
 ADDED = {
     "machine/endian.h": None,  # musl's <endian.h>, under the name that it has on macOS
     "TargetConditionals.h": "#define TARGET_OS_MAC 1\n#define TARGET_OS_OSX 1\n",
+    "Block.h": "",  # GNUstep's headers ask for it
     "AvailabilityMacros.h": """
 #define MAC_OS_X_VERSION_MIN_REQUIRED __ENVIRONMENT_MAC_OS_X_VERSION_MIN_REQUIRED__
 #define MAC_OS_X_VERSION_MAX_ALLOWED 140000
@@ -50,10 +51,6 @@ ADDED = {
 #include <AvailabilityMacros.h>
 #define __MAC_OS_X_VERSION_MIN_REQUIRED MAC_OS_X_VERSION_MIN_REQUIRED
 #define __MAC_OS_X_VERSION_MAX_ALLOWED MAC_OS_X_VERSION_MAX_ALLOWED
-""",
-    "Block.h": """
-extern "C" void* _Block_copy(const void*);
-extern "C" void _Block_release(const void*);
 """,
     # Classes of characters, and the locale functions with an explicit locale, as the BSDs have them.
     "runetype.h": """
