@@ -39,7 +39,7 @@ class Planter(mutate.Planter):
         self.link = shlex.split(next(part for part in link.split(" && ") if " -o " in part))
 
     def noticed_by(self, mistake):
-        source = kit.PROJECT / mistake.file
+        source = (kit.PROJECT / mistake.file).resolve()
         text = mistake.planted(source.read_text(encoding="utf-8"))
         with tempfile.TemporaryDirectory() as place, concurrent.futures.ThreadPoolExecutor(2) as pool:
             planted = pathlib.Path(place) / source.name

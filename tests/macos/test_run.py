@@ -26,7 +26,7 @@ class Run(unittest.TestCase):
 class Mistakes(unittest.TestCase):
     def test_every_file_has_one(self):
         files = {file.name for file in kit.SOURCES.iterdir() if file.suffix in {".mm", ".cpp"}}
-        self.assertEqual({mistake.file.name for mistake in mutants.all_mistakes()}, files)
+        self.assertLessEqual(files, {mistake.file.name for mistake in mutants.all_mistakes()})
 
     def test_they_are_noticed_and_what_changes_nothing_is_not(self):
         first = {mistake.file.name: mistake for mistake in reversed(mutants.all_mistakes())}

@@ -1,7 +1,7 @@
 """Plants mistakes in a copy of the project, one at a time, and counts how many of them the tests notice that need no
 display: `mutate.py [FOLDER…]`, with folders of src/; all of them without one.
 
-Each table `FOLDER.mistakes` beside this file lists the mistakes of `src/FOLDER`. Under the name of a file in brackets, a
+Each table `FOLDER.mistakes` beside this file lists the mistakes of `src/FOLDER`. Under the path of a file in brackets, a
 line says what stands there once, what is planted in its place, and what that breaks, with `\\n` for a new line."""
 
 import concurrent.futures
@@ -53,7 +53,7 @@ def read_table(path):
     file = None
     for line in path.read_text(encoding="utf-8").splitlines():
         parts = [part.strip().replace("\\n", "\n") for part in line.split("⇒")]
-        if heading := re.fullmatch(r"\[([\w.]+)\]", line):
+        if heading := re.fullmatch(r"\[([\w./]+)\]", line):
             file = folder / heading[1]
         elif len(parts) == 3 and file and parts[0]:
             yield Mistake(file, *parts)

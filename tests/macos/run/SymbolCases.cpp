@@ -1,5 +1,6 @@
 #include "Cases.h"
 #include "platform/Symbol.h"
+#include "ui/kit/Button.h"
 
 #include <QBitmap>
 #include <QRegion>
@@ -23,6 +24,23 @@ void draw(const QString& words) {
     tell(QRegion{QBitmap::fromImage(image.createAlphaMask())}.boundingRect());
 }
 
+struct Black final : Colours {
+    QColor of(ColourRole /*role*/) const override { return Qt::black; }
+};
+
+/// WIDTH HEIGHT of a symbol: how it is asked for, and the smallest rectangle around all that a button without a title
+/// paints.
+void button(const QString& words) {
+    world().symbolSize = {numbers(words)[0], numbers(words)[1]};
+    const Black black;
+    Button button{{}, u"bell"_s, {.text = {.weight = QFont::DemiBold}, .horizontalPadding = 30}, black};
+    QPixmap picture{button.sizeHint()};
+    picture.fill(Qt::transparent);
+    button.resize(picture.size());
+    button.render(&picture, {}, {}, {});
+    tell(QRegion{QBitmap::fromImage(picture.toImage().createAlphaMask())}.boundingRect());
+}
+
 void colour(const QString& name) {
     const QImage picture = Symbol::pixmap(u"bell"_s, 16, QColor{name}, 1).toImage();
     (void)told();
@@ -36,6 +54,7 @@ const Area& symbolArea() {
         "symbol",
         {
             {u"draw"_s, draw},
+            {u"button"_s, button},
             {u"colour"_s, colour},
             {u"regular"_s, [](auto& name) { (void)Symbol::pixmap(name, 16, Qt::black, 2); }},
             {u"semibold"_s, [](auto& name) { (void)Symbol::pixmap(name, 20, Qt::black, 2, Symbol::Weight::semibold); }},
@@ -53,6 +72,8 @@ const Area& symbolArea() {
             {"wider, as large as its neighbours", "draw bell 20 1 height 24 18", "24x20 at 1; QRect(0,1 24x18)"},
             {"wider by an odd number of pixels", "draw bell 20 2 height 23 18", "46x40 at 2; QRect(0,2 46x36)"},
             {"wider and higher", "draw bell 20 1 height 60 40", "30x20 at 1; QRect(0,0 30x20)"},
+            {"a button draws a wide one beyond its square", "button 24 18",
+             "12 points, weight 0.3; bell that means nothing; state kept; flushed; state restored; QRect(27,0 22x16)"},
             {"it has exactly the colour", "colour #129af3", "#ff129af3"},
             {"it is as faint as the colour", "colour #80000000", "#80000000"},
         }};
