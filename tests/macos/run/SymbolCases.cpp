@@ -10,8 +10,13 @@ using namespace Doubles;
 
 namespace {
 
-/// NAME SIZE SCALE FIT, and the symbol's own width and height: the picture's size, and the smallest rectangle around
-/// all that is painted.
+/// The smallest rectangle around all that is painted.
+QRect painted(const QPixmap& picture) {
+    const QImage image = picture.toImage().convertToFormat(QImage::Format_ARGB32);
+    return QRegion{QBitmap::fromImage(image.createAlphaMask())}.boundingRect();
+}
+
+/// NAME SIZE SCALE FIT, and the symbol's own width and height: the picture's size, and what is painted.
 void draw(const QString& words) {
     const QStringList parts = words.split(u' ');
     world().symbolSize = {parts[4].toDouble(), parts[5].toDouble()};
@@ -19,17 +24,15 @@ void draw(const QString& words) {
     const QPixmap picture =
         Symbol::pixmap(parts[0], parts[1].toDouble(), Qt::black, parts[2].toDouble(), Symbol::Weight::regular, fit);
     (void)told();
-    const QImage image = picture.toImage().convertToFormat(QImage::Format_ARGB32);
-    tell(u"%1x%2 at %3"_s.arg(image.width()).arg(image.height()).arg(picture.devicePixelRatio()));
-    tell(QRegion{QBitmap::fromImage(image.createAlphaMask())}.boundingRect());
+    tell(u"%1x%2 at %3"_s.arg(picture.width()).arg(picture.height()).arg(picture.devicePixelRatio()));
+    tell(painted(picture));
 }
 
 struct Black final : Colours {
     QColor of(ColourRole /*role*/) const override { return Qt::black; }
 };
 
-/// WIDTH HEIGHT of a symbol: how it is asked for, and the smallest rectangle around all that a button without a title
-/// paints.
+/// WIDTH HEIGHT of a symbol: how it is asked for, and what a button without a title paints.
 void button(const QString& words) {
     world().symbolSize = {numbers(words)[0], numbers(words)[1]};
     const Black black;
@@ -38,7 +41,7 @@ void button(const QString& words) {
     picture.fill(Qt::transparent);
     button.resize(picture.size());
     button.render(&picture, {}, {}, {});
-    tell(QRegion{QBitmap::fromImage(picture.toImage().createAlphaMask())}.boundingRect());
+    tell(painted(picture));
 }
 
 void colour(const QString& name) {
