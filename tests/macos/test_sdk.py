@@ -170,16 +170,11 @@ class RealSdk(unittest.TestCase):
         cls.headers = [file.read_text(encoding="utf-8") for file in (kit.HERE / "headers").rglob("*.h")]
         cls.words = {it: mutants.compile_command(kit.TARGET, "vorna_tray", it) for it in cls.sources}
 
-    def test_declarations_are_those_of_a_whole_sdk(self):
-        self.assertGreater(len(self.sdk.members), 5000)
-        self.assertGreater(len(self.sdk.enums), 2000)
-
     def test_everything_that_is_sent_or_declared_exists(self):
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
             found = pool.map(lambda it: sent_by(self.words[it], kit.TARGET), self.sources)
         sent = set().union(*found)
         declared = {it for text in self.headers for it in declared_in(text)}
-        print(f"{len(sent)} messages, {len(declared)} declarations")
         self.assertGreater(len(sent), 80)
         self.assertGreater(len(declared), 25)
         self.assertEqual(self.sdk.unknown(sent | declared), [])
@@ -188,7 +183,6 @@ class RealSdk(unittest.TestCase):
         texts = [*self.headers, *(file.read_text(encoding="utf-8") for file in kit.SOURCES.iterdir())]
         names = set().union(*map(names_in, texts))
         values = self.sdk.values_of(names)
-        print(f"{len(names)} names, {len(values)} values")
         self.assertEqual([name for name in sorted(names) if not self.sdk.knows_name(name)], [])
         self.assertGreater(len(values), 20)
         words = self.words[self.sources[0]]
