@@ -3,6 +3,7 @@
 #include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
@@ -19,14 +20,15 @@ namespace {
 constexpr int grid = 16;
 
 /// Keeps the paths that are filled or stroked, in the order of drawing.
-class PathRecorder final : public QPaintEngine, public QPaintDevice {
+class PathRecorder final : public QPaintEngine, public QImage {
 public:
     PathRecorder()
-        : QPaintEngine{AllFeatures} {
+        : QPaintEngine{AllFeatures}
+        , QImage{grid, grid, Format_ARGB32_Premultiplied} {
         m_stream.setVersion(QDataStream::Qt_6_4);
     }
 
-    [[nodiscard]] QByteArray bytes() const { return m_bytes; }
+    [[nodiscard]] QByteArray drawing() const { return m_bytes; }
 
     bool begin(QPaintDevice*) override { return true; }
     bool end() override { return true; }
@@ -34,18 +36,14 @@ public:
     void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
     void drawPath(const QPainterPath& path) override {
         const QPen pen = state->pen();
+        const bool isStroked = pen.style() != Qt::NoPen && pen.brush().style() != Qt::NoBrush;
         const bool isFilled = state->brush().style() != Qt::NoBrush;
-        if (isFilled || pen.style() != Qt::NoPen) {
-            m_stream << pen << isFilled << path;
+        if (isFilled || isStroked) {
+            m_stream << (isStroked ? pen : QPen{Qt::NoPen}) << isFilled << path;
         }
     }
-    [[nodiscard]] Type type() const override { return User; }
+    [[nodiscard]] QPaintEngine::Type type() const override { return User; }
     [[nodiscard]] QPaintEngine* paintEngine() const override { return const_cast<PathRecorder*>(this); }
-
-protected:
-    [[nodiscard]] int metric(PaintDeviceMetric metric) const override {
-        return metric == PdmWidth || metric == PdmHeight ? grid : QPaintDevice::metric(metric);
-    }
 
 private:
     QByteArray m_bytes;
@@ -59,7 +57,7 @@ QByteArray drawing(const QString& file) {
         QPainter painter{&recorder};
         renderer.render(&painter);
     }
-    return recorder.bytes();
+    return recorder.drawing();
 }
 
 QByteArray escaped(const QByteArray& bytes) {
