@@ -53,7 +53,6 @@ public:
         connect(m_open, &QPushButton::clicked, this, [this, openPane] { openPane(m_link); });
     }
 
-    /// Everything has its place when it returns, but for the row itself.
     void setItem(const PermissionCenter::Item& item) {
         m_link = item.settingsURL.value_or(QUrl{});
         m_title->display(item.title);
@@ -62,7 +61,6 @@ public:
         m_open->setVisible(item.settingsURL.has_value());
         m_open->setAccessibleDescription(item.title);
         setAccessibleName(item.title);
-        layout()->activate();
     }
 
 private:
