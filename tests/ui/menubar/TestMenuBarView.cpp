@@ -1,5 +1,6 @@
 #include "support/Activation.h"
 #include "ui/DaypartColours.h"
+#include "ui/kit/DotLabel.h"
 #include "ui/kit/TextLabel.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelReading.h"
@@ -126,6 +127,12 @@ private slots:
         QCOMPARE(shown.panel.quits, 1);
         QTest::keyClick(shown.view.get(), Qt::Key_Q, Qt::ControlModifier);
         QTRY_COMPARE(shown.panel.quits, 2);
+    }
+
+    void titleEndsTwoSpacingsBeforeTheDot() {
+        Shown shown;
+        const auto* title = PanelReading::named<TextLabel>(*shown.view, u"vorna"_s);
+        QCOMPARE(shown.view->findChild<DotLabel*>()->x() - title->geometry().right() - 1, 20);
     }
 
     void rulesAreAsManyWholePixelsThickAsTheScaleHas() {
