@@ -27,7 +27,7 @@ SETTLE_SECONDS = 4.0
 SECONDS_PER_MINUTE = 60
 MEASURES = (
     ("start", "start to the item registered with its host, ms", 0, 1.30),
-    ("pss", "memory after the window was opened and closed, PSS MiB", 1, 1.25),
+    ("pss", "memory after the window was opened and closed, PSS MiB", 1, 1.20),
     ("private", "of it private, MiB", 1, None),
     ("switches", "context switches a minute, polling, window closed", 0, 1.20),
     ("cpu", "processor time a minute, polling, window closed, ms", 0, 1.20),
