@@ -115,8 +115,10 @@ class Test:
         self.links = ""
 
     def passes(self):
+        """In a session of its own: with a mistake it may signal whatever is in its process group."""
         try:
-            done = run(*self.command, cwd=self.folder, env=self.surroundings, timeout=self.limit, errors="replace")
+            done = run(*self.command, cwd=self.folder, env=self.surroundings, timeout=self.limit, errors="replace",
+                       start_new_session=True)
         except subprocess.TimeoutExpired:
             return False
         return done.returncode == 0

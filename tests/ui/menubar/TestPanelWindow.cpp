@@ -22,6 +22,7 @@ const QRect anchor{400, 0, 24, 24};
 struct Opened final {
     PanelFixture panel;
     std::chrono::steady_clock::time_point now{};
+    std::chrono::milliseconds grace{};
     std::function<void()> afterGrace = [] {};
     PanelWindow window;
     QWidget elsewhere;
@@ -33,7 +34,10 @@ struct Opened final {
                  whom,
                  [] { return true; },
                  [this] { return now; },
-                 [this](QObject&, std::chrono::milliseconds, const auto& then) { afterGrace = then; }} {
+                 [this](QObject&, std::chrono::milliseconds time, const auto& then) {
+                     grace = time;
+                     afterGrace = then;
+                 }} {
         open();
     }
     ~Opened() { settle(); }
@@ -161,6 +165,9 @@ private slots:
             QTest::keyClick(&opened.window, key);
             QCOMPARE(bar->value(), value);
         }
+        opened.window.dismiss();
+        opened.open();
+        QCOMPARE(bar->value(), 0);
     }
 
     void whereTheDesktopPlacesItItGrowsInsideAWindowThatKeepsItsSize() {
@@ -210,6 +217,10 @@ private slots:
         }
         opened.afterGrace();
         QTEST(opened.window.isVisible(), "staysAtLast");
+        opened.open();
+        opened.takeFocusAway();
+        QVERIFY(opened.window.isVisible());
+        QCOMPARE(opened.grace, 1500ms);
     }
 
     void changeOfDaypartPaintsAllOfItAgainAndLaysNothingOut() {
