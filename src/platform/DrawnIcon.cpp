@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
