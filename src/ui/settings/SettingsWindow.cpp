@@ -41,7 +41,9 @@ void SettingsWindow::create() {
     Q_INIT_RESOURCE(application);
     // Read once: Qt would go on keeping the pictures of the last window's icon.
     if (m_icon.isNull()) {
-        m_icon = QIcon{u":/vorna-companion.svg"_s};
+        for (const auto* const file : {":/icon/16.png", ":/icon/32.png", ":/icon/64.png", ":/icon/128.png"}) {
+            m_icon.addFile(QString::fromLatin1(file));
+        }
     }
     delete m_view;
     m_view = new SettingsView{m_status, m_daypart, m_makePermissions(), m_links};
