@@ -33,6 +33,25 @@ if(VORNA_WARNINGS_ARE_ERRORS AND NOT CMAKE_CXX_COMPILER_ID STREQUAL AppleClang)
     target_compile_options(vorna_options INTERFACE -Werror)
 endif()
 
+# A release is hardened as Debian's own packages are, and says nothing of where it was built.
+include(CheckCXXCompilerFlag)
+set(VORNA_RELEASE $<NOT:$<CONFIG:Debug>>)
+target_compile_options(vorna_options INTERFACE "$<${VORNA_RELEASE}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
+if(NOT APPLE)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    target_compile_options(vorna_options INTERFACE
+        "$<${VORNA_RELEASE}:-fstack-protector-strong;-fstack-clash-protection;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
+        -Wformat -Werror=format-security)
+    foreach(FLAG -fcf-protection -mbranch-protection=standard) # as the processor has it
+        string(MAKE_C_IDENTIFIER "VORNA_HAS${FLAG}" HAS_FLAG)
+        check_cxx_compiler_flag(${FLAG} ${HAS_FLAG})
+        if(${HAS_FLAG})
+            target_compile_options(vorna_options INTERFACE $<${VORNA_RELEASE}:${FLAG}>)
+        endif()
+    endforeach()
+    target_link_options(vorna_options INTERFACE "$<${VORNA_RELEASE}:-pie;LINKER:-z,relro;LINKER:-z,now>")
+endif()
+
 set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined")
 if(VORNA_SANITIZE)
     target_compile_definitions(vorna_options INTERFACE _GLIBCXX_ASSERTIONS)
