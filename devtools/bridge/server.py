@@ -29,7 +29,6 @@ def host_and_port(text: str) -> Tuple[str, int]:
 
 def parse_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(
-        prog="stand-in-bridge",
         description="Answers /health and /monitor/desktop on the loopback interface with this machine's real figures.",
     )
     parser.add_argument("--port", type=port_number, default=DEFAULT_PORT, help="port to listen on; 0 takes a free one")
