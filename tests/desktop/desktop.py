@@ -58,7 +58,8 @@ SESSION = """<property name="sessions" type="empty"><property name="Failsafe" ty
 </property></property>
 """
 SESSION_MANAGER, SESSION_MANAGER_PATH = "org.xfce.SessionManager", "/org/xfce/SessionManager"
-DUNST = "[global]\nmonitor = 0\nhistory_length = 50\nstack_duplicates = false\nsticky_history = true\nmarkup = full\n"
+DUNST = ("[global]\nmonitor = 0\nhistory_length = 50\nstack_duplicates = false\nsticky_history = true\nmarkup = full\n"
+         "enable_recursive_icon_lookup = true\nicon_theme = hicolor\n")
 NOT_OURS = ("WAYLAND_DISPLAY", "DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION",
             "SESSION_MANAGER", "QT_QPA_PLATFORM")
 FOLDERS = {"HOME": "home", "XDG_CONFIG_HOME": "home/.config", "XDG_CACHE_HOME": "home/.cache",
