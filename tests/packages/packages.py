@@ -40,7 +40,8 @@ def must(*command):
 
 def install(*files):
     """As a user does, without what is only recommended."""
-    return must("apt-get", "install", "--yes", "--no-install-recommends", "--allow-downgrades", *files)
+    return must("apt-get", "install", "--yes", "--no-install-recommends", "--allow-downgrades", "--reinstall",
+                *files)
 
 
 def purge(*names):
