@@ -2,6 +2,7 @@
 include(GNUInstallDirs)
 set(VORNA_AUTOSTART_FOLDER /etc/xdg/autostart CACHE PATH "Where desktops look for what is started at login, whatever the prefix")
 set(VORNA_MAINTAINER "vorna companion developers <developers@vorna.invalid>" CACHE STRING "Who answers for a package: NAME <ADDRESS>")
+set(VORNA_HOMEPAGE "https://vorna.localhost" CACHE STRING "Address of the project, for software catalogues")
 set(VORNA_PICTURES "" CACHE STRING "Address of a web folder with the pictures of docs/, for software catalogues")
 set(HERE "${CMAKE_CURRENT_LIST_DIR}")
 set(MADE "${PROJECT_BINARY_DIR}/packaging")
