@@ -19,7 +19,7 @@ endif()
 find_package(nlohmann_json 3.11 REQUIRED)
 
 if(NOT APPLE)
-    find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+    find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Svg)
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb)
 endif()

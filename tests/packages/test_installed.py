@@ -7,9 +7,10 @@ import shutil
 import tempfile
 
 import psutil
+from Xlib import X
 from packages import BRIDGE, COMPANION, PROGRAM, companions, files, install, must, older, package, purge
 
-from companion import PANEL, CompanionTest
+from companion import PANEL, SETTINGS, CompanionTest
 from contents import well_rows
 from desktop import NOTIFICATIONS, NOTIFICATIONS_PATH
 from screen_reader import ScreenReader
@@ -67,6 +68,13 @@ class Installed(CompanionTest):
         entries, = self.desk.call(NOTIFICATIONS, NOTIFICATIONS_PATH, "org.dunstproject.cmd0.NotificationListHistory")
         icon, = {entry["icon_path"] for entry in entries}
         self.assertRegex(icon, r"^/usr/share/icons/hicolor/.*/vorna-companion\.(png|svg)$")
+
+    def test_settings_window_has_its_icon(self):
+        self.start_companion("--settings")
+        self.reader.wait_for_window(SETTINGS)
+        window, = self.desk.windows(self.companion.pid)
+        icons = window.get_full_property(self.desk.x.intern_atom("_NET_WM_ICON"), X.AnyPropertyType)
+        self.assertIn(icons and icons.value[0], (16, 32, 64, 128))
 
     def log_in(self):
         """A session of Xfce's, which has started all that a login starts."""

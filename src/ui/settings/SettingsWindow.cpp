@@ -38,7 +38,6 @@ void SettingsWindow::open() {
 }
 
 void SettingsWindow::create() {
-    Q_INIT_RESOURCE(application);
     // Read once: Qt would go on keeping the pictures of the last window's icon.
     if (m_icon.isNull()) {
         for (const auto* const file : {":/icon/16.png", ":/icon/32.png", ":/icon/64.png", ":/icon/128.png"}) {
