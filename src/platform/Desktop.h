@@ -34,6 +34,9 @@ void activatePreviousProgram();
 /// on a click elsewhere.
 [[nodiscard]] Qt::WindowFlags panelFlags();
 
+/// Keeps a panel window out of task bar and overview. Each time before it is shown.
+void prepareToShowPanel(QWindow& window);
+
 /// Whether the desktop puts the panel where it likes, whatever place the panel asks for.
 [[nodiscard]] bool placesPanel();
 

@@ -75,7 +75,8 @@ class SessionBus:
 
     def status_notifier_items(self):
         """The items that the watcher knows."""
-        items = [item.partition("/") for item in self._watcher("RegisteredStatusNotifierItems") or []]
+        # GNOME's watcher has an "@" between the two.
+        items = [item.replace("@", "").partition("/") for item in self._watcher("RegisteredStatusNotifierItems") or []]
         return [(service, "/" + (path or "StatusNotifierItem")) for service, _, path in items]
 
     def item_property(self, item, key):

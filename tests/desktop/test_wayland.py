@@ -222,12 +222,15 @@ class AsAGuest(Stories, OnWayland):
 
 
 class Choice(OnWayland):
-    """Which window system it speaks; the choice is Qt's."""
+    """Which window system it speaks."""
 
     CASES = (
         ("native where both are offered", [NATIVE], {}),
-        ("native on GNOME", [NATIVE], {"env": {"XDG_CURRENT_DESKTOP": "GNOME"}}),
-        ("native without an X server", [NATIVE], {"xwayland": False}),
+        ("guest on GNOME", [GUEST], {"env": {"XDG_CURRENT_DESKTOP": "ubuntu:GNOME"}}),
+        ("guest on Plasma", [GUEST], {"env": {"XDG_CURRENT_DESKTOP": "KDE"}}),
+        ("native without an X server", [NATIVE], {"xwayland": False, "env": {"XDG_CURRENT_DESKTOP": "GNOME"}}),
+        ("native where the X server cannot be reached", [NATIVE, GUEST],
+         {"env": {"XDG_CURRENT_DESKTOP": "KDE", "DISPLAY": ":99"}}),
         ("guest where the compositor cannot be reached", [NATIVE, GUEST], {"env": {"WAYLAND_DISPLAY": "nowhere"}}),
         ("what the environment says", [GUEST], {"env": {"QT_QPA_PLATFORM": "xcb"}}),
         ("what the command line says", [GUEST], {"words": ["-platform", "xcb"]}),

@@ -3,9 +3,10 @@
 import collections
 import contextlib
 
-from Xlib import X, Xatom, display, error
+from Xlib import X, display, error, ext
 from Xlib.ext import res
 
+ext.__extensions__ = [("X-Resource", "res")]  # of the others some have events whose numbers clash on XWayland
 GONE = (error.BadWindow, error.BadDrawable, error.BadMatch)
 
 
@@ -67,6 +68,14 @@ class XScreen:
                 continue
         return found
 
+    def place_of(self, title):
+        """Where the window manager's window of that title is, or nothing."""
+        for window in self.root_windows("_NET_CLIENT_LIST"):
+            with contextlib.suppress(*GONE):
+                if window.get_wm_name() == title:
+                    size, place = window.get_geometry(), self._root.translate_coords(window, 0, 0)
+                    return place.x, place.y, size.width, size.height
+
     def is_embedded(self, window):
         """Whether a window is inside another program's."""
         try:
@@ -74,10 +83,14 @@ class XScreen:
         except GONE:
             return False
 
+    def root_numbers(self, name):
+        """The numbers that a property of the root window lists, such as "_NET_WORKAREA"."""
+        found = self._root.get_full_property(self.x.intern_atom(name), X.AnyPropertyType)
+        return list(found.value) if found else []
+
     def root_windows(self, name):
         """The windows that a property of the root window lists, such as "_NET_CLIENT_LIST"."""
-        found = self._root.get_full_property(self.x.intern_atom(name), Xatom.WINDOW)
-        return [self.x.create_resource_object("window", number) for number in found.value] if found else []
+        return [self.x.create_resource_object("window", number) for number in self.root_numbers(name)]
 
     def resources(self, pid):
         """How many of each kind a process holds on the server, and the bytes of its pixmaps."""
@@ -90,21 +103,25 @@ class XScreen:
 
     # What is seen and done
 
-    def colours(self, x, y, width=1, height=1, window=None):
-        """The colours of a rectangle of the screen or of a window, as (red, green, blue); none where it is gone."""
+    def pixels(self, x, y, width=1, height=1, window=None):
+        """A rectangle of the screen or of a window, row by row as (red, green, blue); none where it is gone."""
         try:
             data = (window or self._root).get_image(x, y, width, height, X.ZPixmap, 0xffffffff).data
         except GONE:
-            return set()
-        return {(data[at + 2], data[at + 1], data[at]) for at in range(0, len(data), 4)}
+            return []
+        return list(zip(data[2::4], data[1::4], data[0::4]))
+
+    def colours(self, x, y, width=1, height=1, window=None):
+        """The colours that are in a rectangle."""
+        return set(self.pixels(x, y, width, height, window))
 
     def _on_screen(self, *words):
         """Runs a program on this X server, whichever the desktop's programs use."""
         self.run("env", "DISPLAY=" + self.x.get_display_name(), *words)
 
-    def click(self, x, y, button=1, times=1):
+    def click(self, x, y, button=1, times=1, pause_ms=1):
         """Moves the pointer there and clicks."""
-        self._on_screen("xdotool", "mousemove", x, y, "click", "--repeat", times, "--delay", 1, button)
+        self._on_screen("xdotool", "mousemove", x, y, "click", "--repeat", times, "--delay", pause_ms, button)
 
     def move_pointer(self, x, y):
         self._on_screen("xdotool", "mousemove", x, y)

@@ -4,6 +4,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCursor>
+#include <QMenu>
+#include <QScopeGuard>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTest>
 #include <QWidget>
@@ -32,6 +35,62 @@ private slots:
         QCursor::setPos(123, 45);
         QCOMPARE(item->anchor().topLeft(), QCursor::pos());
         QVERIFY(item->anchor().isEmpty());
+    }
+
+    void entryOfTheMenuLeavesTheAnchorWhereTheMenuWasOpened() {
+        const auto item = StatusItem::create(u"vorna"_s);
+        QMenu* menu = nullptr;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            menu = qobject_cast<QMenu*>(window);
+        }
+        QVERIFY(menu);
+        QCursor::setPos(300, 20);
+        emit menu->aboutToShow();
+        QCursor::setPos(310, 80);
+        QCOMPARE(item->anchor().topLeft(), QPoint(300, 20));
+    }
+
+    void anchorWhereThePointerIsNotKnownIsTheEndOfTheBar() {
+        const auto item = StatusItem::create(u"vorna"_s);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        const auto cleanup = qScopeGuard([] { qunsetenv("WAYLAND_DISPLAY"); });
+        QCursor::setPos(123, 45);
+        QCOMPARE(item->anchor().topLeft(), screen.bottomRight());
+        QVERIFY(item->anchor().isEmpty());
+    }
+
+    void guestIsWhatItIsWhereGuestsArePlaced_data() {
+        QTest::addColumn<QList<QByteArray>>(
+            "session"); // WAYLAND_DISPLAY, XDG_CURRENT_DESKTOP, DISPLAY, QT_QPA_PLATFORM
+        QTest::addColumn<QByteArray>("expected");
+
+        QTest::newRow("Plasma") << QList<QByteArray>{"wayland-0", "KDE", ":0", ""} << QByteArray{"xcb;wayland"};
+        QTest::newRow("GNOME") << QList<QByteArray>{"wayland-0", "ubuntu:GNOME", ":0", ""} << QByteArray{"xcb;wayland"};
+        QTest::newRow("another") << QList<QByteArray>{"wayland-0", "sway", ":0", ""} << QByteArray{};
+        QTest::newRow("none") << QList<QByteArray>{"wayland-0", "", ":0", ""} << QByteArray{};
+        QTest::newRow("on X11") << QList<QByteArray>{"", "KDE", ":0", ""} << QByteArray{};
+        QTest::newRow("no X server") << QList<QByteArray>{"wayland-0", "KDE", "", ""} << QByteArray{};
+        QTest::newRow("chosen") << QList<QByteArray>{"wayland-0", "KDE", ":0", "wayland"} << QByteArray{"wayland"};
+    }
+    void guestIsWhatItIsWhereGuestsArePlaced() {
+        QFETCH(QList<QByteArray>, session);
+        QFETCH(QByteArray, expected);
+        const QList<QByteArray> names{"WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "DISPLAY", "QT_QPA_PLATFORM"};
+        QList<QByteArray> before;
+        for (const QByteArray& name : names) {
+            before.append(qgetenv(name));
+            qputenv(name, session.at(before.size() - 1));
+        }
+        Desktop::prepareLaunch();
+        const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
+        Desktop::becomeAccessory();
+        const QByteArray inherited = qgetenv("QT_QPA_PLATFORM");
+        for (int number = 0; number < names.size(); ++number) {
+            before.at(number).isNull() ? qunsetenv(names.at(number)) : qputenv(names.at(number), before.at(number));
+        }
+        QCOMPARE(chosen, expected);
+        QCOMPARE(inherited, session.at(3)); // by the programs that it starts
     }
 
     void panelWithoutATrayStandsAboveOthers() {

@@ -1,5 +1,7 @@
 #include "platform/Desktop.h"
 
+#include "platform/linux/ColourScheme.h"
+#include "platform/linux/Session.h"
 #include "platform/linux/X11.h"
 
 #include <QDesktopServices>
@@ -13,20 +15,37 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// True also where the companion itself is a guest of the desktop's X server.
-bool isWaylandSession() {
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+constexpr auto windowSystem = "QT_QPA_PLATFORM";
+constexpr auto guestFirst = "xcb;wayland";
+
+bool isOnX11() {
+    return QGuiApplication::platformName() == u"xcb"_s;
+}
+
+/// Whether it is a guest of a desktop that leaves it the place of its windows.
+bool isPlacedGuest() {
+    return isOnX11() && Session::isWayland() && Session::isPlasmaOrGnome();
 }
 
 }
 
 namespace Desktop {
 
-void prepareLaunch() {}
+void prepareLaunch() {
+    const bool isChosen = !qEnvironmentVariableIsEmpty(windowSystem);
+    if (Session::isWayland() && Session::isPlasmaOrGnome() && !qEnvironmentVariableIsEmpty("DISPLAY") && !isChosen) {
+        qputenv(windowSystem, guestFirst);
+    }
+}
 
 // Here it is a window that has an entry in the task bar, not a process: the panel's flags keep it out of there, and
 // the settings window belongs there while it is open.
-void becomeAccessory() {}
+void becomeAccessory() {
+    if (qgetenv(windowSystem) == guestFirst) {
+        qunsetenv(windowSystem); // it was for this program alone, and not for those that it starts
+    }
+    new ColourScheme{qGuiApp};
+}
 
 void openUrl(const QUrl& url) {
     QDesktopServices::openUrl(url);
@@ -46,14 +65,22 @@ bool trustsAccessibility() {
 
 Qt::WindowFlags panelFlags() {
     // A popup takes pointer and keyboard by itself; a window manager may keep the focus from any other new window.
-    if (QGuiApplication::platformName() == u"xcb"_s && !isWaylandSession()) {
+    // Plasma and GNOME do not, but the one would show its notifications behind a popup, and the other holds the
+    // keyboard itself in the moment of a double click.
+    if (isOnX11() && !Session::isWayland() && !Session::isPlasmaOrGnome()) {
         return Qt::Popup | Qt::FramelessWindowHint;
     }
     return Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 }
 
+void prepareToShowPanel(QWindow& window) {
+    if (isOnX11()) {
+        X11::keepOffTaskBar(static_cast<xcb_window_t>(window.winId()));
+    }
+}
+
 bool placesPanel() {
-    return isWaylandSession();
+    return Session::isWayland() && !isPlacedGuest();
 }
 
 bool blendsWindows() {

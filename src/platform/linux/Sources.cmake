@@ -15,9 +15,11 @@ vorna_library(vorna_platform
         platform/SingleInstance.h
         platform/linux/AppInfo.cpp
         platform/linux/ChildDescriptors.cpp
+        platform/linux/ColourScheme.cpp
         platform/linux/Desktop.cpp
         platform/linux/FontDesign.cpp
         platform/linux/NotificationService.cpp
+        platform/linux/Session.cpp
         platform/linux/SingleInstance.cpp
         platform/linux/Symbol.cpp
         platform/linux/SystemSettings.cpp

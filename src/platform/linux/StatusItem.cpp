@@ -1,5 +1,6 @@
 #include "platform/StatusItem.h"
 
+#include "platform/linux/Session.h"
 #include "platform/linux/StatusNotifierHostWatch.h"
 #include "platform/linux/TrayIcon.h"
 #include "platform/linux/XembedTrayWatch.h"
@@ -7,10 +8,12 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTimer>
 
 #include <chrono>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -29,6 +32,21 @@ constexpr auto samePress = 40ms;
 /// Qt settles on a kind of tray when the first icon is made and keeps to it as long as the process lives: there is no
 /// icon before a tray, and later it only shows where a tray of that kind is.
 enum class Kind { undecided, statusNotifier, xembed };
+
+/// The corner of the work area that is next to the end of the desktop's bar, where trays are. A guest of a session that
+/// speaks Wayland does not know where the pointer is.
+QPoint endOfBar() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (screen == nullptr) {
+        return {};
+    }
+    const QRect whole = screen->geometry();
+    const QRect area = screen->availableGeometry();
+    const bool isLevel = area.height() < whole.height();
+    const bool isAtLeft = isLevel ? QGuiApplication::isRightToLeft() : area.left() > whole.left();
+    const bool isAtTop = area.top() > whole.top();
+    return {isAtLeft ? area.left() : area.right(), isAtTop ? area.top() : area.bottom()};
+}
 
 class TrayStatusItem final : public StatusItem {
 public:
@@ -62,11 +80,15 @@ public:
 
     [[nodiscard]] QRect anchor() const override {
         const QRect place = m_icon && m_icon->isVisible() ? m_icon->geometry() : QRect{};
-        return place.isValid() ? place : QRect{QCursor::pos(), QSize{0, 0}};
+        return place.isValid() ? place : QRect{Session::isWayland() ? endOfBar() : whereUsed(), QSize{0, 0}};
     }
 
 private:
+    /// An entry of the menu is not where the icon is.
+    [[nodiscard]] QPoint whereUsed() const { return m_lastUse.value_or(QCursor::pos()); }
+
     void fillMenu() {
+        connect(&m_menu, &QMenu::aboutToShow, this, [this] { m_lastUse = QCursor::pos(); });
         const auto add = [this](const QString& text, void (StatusItem::*chosen)()) {
             connect(m_menu.addAction(text), &QAction::triggered, this, chosen);
         };
@@ -109,6 +131,7 @@ private:
         // A second press in quick succession comes as a double click alone, and is a click like the first.
         const bool isPress = reason != QSystemTrayIcon::Context && reason != QSystemTrayIcon::Unknown;
         if (isPress && std::chrono::steady_clock::now() - m_lastPress >= samePress) {
+            m_lastUse = QCursor::pos();
             emit clicked();
             m_lastPress = std::chrono::steady_clock::now();
         }
@@ -130,6 +153,7 @@ private:
     QTimer m_xembedTimer;
     Kind m_kind = Kind::undecided;
     std::chrono::steady_clock::time_point m_lastPress;
+    std::optional<QPoint> m_lastUse;
     std::unique_ptr<QSystemTrayIcon> m_icon;
 };
 

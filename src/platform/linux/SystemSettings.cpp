@@ -1,5 +1,7 @@
 #include "platform/SystemSettings.h"
 
+#include "platform/linux/Session.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -29,11 +31,6 @@ constexpr PaneProgram panePrograms[]{
     {"KDE"_L1, accessibility, "systemsettings"_L1, "kcm_access"_L1},
 };
 
-/// The names of the running desktop, the most specific first.
-QStringList desktopNames() {
-    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
-}
-
 /// A relative entry of the search path would let any working directory pass for the desktop's settings.
 QString installed(QLatin1StringView program) {
     auto folders = qEnvironmentVariable("PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
@@ -46,7 +43,7 @@ QString installed(QLatin1StringView program) {
 namespace SystemSettings {
 
 std::optional<QUrl> link(Pane pane) {
-    const auto names = desktopNames();
+    const auto names = Session::desktops();
     for (const auto& name : names) {
         const auto* const found = std::ranges::find_if(
             panePrograms, [&](const PaneProgram& entry) { return entry.desktop == name && entry.pane == pane; });

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScopedPointer>
 
+#include <array>
 #include <cstdlib>
 
 namespace {
@@ -47,6 +48,17 @@ xcb_window_t X11::ownerOfScreenSelection(const QByteArray& prefix) {
         return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
     }
     return XCB_WINDOW_NONE;
+}
+
+void X11::keepOffTaskBar(xcb_window_t window) {
+    xcb_connection_t* const x = connection();
+    if (x == nullptr) {
+        return;
+    }
+    // Qt adds its own when it shows the window.
+    const std::array states{atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")};
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
+                        states.data());
 }
 
 bool X11::watchForDestruction(xcb_window_t window) {

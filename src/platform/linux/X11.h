@@ -19,6 +19,9 @@ namespace X11 {
 /// The window that plays this role now, or none.
 [[nodiscard]] xcb_window_t ownerOfScreenSelection(const QByteArray& prefix);
 
+/// Keeps a window that is not shown yet out of the task bar and of what switches between windows, until it is hidden.
+void keepOffTaskBar(xcb_window_t window);
+
 /// Asks to be told when the window goes; false when it has gone already.
 [[nodiscard]] bool watchForDestruction(xcb_window_t window);
 

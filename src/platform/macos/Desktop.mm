@@ -131,6 +131,8 @@ Qt::WindowFlags panelFlags() {
     return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::CustomizeWindowHint;
 }
 
+void prepareToShowPanel(QWindow&) {}
+
 bool placesPanel() {
     return false;
 }

@@ -107,6 +107,8 @@ void PanelWindow::showAt(const QRect& anchor) {
     renderPending();
     fit();
     m_scroller->verticalScrollBar()->setValue(0);
+    winId(); // makes the native window
+    Desktop::prepareToShowPanel(*windowHandle());
     show();
     setFocus(Qt::OtherFocusReason);
     Desktop::bringToFront(*windowHandle());

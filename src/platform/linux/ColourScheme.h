@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+
+/// Makes the application's palette light or dark as the user has asked of the desktop, now and whenever they change
+/// their mind. A palette of the toolkit's that agrees stays, and so does any where the desktop has no wish. Never waits
+/// for the desktop. Main thread only.
+class ColourScheme final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ColourScheme(QObject* parent);
+
+private slots:
+    void ask();
+
+private:
+    static void follow(uint wish);
+
+    QDBusConnection m_bus = QDBusConnection::sessionBus();
+};

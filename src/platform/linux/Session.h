@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QStringList>
+
+/// What the environment says of the desktop's session.
+namespace Session {
+
+/// The names of the running desktop, the most specific first.
+[[nodiscard]] QStringList desktops();
+
+/// True also where the companion itself is a guest of the desktop's X server.
+[[nodiscard]] bool isWayland();
+
+/// On Wayland these leave a guest of their X server the place of its windows; other compositors do not.
+[[nodiscard]] bool isPlasmaOrGnome();
+
+}

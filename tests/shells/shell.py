@@ -1,0 +1,62 @@
+"""What KDE Plasma and GNOME have in common: a real shell on an X server without a screen, on X11 or on Wayland.
+
+Pointer, keyboard and pictures are those of the outer X server, whose pixels are the shell's. The companion's windows are
+found on the X server that programs of the session find: the outer one on X11, and XWayland on Wayland.
+"""
+
+import desktop
+from x_screen import XScreen
+
+SIZE = (1280, 900)
+STILL_SECONDS = 0.5  # what is where it was that long before has stopped moving
+
+
+class Session(XScreen):
+    """The X server of a session, to look at its windows."""
+
+    def __init__(self, env):
+        self.env = env
+
+
+class Shell(desktop.Desktop):
+    wayland = False
+
+    def __init__(self):
+        super().__init__(size=SIZE)
+
+    def begin(self):
+        super().begin()
+        del self.env["QT_QPA_PLATFORM"]
+        self.env.update(XDG_SESSION_TYPE="wayland" if self.wayland else "x11", LIBGL_ALWAYS_SOFTWARE="1",
+                        LC_ALL="C.UTF-8")
+        self.session = self
+        self.start_accessibility()
+        self.start_shell()
+        self.wait_for(self.status_notifier_host_is_there, "the tray", within=60)
+        self.wait_for(lambda: self.work_area()[3] < self.size[1], "the bar")
+
+    def join(self, display):
+        """From here on programs find this X server; pointer and pictures stay those of the outer one."""
+        self.x.sync()
+        self.env["DISPLAY"] = display
+        self.session = Session(self.env)
+
+    def __exit__(self, *exception):
+        if self.session is not self:
+            self.session.let_go_of_x()
+        super().__exit__(*exception)
+
+    def work_area(self):
+        """(x, y, width, height) of what the bars leave free."""
+        return tuple(self.session.root_numbers("_NET_WORKAREA")[:4]) or (0, 0, *self.size)
+
+    def bar_area(self):
+        """(x, y, width, height) of the bar along the whole upper or lower edge."""
+        _, top, width, height = self.work_area()
+        return (0, 0, width, top) if top else (0, height, width, self.size[1] - height)
+
+    def places_of(self, colours):
+        """Where in the bar these colours are."""
+        x, y, width, height = self.bar_area()
+        return [(x + at % width, y + at // width) for at, pixel in enumerate(self.pixels(x, y, width, height))
+                if pixel in colours]

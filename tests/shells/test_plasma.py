@@ -1,0 +1,42 @@
+"""The companion on KDE Plasma."""
+
+import time
+
+import plasma
+from companion import PANEL
+from stories import Stories
+
+MENU_ENTRIES_FROM_BELOW = {"Show panel": 68, "Settings…": 42, "Quit vorna": 10}
+
+
+class OnPlasma(Stories):
+    def click_item(self):
+        self.click_item_once()
+
+    def choose(self, label):
+        """By the menu that the tray shows."""
+        x, y = self.place_of_item()
+        self.desk.click(x, y, button=3)
+        time.sleep(1)
+        self.desk.click(x + 20, self.desk.work_area()[3] - MENU_ENTRIES_FROM_BELOW[label])
+
+    def test_notification_is_seen_beside_the_open_panel(self):
+        place = self.open_panel()
+        before = self.desk.pixels(*place)
+        self.reader.press("Test notification", PANEL)
+        self.wait_for(lambda: self.covered(place, before) > 0.03, "the notification in front of the panel")
+        self.photograph(f"{type(self).__name__}-notification")
+
+    def covered(self, place, before):
+        return sum(one != other for one, other in zip(before, self.desk.pixels(*place))) / len(before)
+
+
+class OnX11(OnPlasma):
+    shell = plasma.OnX11
+
+
+class OnWayland(OnPlasma):
+    shell = plasma.OnWayland
+
+
+del OnPlasma, Stories
