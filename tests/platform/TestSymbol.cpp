@@ -55,6 +55,11 @@ class TestSymbol final : public QObject {
     Q_OBJECT
 
 private slots:
+    void edgesAreSmooth() {
+        const auto isPartly = [](qreal alpha, int, int) { return alpha > 0.2 && alpha < 0.8; };
+        QVERIFY(share(draw(u"circle.dashed"_s, 32), isPartly) > 0.02);
+    }
+
     void initTestCase() {
         QVERIFY(ink(draw(u"bell"_s)) > 0);
         QCOMPARE(knownNames().size(), 22);

@@ -98,6 +98,19 @@ private slots:
         }
     }
 
+    void pictureIsSquareAndAsSharpAsWhatItIsPaintedOn() {
+        const QIcon icon = TrayIcon::icon(filled.first());
+        QCOMPARE(icon.pixmap(QSize{48, 16}, 1.0).size(), QSize(16, 16));
+        QImage screen{32, 32, QImage::Format_ARGB32_Premultiplied};
+        screen.setDevicePixelRatio(2);
+        screen.fill(Qt::transparent);
+        QPainter painter{&screen};
+        icon.paint(&painter, QRect{0, 0, 16, 16});
+        painter.end();
+        screen.setDevicePixelRatio(1);
+        QCOMPARE(screen, picture(filled.first(), 32).convertToFormat(screen.format()));
+    }
+
     void unknownSymbolStillGivesAnIcon() { QVERIFY(!TrayIcon::icon(u"no.such.symbol"_s).availableSizes().isEmpty()); }
 };
 

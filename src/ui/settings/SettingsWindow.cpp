@@ -50,7 +50,6 @@ void SettingsWindow::create() {
     m_view->setWindowTitle(u"vorna Settings"_s);
     m_view->setWindowIcon(m_icon);
     m_view->setAttribute(Qt::WA_DeleteOnClose);
-    m_view->setAttribute(Qt::WA_QuitOnClose, false);
     m_view->resize(firstSize(m_view->screen()->availableSize()));
     for (const auto& key : {QKeySequence::Close, QKeySequence::Cancel}) {
         connect(new QShortcut{key, m_view}, &QShortcut::activated, m_view, &QWidget::close);

@@ -68,6 +68,22 @@ private slots:
         QCOMPARE(shown.copied(), u"Start"_s);
     }
 
+    void aPressWithShiftReachesFromTheLastOne() {
+        Shown shown;
+        const QFontMetricsF metrics{shown.label.shownFont()};
+        QTest::mouseClick(&shown.label, Qt::LeftButton, {}, {0, 5});
+        QTest::mouseClick(&shown.label, Qt::LeftButton, Qt::ShiftModifier,
+                          {qRound(metrics.horizontalAdvance(u"Start"_s)), 5});
+        QCOMPARE(shown.copied(), u"Start"_s);
+    }
+
+    void anotherTextIsNotSelected() {
+        Shown shown;
+        QTest::keyClick(&shown.label, Qt::Key_A, Qt::ControlModifier);
+        shown.label.display(u"No probes yet"_s);
+        QCOMPARE(shown.copied(), QString{});
+    }
+
     void nothingIsCopiedWhenNothingIsSelected() {
         Shown shown;
         QTest::mouseClick(&shown.label, Qt::LeftButton);

@@ -150,6 +150,39 @@ private slots:
         }
     }
 
+    void refreshPollsAndReportsNoHeartbeat() {
+        Shown shown;
+        shown.press(u"Refresh"_s);
+        QVERIFY(shown.panel.status.polling);
+        QVERIFY(shown.panel.settle());
+        QCOMPARE(shown.panel.tool.calls.size(), 1); // that of the panel's appearance
+    }
+
+    void hintCanBeSelectedWhileThereIsACommandInIt() {
+        Shown shown;
+        const auto hint = [&shown](const QString& text) {
+            (void)drawn(*shown.view);
+            return PanelReading::named<QWidget>(*shown.view, text);
+        };
+        QCOMPARE(hint(u"Start bridge: vorna server start"_s)->focusPolicy(), Qt::StrongFocus);
+        shown.panel.status.bridgeOnline = true;
+        QCOMPARE(hint(u"No probes yet"_s)->focusPolicy(), Qt::NoFocus);
+    }
+
+    void textOfAServiceThatNeedsLessThanHalfIsWhole() {
+        Shown shown;
+        const QString brief = u"a-name-of-15-ch"_s;
+        const QString endless = QString{u"words "_s}.repeated(40);
+        shown.panel.status.services = QList<StatusModel::ServiceRow>{{brief, brief, true, endless, {}},
+                                                                     {endless, endless, true, brief, {}}};
+        (void)drawn(*shown.view);
+        int whole = 0;
+        for (const auto* label : shown.view->findChildren<TextLabel*>()) {
+            whole += label->isVisible() && label->shownText() == brief ? 1 : 0;
+        }
+        QCOMPARE(whole, 2);
+    }
+
     void eachAppearancePollsOnceMore() {
         Shown shown;
         QCOMPARE(shown.panel.tool.calls.size(), 1);
