@@ -91,9 +91,6 @@ private slots:
             m_scheme = std::make_unique<ColourScheme>(nullptr);
             QTRY_COMPARE(m_portal->questions, 1);
             QTRY_COMPARE(isDark(), expected);
-            m_portal->tell(none, u"contrast"_s);
-            QTest::qWait(20);
-            QCOMPARE(m_portal->questions, 1);
             cleanup();
         }
     }
@@ -137,6 +134,30 @@ private slots:
             QTest::qWait(20);
             QCOMPARE(QGuiApplication::palette(), own);
         }
+    }
+
+    void onlyNewsOfLightAndDarkAreAskedFor() {
+        start(light);
+        for (int round = 0; round < 5; ++round) {
+            m_portal->tell(dark, u"contrast"_s);
+            m_portal->tell(light);
+        }
+        QTRY_VERIFY(m_portal->questions >= 6);
+        QTest::qWait(50);
+        QCOMPARE(m_portal->questions, 6);
+    }
+
+    void paletteThatAgreesIsLeftAlone() {
+        const QPalette bright{QColor{u"#e0d0e0"_s}, QColor{u"#ffeeff"_s}};
+        const QPalette gloomy{QColor{u"#302030"_s}, QColor{u"#201020"_s}};
+        QCOMPARE(ColourScheme::adapted(bright, light), bright);
+        QCOMPARE(ColourScheme::adapted(gloomy, dark), gloomy);
+        for (const uint wish : {none, 3u}) {
+            QCOMPARE(ColourScheme::adapted(bright, wish), bright);
+            QCOMPARE(ColourScheme::adapted(gloomy, wish), gloomy);
+        }
+        QVERIFY(ColourScheme::adapted(bright, dark).color(QPalette::Window).lightness() < 64);
+        QVERIFY(ColourScheme::adapted(gloomy, light).color(QPalette::Window).lightness() > 192);
     }
 
     void noPortalIsNoWish() {

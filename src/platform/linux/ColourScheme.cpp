@@ -86,9 +86,14 @@ void ColourScheme::ask() {
 void ColourScheme::follow(uint wish) {
     QGuiApplication::setPalette({}); // the toolkit's
     const QPalette own = QGuiApplication::palette();
-    if ((wish == dark && !isDark(own)) || (wish == light && isDark(own))) {
-        QGuiApplication::setPalette(inverted(own, wish == dark));
+    if (const QPalette result = adapted(own, wish); result != own) {
+        QGuiApplication::setPalette(result);
     }
+}
+
+QPalette ColourScheme::adapted(const QPalette& own, uint wish) {
+    const bool isAgainst = (wish == dark && !isDark(own)) || (wish == light && isDark(own));
+    return isAgainst ? inverted(own, wish == dark) : own;
 }
 
 #include "moc_ColourScheme.cpp"

@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QPalette>
 
 /// Makes the application's palette light or dark as the user has asked of the desktop, now and whenever they change
 /// their mind. A palette of the toolkit's that agrees stays, and so does any where the desktop has no wish. Never waits
@@ -11,6 +12,9 @@ class ColourScheme final : public QObject {
 
 public:
     explicit ColourScheme(QObject* parent);
+
+    /// The palette itself where it is as the portal's number wishes, else one of ours.
+    [[nodiscard]] static QPalette adapted(const QPalette& own, uint wish);
 
 private slots:
     void ask();

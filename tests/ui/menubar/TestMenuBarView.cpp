@@ -169,18 +169,18 @@ private slots:
         QCOMPARE(hint(u"No probes yet"_s)->focusPolicy(), Qt::NoFocus);
     }
 
-    void textOfAServiceThatNeedsLessThanHalfIsWhole() {
+    void textOfAServiceThatNeedsLessThanHalfLeavesTheRestToTheOther() {
         Shown shown;
         const QString brief = u"a-name-of-15-ch"_s;
         const QString endless = QString{u"words "_s}.repeated(40);
-        shown.panel.status.services = QList<StatusModel::ServiceRow>{{brief, brief, true, endless, {}},
-                                                                     {endless, endless, true, brief, {}}};
+        shown.panel.status.services =
+            QList<StatusModel::ServiceRow>{{brief, brief, true, endless, {}}, {endless, endless, true, brief, {}}};
         (void)drawn(*shown.view);
-        int whole = 0;
+        int wide = 0;
         for (const auto* label : shown.view->findChildren<TextLabel*>()) {
-            whole += label->isVisible() && label->shownText() == brief ? 1 : 0;
+            wide += label->isVisible() && label->wholeText() == endless && label->width() > shown.view->width() / 2;
         }
-        QCOMPARE(whole, 2);
+        QCOMPARE(wide, 2);
     }
 
     void eachAppearancePollsOnceMore() {
