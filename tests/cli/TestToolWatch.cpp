@@ -43,7 +43,7 @@ class HandTime final {
 public:
     [[nodiscard]] Surroundings surroundings() {
         return {.which = "/nonexistent",
-                .clock = [this] { return m_now; },
+                .clock = [this] { return ++readings, m_now; },
                 .callLater =
                     [this](QObject&, std::chrono::milliseconds delay, const std::function<void()>& callback) {
                         delays += delay.count();
@@ -56,6 +56,7 @@ public:
     }
 
     QList<qint64> delays;
+    int readings = 0;
 
 private:
     QDateTime m_now{QDate{2026, 1, 15}, QTime{12, 0}};
@@ -175,6 +176,17 @@ private slots:
             time.pass(100ms);
         }
         QVERIFY(endsInTime(time));
+    }
+
+    void looksAtTheToolBeforeTheClock() {
+        HandTime time;
+        m_tool->write("exec sleep 0.2", m_tool->inCheckout());
+        runInto(&m_results, time.surroundings(), {}, ample);
+        QVERIFY(QTest::qWaitFor([] { return OwnProcess::hasChildThat(WEXITED); }, waitMs));
+        const int before = time.readings;
+        time.pass(100ms);
+        QTRY_VERIFY(!m_results.isEmpty());
+        QCOMPARE(time.readings, before);
     }
 
     void limitOfNothingIsOverAtTheFirstLook() {

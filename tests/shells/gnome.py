@@ -3,11 +3,10 @@
 import json
 import os
 import re
-import time
 
 import desktop
 import shell
-from shell import STILL_SECONDS
+from shell import still
 
 TRAY = "ubuntu-appindicators@ubuntu.com"
 SETTINGS = {
@@ -69,9 +68,7 @@ class Gnome(shell.Shell):
                                  "? one : one.get_children().map(find).find(it => it);"
                                  "place(find(Main.layoutManager.uiGroup))")
 
-        before = place()
-        time.sleep(STILL_SECONDS)
-        return before == place() and before
+        return still(place)
 
     def close_menu(self):
         self.evaluate("Main.panel.menuManager.activeMenu?.close()")

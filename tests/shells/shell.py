@@ -4,11 +4,20 @@ Pointer, keyboard and pictures are those of the outer X server, whose pixels are
 found on the X server that programs of the session find: the outer one on X11, and XWayland on Wayland.
 """
 
+import time
+
 import desktop
 from x_screen import XScreen
 
 SIZE = (1280, 900)
 STILL_SECONDS = 0.5  # what is where it was that long before has stopped moving
+
+
+def still(read):
+    """What is read where it is the same after a moment, else nothing."""
+    before = read()
+    time.sleep(STILL_SECONDS)
+    return before == read() and before
 
 
 class Session(XScreen):

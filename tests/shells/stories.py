@@ -1,9 +1,7 @@
 """What the companion does on every desktop shell; each test has a shell of its own."""
 
-import time
-
 from companion import PANEL_WIDTH, SETTINGS, DesktopTest
-from shell import STILL_SECONDS
+from shell import still
 
 # What the item is painted with, and from which answers of the bridge it follows.
 GREEN, AMBER, RED, GREY = (0x1a, 0x85, 0x41), (0xa6, 0x68, 0x00), (0xd9, 0x3a, 0x3f), (0x6f, 0x75, 0x7e)
@@ -58,9 +56,7 @@ class Stories(DesktopTest):
 
     def still_panel(self):
         """Where the panel is, once it stays there; nothing while there is none."""
-        before = self.panel_places()
-        time.sleep(STILL_SECONDS)
-        return before == self.panel_places() and before
+        return still(self.panel_places)
 
     def panel(self):
         return self.wait_for(self.still_panel, "the panel")[0]
@@ -102,8 +98,9 @@ class Stories(DesktopTest):
         """Where a window of another program can be clicked."""
         program = self.desk.start(["xmessage", "-name", OTHER_PROGRAM, "-geometry", "300x300+100+200", OTHER_PROGRAM])
         self.addCleanup(self.desk.stop, program)
-        place = self.wait_for(lambda: self.desk.session.place_of(OTHER_PROGRAM), "the other window")
-        return place[0] + 150, place[1] + 200
+        session = self.desk.session
+        x, y, *_ = self.wait_for(lambda: still(lambda: session.place_of(OTHER_PROGRAM)), "the other window")
+        return x + 150, y + 200
 
     def test_menu_shows_the_panel_where_a_click_does(self):
         place = self.open_panel()
@@ -169,7 +166,7 @@ class Stories(DesktopTest):
         self.assertGreater(sum(contrast(one, bar) >= 3 for one in seen), 0.07 * len(seen), f"on {bar}")
 
     def test_nothing_of_the_panel_is_in_the_task_bar(self):
-        self.item()
+        self.place_of_item()
         before = self.desk.entries()
         self.open_panel()
         self.photograph(f"{type(self).__name__}-entries")
