@@ -1,12 +1,12 @@
 """The companion on KDE Plasma."""
 
-import time
-
 import plasma
 from companion import PANEL
-from stories import Stories
+from shell import still
+from stories import WIDTH_OF_ITEM, Stories
 
 MENU_ENTRIES_FROM_BELOW = {"Show panel": 68, "Settings…": 42, "Quit vorna": 10}
+MENU_HEIGHT = 80
 
 
 class OnPlasma(Stories):
@@ -14,18 +14,24 @@ class OnPlasma(Stories):
         self.click_item_once()
 
     def choose(self, label):
-        """By the menu that the tray shows."""
+        """By the menu that the tray shows above the item."""
         x, y = self.place_of_item()
+        bottom = self.desk.work_area()[3]
+
+        def pixels():
+            return self.desk.pixels(x, bottom - MENU_HEIGHT, WIDTH_OF_ITEM, MENU_HEIGHT)
+
+        before = pixels()
         self.desk.click(x, y, button=3)
-        time.sleep(1)
-        self.desk.click(x + 20, self.desk.work_area()[3] - MENU_ENTRIES_FROM_BELOW[label])
+        self.wait_for(lambda: pixels() != before and still(pixels), "the menu")
+        self.desk.click(x + WIDTH_OF_ITEM, bottom - MENU_ENTRIES_FROM_BELOW[label])
 
     def test_notification_is_seen_beside_the_open_panel(self):
         place = self.open_panel()
         before = self.desk.pixels(*place)
         self.reader.press("Test notification", PANEL)
         self.wait_for(lambda: self.covered(place, before) > 0.03, "the notification in front of the panel")
-        self.photograph(f"{type(self).__name__}-notification")
+        self.photograph("notification")
 
     def covered(self, place, before):
         return sum(one != other for one, other in zip(before, self.desk.pixels(*place))) / len(before)
