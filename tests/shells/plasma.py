@@ -26,7 +26,6 @@ class Plasma(shell.Shell):
 
     def start_plasmashell(self):
         self.start(["plasmashell"], self._platform())
-        self.wait_for(self.status_notifier_host_is_there, "the tray", within=60)
 
     def _platform(self):
         return {"QT_QPA_PLATFORM": "wayland" if self.wayland else "xcb"}
@@ -44,6 +43,7 @@ class Plasma(shell.Shell):
         self.kill(self.process("plasmashell"))
         self.wait_for(lambda: self.bar_area()[3] == 0, "the bar to be gone")
         self.start_plasmashell()
+        self.wait_for_shell()
 
     def wish_for(self, tone):
         """Changes between light and dark, as the user does in the settings."""

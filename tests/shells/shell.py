@@ -10,6 +10,8 @@ import desktop
 from x_screen import XScreen
 
 SIZE = (1280, 900)
+MIDDLE = (400, 400)
+BLACK = (0, 0, 0)
 STILL_SECONDS = 0.5  # what is where it was that long before has stopped moving
 
 
@@ -41,8 +43,13 @@ class Shell(desktop.Desktop):
         self.session = self
         self.start_accessibility()
         self.start_shell()
+        self.wait_for_shell()
+
+    def wait_for_shell(self):
+        """Until the shell has all its parts, of which the wallpaper is the last."""
         self.wait_for(self.status_notifier_host_is_there, "the tray", within=60)
         self.wait_for(lambda: self.work_area()[3] < self.size[1], "the bar")
+        self.wait_for(lambda: still(lambda: self.pixels(*MIDDLE) != [BLACK]), "the wallpaper")
 
     def join(self, display):
         """From here on programs find this X server; pointer and pictures stay those of the outer one."""

@@ -1,7 +1,7 @@
 """What the companion does on every desktop shell; each test has a shell of its own."""
 
 from companion import PANEL_WIDTH, SETTINGS, DesktopTest
-from shell import still
+from shell import MIDDLE, still
 
 # What the item is painted with, and from which answers of the bridge it follows.
 GREEN, AMBER, RED, GREY = (0x1a, 0x85, 0x41), (0xa6, 0x68, 0x00), (0xd9, 0x3a, 0x3f), (0x6f, 0x75, 0x7e)
@@ -14,7 +14,6 @@ STATES = {
 WIDTH_OF_ITEM = 24
 CONTRAST, SHARE = 3, 0.07  # how well what share of the item stands out
 ALIKE = 30  # a shell that scales the picture mixes its colours
-MIDDLE = (400, 400)
 NEXT_TO = 16  # how far the panel's edge may be from the bar
 DARK, LIGHT = "dark", "light"
 OTHER_PROGRAM = "another program"

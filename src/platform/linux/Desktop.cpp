@@ -55,6 +55,9 @@ void bringToFront(QWindow& window) {
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.raise();
     window.requestActivate();
+    if (isOnX11()) {
+        X11::activate(static_cast<xcb_window_t>(window.winId()));
+    }
 }
 
 void activatePreviousProgram() {}

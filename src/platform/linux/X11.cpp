@@ -61,6 +61,26 @@ void X11::keepOffTaskBar(xcb_window_t window) {
                         states.data());
 }
 
+void X11::activate(xcb_window_t window) {
+    xcb_connection_t* const x = connection();
+    if (x == nullptr) {
+        return;
+    }
+    constexpr uint32_t onTheUsersWord = 2;
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = window;
+    request.type = atom("_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = onTheUsersWord;
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(x));
+    for (int number = screenNumber(); number > 0; --number) {
+        xcb_screen_next(&screens);
+    }
+    xcb_send_event(x, 0, screens.data->root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&request));
+}
+
 bool X11::watchForDestruction(xcb_window_t window) {
     xcb_connection_t* const x = connection();
     if (x == nullptr || window == XCB_WINDOW_NONE) {

@@ -22,6 +22,10 @@ namespace X11 {
 /// Keeps a window that is not shown yet out of the task bar and of what switches between windows, until it is hidden.
 void keepOffTaskBar(xcb_window_t window);
 
+/// Asks the window manager to give a window that shows the keyboard, as on the user's own word. A program that only
+/// asks for itself may be refused, since it was another one's icon that the user has clicked.
+void activate(xcb_window_t window);
+
 /// Asks to be told when the window goes; false when it has gone already.
 [[nodiscard]] bool watchForDestruction(xcb_window_t window);
 
