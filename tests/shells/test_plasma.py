@@ -5,7 +5,7 @@ from companion import PANEL
 from shell import still
 from stories import WIDTH_OF_ITEM, Stories
 
-MENU_ENTRIES_FROM_BELOW = {"Show panel": 68, "Settings…": 42, "Quit vorna": 10}
+MENU_ENTRIES_FROM_BELOW = {"Show panel": 68}
 MENU_HEIGHT = 80
 
 

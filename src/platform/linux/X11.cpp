@@ -55,10 +55,10 @@ void X11::keepOffTaskBar(xcb_window_t window) {
     if (x == nullptr) {
         return;
     }
+    static const xcb_atom_t state = atom("_NET_WM_STATE");
+    static const std::array states{atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")};
     // Qt adds its own when it shows the window.
-    const std::array states{atom("_NET_WM_STATE_SKIP_TASKBAR"), atom("_NET_WM_STATE_SKIP_PAGER")};
-    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(),
-                        states.data());
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, window, state, XCB_ATOM_ATOM, 32, states.size(), states.data());
 }
 
 void X11::activate(xcb_window_t window) {
@@ -67,11 +67,12 @@ void X11::activate(xcb_window_t window) {
         return;
     }
     constexpr uint32_t onTheUsersWord = 2;
+    static const xcb_atom_t activeWindow = atom("_NET_ACTIVE_WINDOW");
     xcb_client_message_event_t request{};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;
     request.window = window;
-    request.type = atom("_NET_ACTIVE_WINDOW");
+    request.type = activeWindow;
     request.data.data32[0] = onTheUsersWord;
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(x));
     for (int number = screenNumber(); number > 0; --number) {
