@@ -107,6 +107,9 @@ void PanelWindow::showAt(const QRect& anchor) {
     renderPending();
     fit();
     m_scroller->verticalScrollBar()->setValue(0);
+    if (!isVisible() && windowHandle() != nullptr && windowHandle() == QGuiApplication::focusWindow()) {
+        destroy(); // a native window that kept the focus when it was hidden would never be active again
+    }
     winId(); // makes the native window
     Desktop::prepareToShowPanel(*windowHandle());
     show();
