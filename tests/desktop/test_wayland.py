@@ -8,7 +8,7 @@ import unittest
 
 import desktop
 import wayland
-from companion import COMPANION, PANEL, PANEL_WIDTH, SETTINGS, DesktopTest, skip_unless_possible
+from companion import COMPANION, PANEL, PANEL_WIDTH, SETTINGS, DesktopTest, StandIn, skip_unless_possible
 
 PROGRAMS = ("Xvfb", "sway", "swaymsg", "swaybg", "Xwayland", "waybar", "xhost", "import", "xdotool", "dbus-daemon")
 ELSEWHERE = (1000, 600)
@@ -56,6 +56,10 @@ class OnWayland(DesktopTest):
 
     def panel(self):
         return self.desk.windows(self.companion.pid).get(PANEL)
+
+    def maps(self):
+        """The files that the companion has mapped, among other things."""
+        return pathlib.Path(f"/proc/{self.companion.pid}/maps").read_text()
 
     def panel_has_focus(self):
         return (self.panel() or {}).get("focused")
@@ -198,6 +202,24 @@ class Natively(Stories, OnWayland):
         self.reader.wait_for_text("Local bridge", SETTINGS)
         self.photograph(f"wayland-{type(self).__name__}-settings")
 
+    def test_windows_do_without_egl_unless_the_user_wants_it_and_the_tool_hears_nothing_of_that(self):
+        for wanted in {}, {"QT_WAYLAND_DISABLE_WINDOWDECORATION": "0"}:
+            self.start_desktop()
+            tool = StandIn(self.desk.root, "vorna")
+            tool.does('cp /proc/$$/environ "$0.part"; mv "$0.part" "$0.environment"')
+            self.start_companion(env={**wanted, "PATH": f"{self.desk.root}:{self.desk.env['PATH']}"})
+            self.open_panel()
+            self.start_again("--settings")
+            self.wait_for(lambda: self.desk.windows(self.companion.pid).get(SETTINGS), SETTINGS)
+            self.desk.run("swaymsg", f'[title="{SETTINGS}"] floating enable')  # tiled, all windows have frames
+            self.wait_for_equal(lambda: self.desk.windows(self.companion.pid)[SETTINGS]["frame"], "normal", "a frame")
+            self.wait_for(tool.path.with_suffix(".environment").exists, "the tool")
+            self.assertEqual(*(sorted(pathlib.Path(file).read_bytes().split(b"\0")) for file in
+                               (f"/proc/{self.companion.pid}/environ", f"{tool.path}.environment")))
+            if not wanted:
+                self.assertNotRegex(self.maps(), "libEGL_|wayland-egl")
+            self.desk.stop(self.companion)
+
     def test_panel_opens_on_the_screen_whose_item_was_clicked(self):
         self.start(outputs=((1280, 800), (1000, 640)))
         for output, place in ((1, (1280, 0, 1000, 640)), (0, (0, 0, 1280, 800)), (1, (1280, 0, 1000, 640))):
@@ -248,8 +270,7 @@ class Choice(OnWayland):
         self.start_desktop(xwayland=xwayland)
         self.start_companion(*words, env=env)
         self.item()
-        maps = pathlib.Path(f"/proc/{self.companion.pid}/maps").read_text()
-        loaded = {line.rpartition("/")[2] for line in maps.splitlines() if "/platforms/" in line}
+        loaded = {line.rpartition("/")[2] for line in self.maps().splitlines() if "/platforms/" in line}
         self.assertEqual(len(loaded), len(plugins), loaded)
         for plugin in plugins:
             self.assertTrue(any(map(plugin.fullmatch, loaded)), loaded)

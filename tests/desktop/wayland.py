@@ -85,14 +85,14 @@ class WaylandDesktop(desktop.Desktop):
         return json.loads(self.run("swaymsg", "-r", *words))
 
     def windows(self, pid):
-        """The windows of a process: {title: {"x", "y", "width", "height", "focused"}}, in points."""
+        """The windows of a process: {title: {"x", "y", "width", "height", "focused", "frame"}}, in points."""
         found = {}
         waiting = [self.sway_says("-t", "get_tree")]
         while waiting:
             node = waiting.pop()
             waiting += node["nodes"] + node["floating_nodes"]
             if node.get("pid") == pid:
-                found[node["name"]] = {**node["rect"], "focused": node["focused"]}
+                found[node["name"]] = {**node["rect"], "focused": node["focused"], "frame": node["border"]}
         return found
 
     def item_place(self, output=0):

@@ -1,5 +1,7 @@
 #include "platform/SystemSettings.h"
 
+#include "platform/linux/Session.h"
+
 #include <QtTest>
 
 #include <QDir>
@@ -59,6 +61,14 @@ private slots:
                 QCOMPARE(SystemSettings::link(pane).has_value(),
                          wanted && (name.endsWith("GNOME") || name.endsWith("KDE")));
             }
+        }
+    }
+
+    void framesAreTheCompositorsButOnGnomeAndWhatIsMadeOfIt() {
+        for (const char* desktop : {"GNOME", "ubuntu:GNOME", "Pantheon", "X-Cinnamon", "KDE", "sway:wlroots", ""}) {
+            const QByteArray name{desktop};
+            qputenv("XDG_CURRENT_DESKTOP", name);
+            QCOMPARE(Session::drawsFrames(), name.isEmpty() || name == "KDE" || name.startsWith("sway"));
         }
     }
 

@@ -17,9 +17,24 @@ namespace {
 
 constexpr auto windowSystem = "QT_QPA_PLATFORM";
 constexpr auto guestFirst = "xcb;wayland";
+constexpr auto noFrames = "QT_WAYLAND_DISABLE_WINDOWDECORATION";
 
 bool isOnX11() {
     return QGuiApplication::platformName() == u"xcb"_s;
+}
+
+/// Qt loads EGL, 24 MB with Mesa in software, only to learn whether it may draw frames itself. It asks the environment
+/// first, once, for the first native window: an unseen one, so that no other program inherits the answer.
+void leaveFramesToCompositor() {
+    if (QGuiApplication::platformName() != u"wayland"_s || !Session::drawsFrames() ||
+        qEnvironmentVariableIsSet(noFrames)) {
+        return;
+    }
+    qputenv(noFrames, "1");
+    QWindow unseen;
+    unseen.create();
+    unseen.setFlags(Qt::FramelessWindowHint);
+    qunsetenv(noFrames);
 }
 
 /// Whether it is a guest of a desktop that leaves it the place of its windows.
@@ -44,6 +59,7 @@ void becomeAccessory() {
     if (qgetenv(windowSystem) == guestFirst) {
         qunsetenv(windowSystem); // it was for this program alone, and not for those that it starts
     }
+    leaveFramesToCompositor();
     new ColourScheme{qGuiApp};
 }
 

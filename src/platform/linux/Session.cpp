@@ -2,7 +2,16 @@
 
 #include <QStringList>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array frameless{"GNOME"_L1, "Pantheon"_L1, "X-Cinnamon"_L1};
+
+}
 
 namespace Session {
 
@@ -16,6 +25,11 @@ bool isWayland() {
 
 bool isPlasmaOrGnome() {
     return desktops().contains("KDE"_L1) || desktops().contains("GNOME"_L1);
+}
+
+bool drawsFrames() {
+    const auto names = desktops();
+    return std::ranges::none_of(frameless, [&names](QLatin1StringView name) { return names.contains(name); });
 }
 
 }

@@ -14,4 +14,7 @@ namespace Session {
 /// On Wayland these leave a guest of their X server the place of its windows; other compositors do not.
 [[nodiscard]] bool isPlasmaOrGnome();
 
+/// On Wayland most compositors draw the frames of windows; GNOME's, and those made of it, leave that to the programs.
+[[nodiscard]] bool drawsFrames();
+
 }
