@@ -23,7 +23,7 @@ BRIDGE_PORT = 43105
 PANEL = "vorna"
 SETTINGS = "vorna Settings"
 COMPANION = os.environ.get("VORNA_COMPANION", "vorna-companion")
-PICTURES = os.environ.get("VORNA_PICTURES")
+PHOTOGRAPHS = os.environ.get("VORNA_PHOTOGRAPHS")
 PROGRAMS = ("Xvfb", "dbus-daemon", "xfwm4", "xfce4-panel", "dunst", "import", "xdotool")
 PANEL_WIDTH = 340
 POLL_SECONDS = 5.0
@@ -178,9 +178,9 @@ class DesktopTest(unittest.TestCase):
         return self.companion.wait(timeout=30)
 
     def photograph(self, name):
-        if PICTURES:
-            os.makedirs(PICTURES, exist_ok=True)
-            self.desk.screenshot(f"{PICTURES}/{name}.png")
+        if PHOTOGRAPHS:
+            os.makedirs(PHOTOGRAPHS, exist_ok=True)
+            self.desk.screenshot(f"{PHOTOGRAPHS}/{name}.png")
 
     def wait_for_calls(self, stand_in, expected):
         """Waits until a stand-in was called that often, and checks how."""
