@@ -1,36 +1,38 @@
-"""Measures the companion beside the floor on one headless desktop and prints the tables of docs/performance.md."""
+"""Measures the companion beside the floor, several times over, prints the tables of docs/performance.md with the budgets,
+and fails where one is broken."""
 
 import argparse
 import json
 import pathlib
-import re
 import shutil
 import socket
 import statistics
-import subprocess
 import sys
-import time
 
+from figures import HEADING, Figure, print_table
 from peer import Peer
+from programs import (PROGRAMS, RELEASE, ROOT, desktop, end, memory, memory_after_opening, open_and_close, start_times,
+                      start_until_registered)
 
-ROOT = pathlib.Path(__file__).resolve().parents[1]
-sys.path.insert(0, str(ROOT / "tests" / "desktop"))
+import wayland
 
-import desktop  # noqa: E402
-import session_bus  # noqa: E402
-
-RELEASE = ROOT / "build" / "release"
-PROGRAMS = {"companion": [RELEASE / "vorna-companion"], "floor": [RELEASE / "benchmarks" / "floor"]}
 PANEL_TIMINGS = RELEASE / "benchmarks" / "panel-timings"
 BRIDGE_PORT = 43105
-SETTLE_SECONDS = 4.0
-SECONDS_PER_MINUTE = 60
-MEASURES = (
-    ("start", "start to the item registered with its host, ms", 0, 1.30),
-    ("pss", "memory after the window was opened and closed, PSS MiB", 1, 1.20),
+BESIDE_THE_FLOOR = (
+    ("start", "start to the item registered with its host, ms", 0, 1.10),
+    ("pss", "memory after the window was opened and closed, PSS MiB", 1, 1.15),
     ("private", "of it private, MiB", 1, None),
-    ("switches", "context switches a minute, polling, window closed", 0, 1.20),
-    ("cpu", "processor time a minute, polling, window closed, ms", 0, 1.20),
+    ("wayland", "the same memory in a Wayland session (sway), PSS MiB", 1, 1.25),
+    ("switches", "context switches a minute, polling, window closed", 0, 0.25),
+    ("cpu", "processor time a minute, polling, window closed, ms", 0, 0.75),
+)
+ALONE = (
+    ("first", "click to the first whole frame: the first opening of a process, ms", 1, 16),
+    ("again", "half a second after it was closed, ms", 1, 6),
+    ("later", "after its memory was given back, ms", 1, 10),
+    ("shown", "one poll of 12 services, panel shown, ms", 2, 0.8),
+    ("hidden", "one poll of 12 services, panel hidden, ms", 2, 0.3),
+    ("wayland", "memory in a Wayland session after the window was opened and closed, PSS MB", 1, 30),
 )
 PEER = "syncthingtray"
 PEER_LIMIT = 0.35
@@ -42,31 +44,12 @@ connections\\1\\label=Primary instance
 connections\\1\\syncthingUrl=http://127.0.0.1:8384
 connections\\size=1
 """
-OPENINGS = (
-    ("first", "the first opening of a process"),
-    ("again", "half a second after it was closed"),
-    ("later", "after its memory was given back"),
-)
-POLLS = ((10, 200), (12, 200), (100, 200), (1_000, 100), (10_000, 20), (100_000, 5))
-
-
-class ItemWatch:
-    """Hears of items in the tray at the moment in which they register."""
-
-    def __init__(self, desk):
-        command = ["gdbus", "monitor", "--session", "--dest", session_bus.WATCHER]
-        self._process = subprocess.Popen(command, env=desk.env, stdout=subprocess.PIPE, text=True)
-        self._process.stdout.readline()
-
-    def wait(self):
-        for line in self._process.stdout:
-            if "StatusNotifierItemRegistered" in line:
-                return time.monotonic()
-        raise desktop.Failure("the session bus went away")
-
-    def stop(self):
-        self._process.terminate()
-        self._process.communicate()
+# Qt would have the floor load EGL, only to ask it about the frame of a window that has none.
+WITHOUT_EGL = {"QT_WAYLAND_DISABLE_WINDOWDECORATION": "1"}
+STARTS = 5
+USUAL_SERVICES, USUAL_POLLS = 12, 200
+POLLS = ((10, 200), (100, 200), (1_000, 100), (10_000, 20), (100_000, 5))
+MB_PER_MIB = 1.048576
 
 
 def start_bridge(desk):
@@ -79,79 +62,30 @@ def start_bridge(desk):
         desk.wait_for(answers, "the bridge")
 
 
-def start_until_registered(desk, command):
-    watch = ItemWatch(desk)
-    try:
-        began = time.monotonic()
-        process = desk.start(command)
-        return process, (watch.wait() - began) * 1000
-    finally:
-        watch.stop()
+def timings(desk, *words):
+    return json.loads(desk.run(PANEL_TIMINGS, *words, timeout=300).splitlines()[-1])
 
 
-def open_and_close(desk, process):
-    """Opens the window by the item, and closes it by the item, or by a click elsewhere where that is the way."""
-    item = desk.wait_for(desk.status_notifier_items, "the item")[0]
-    before = set(desk.windows(process.pid))
-
-    def opened():
-        return set(desk.windows(process.pid)) - before
-
-    desk.activate_item(item)
-    desk.wait_for(opened, "the window to open")
-    time.sleep(SETTLE_SECONDS)
-    desk.activate_item(item)
-    time.sleep(1)
-    if opened():
-        desk.click(10, desk.size[1] - 10)
-    desk.wait_for(lambda: not opened(), "the window to close")
-    time.sleep(SETTLE_SECONDS)
+def poll_times(desk, services, count):
+    """Milliseconds of the main thread for one poll."""
+    with Peer(services) as peer:
+        found = {how: timings(desk, "polls", peer.address, count, how) for how in ("shown", "hidden")}
+    if not all(one["online"] for one in found.values()):
+        raise desktop.Failure(f"a poll of {services} services failed")
+    return {how: one["milliseconds"] for how, one in found.items()}
 
 
-def memory(process):
-    rollup = pathlib.Path(f"/proc/{process.pid}/smaps_rollup").read_text()
-    kib = {name: int(value) for name, value in re.findall(r"^(\w+):\s+(\d+) kB", rollup, re.M)}
-    return {"pss": kib["Pss"] / 1024, "private": (kib["Private_Clean"] + kib["Private_Dirty"]) / 1024}
+def measure_on_x11(desk, minutes):
+    """One run: {program: figures}, and those of the companion alone."""
+    starts = start_times(desk, STARTS)
+    both = {name: {"start": starts[name], **memory_after_opening(desk, command, minutes=minutes)}
+            for name, command in PROGRAMS.items()}
+    return both, {**timings(desk, "openings"), **poll_times(desk, USUAL_SERVICES, USUAL_POLLS)}
 
 
-def activity(process):
-    """Context switches and processor milliseconds of all threads since the start."""
-    switches, nanoseconds = 0, 0
-    for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir():
-        status = (task / "status").read_text()
-        switches += sum(int(count) for count in re.findall(r"ctxt_switches:\s+(\d+)", status))
-        nanoseconds += int((task / "schedstat").read_text().split()[0])
-    return switches, nanoseconds / 1e6
-
-
-def start_times(desk, rounds):
-    """Milliseconds of each program's starts; the first round, with cold caches, counts for neither."""
-    times = {name: [] for name in PROGRAMS}
-    for number in range(rounds + 1):
-        for name, command in PROGRAMS.items():
-            process, milliseconds = start_until_registered(desk, command)
-            end(desk, process)
-            if number > 0:
-                times[name].append(milliseconds)
-    return times
-
-
-def end(desk, process):
-    desk.stop(process)
-    desk.wait_for(lambda: not desk.status_notifier_items(), "the item to go")
-
-
-def measure_idle(desk, command, minutes):
-    process, _ = start_until_registered(desk, command)
-    open_and_close(desk, process)
-    result = memory(process)
-    switches, milliseconds = activity(process)
-    time.sleep(minutes * SECONDS_PER_MINUTE)
-    later_switches, later_milliseconds = activity(process)
-    result["switches"] = (later_switches - switches) / minutes
-    result["cpu"] = (later_milliseconds - milliseconds) / minutes
-    end(desk, process)
-    return result
+def measure_on_wayland(desk):
+    return {name: memory_after_opening(desk, command, WITHOUT_EGL if name == "floor" else None)["pss"]
+            for name, command in PROGRAMS.items()}
 
 
 def measure_peer(desk):
@@ -161,72 +95,64 @@ def measure_peer(desk):
     (pathlib.Path(desk.env["XDG_CONFIG_HOME"]) / f"{PEER}.ini").write_text(PEER_SETTINGS)
     process, _ = start_until_registered(desk, [PEER, "qt-widgets-gui", "--single-instance"])
     open_and_close(desk, process)
-    result = memory(process)
+    result = memory(process)["pss"]
     end(desk, process)
     return result
 
 
-def timings(desk, *words):
-    return json.loads(desk.run(PANEL_TIMINGS, *words, timeout=300).splitlines()[-1])
-
-
-def measure_polls(desk):
-    """Milliseconds of the main thread for one poll: {services: (shown, hidden)}."""
-    result = {}
-    for services, count in POLLS:
-        with Peer(services) as peer:
-            found = [timings(desk, "polls", peer.address, count, how) for how in ("shown", "hidden")]
-        if not all(one["online"] for one in found):
-            raise desktop.Failure(f"a poll of {services} services failed")
-        result[services] = [one["milliseconds"] for one in found]
-    return result
-
-
-def print_table(heading, rows):
-    print("\n| " + " | ".join(heading) + " |")
-    print("|" + "---|" + "---:|" * (len(heading) - 1))
-    for row in rows:
-        print("| " + " | ".join(row) + " |")
-
-
-def print_ratios(results, peer):
-    rows = []
-    for key, label, digits, limit in MEASURES:
-        ours, floor = results["companion"][key], results["floor"][key]
-        rows.append((label, f"{ours:.{digits}f}", f"{floor:.{digits}f}", f"{ours / floor:.2f}",
-                     f"{limit:.2f}" if limit else ""))
-    if peer:
-        rows.append((f"the same memory, beside `{PEER}` in place of the floor", f"{results['companion']['pss']:.1f}",
-                     f"{peer['pss']:.1f}", f"{results['companion']['pss'] / peer['pss']:.2f}", f"{PEER_LIMIT:.2f}"))
-    print_table(("", "companion", "floor", "ratio", "at most"), rows)
-
-
-def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--minutes", type=float, default=1.0, help="how long each is watched while idle")
-    parser.add_argument("--rounds", type=int, default=7, help="how often each is started; the median counts")
-    arguments = parser.parse_args()
+def measure(runs, minutes):
+    """The runs on X11, with the memory in a Wayland session among the rest; the peer's memory; polls of many services."""
     with desktop.Desktop() as desk:
         start_bridge(desk)
         desk.start_window_manager()
         desk.start_xfce_panel()
         desk.wait_for(desk.status_notifier_host_is_there, "the tray")
-        starts = start_times(desk, arguments.rounds)
-        results = {
-            name: {"start": statistics.median(starts[name]), **measure_idle(desk, command, arguments.minutes)}
-            for name, command in PROGRAMS.items()
-        }
+        found = [measure_on_x11(desk, minutes) for _ in range(runs)]
         peer = measure_peer(desk)
-        opened = [timings(desk, "openings") for _ in range(arguments.rounds)]
-        polls = measure_polls(desk)
-    print_ratios(results, peer)
-    print_table(("click to the first whole frame", "ms, median", "ms, most"),
-                [(label, f"{statistics.median(one[key] for one in opened):.1f}", f"{max(one[key] for one in opened):.1f}")
-                 for key, label in OPENINGS])
+        polls = {services: poll_times(desk, services, count) for services, count in POLLS}
+    with wayland.WaylandDesktop(xwayland=False) as desk:
+        start_bridge(desk)
+        desk.start_waybar()
+        desk.wait_for(desk.status_notifier_host_is_there, "the tray")
+        for both, alone in found:
+            for name, pss in measure_on_wayland(desk).items():
+                both[name]["wayland"] = pss
+            alone["wayland"] = both["companion"]["wayland"] * MB_PER_MIB
+    return found, peer, polls
+
+
+def ratios(runs, peer):
+    def figure(label, digits, limit, ours, theirs):
+        beside = tuple(f"{statistics.median(each):.{digits}f}" for each in (ours, theirs))
+        return Figure(label, [one / other for one, other in zip(ours, theirs)], limit, beside=beside)
+
+    def values(name, key):
+        return [both[name][key] for both, _ in runs]
+
+    for key, label, digits, limit in BESIDE_THE_FLOOR:
+        yield figure(label, digits, limit, values("companion", key), values("floor", key))
+    if peer:
+        ours = values("companion", "pss")
+        yield figure(f"the same on X11, beside `{PEER}` in place of the floor", 1, PEER_LIMIT, ours, [peer] * len(ours))
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--minutes", type=float, default=0.5, help="how long each is watched in each run while idle")
+    parser.add_argument("--runs", type=int, default=5)
+    arguments = parser.parse_args()
+    runs, peer, polls = measure(arguments.runs, arguments.minutes)
+    beside = list(ratios(runs, peer))
+    alone = [Figure(label, [own[key] for _, own in runs], limit, digits) for key, label, digits, limit in ALONE]
+    print_table(("", "companion", "floor", "ratio", *HEADING), [one.cells() for one in beside])
+    print_table(("", "companion", *HEADING), [one.cells() for one in alone])
     print_table(("services in the snapshot", "panel shown, ms", "panel hidden, ms", "hidden, µs a service"),
-                [(f"{services:,}", f"{shown:.2f}", f"{hidden:.2f}", f"{hidden * 1000 / services:.2f}")
-                 for services, (shown, hidden) in polls.items()])
+                [(f"{services:,}", f"{each['shown']:.2f}", f"{each['hidden']:.2f}",
+                  f"{each['hidden'] * 1000 / services:.2f}") for services, each in polls.items()])
+    print(f"\nMedians of {arguments.runs} runs; the noise is the spread of the middle ones. A budget is broken where the "
+          "median is above it by more than the noise.")
+    return any(one.is_broken for one in beside + alone)
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())
