@@ -2,9 +2,10 @@
 
 #include "bridge/HttpResponseParser.h"
 #include "support/Deferred.h"
+#include "support/Descriptor.h"
 
 #include <QObject>
-#include <QTcpSocket>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <QUrl>
 
@@ -24,7 +25,8 @@ public:
     /// Ends a request whose peer keeps sending a little and never ends; such requests would use up all descriptors.
     static constexpr std::chrono::milliseconds defaultTotalLimit = std::chrono::minutes{10};
 
-    /// Sends the request now. It fails at once when the URL is not one of HTTP, when nothing moves on the connection
+    /// Sends the request now, to a host given in numbers: no name server is asked. It fails at once when the URL is not
+    /// one of HTTP, when nothing moves on the connection
     /// for `idleLimit`, as soon as the answer outgrows the parser's limits, and when it is not complete after
     /// `totalLimit`.
     [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit, Body body = Body::kept,
@@ -37,14 +39,15 @@ private:
 
     void sendRequest();
     void readAnswer();
-    void fail(QAbstractSocket::SocketError error);
+    void fail(BridgeError::Kind kind);
     void end(const std::expected<HttpResponse, BridgeError>& answer);
 
     QUrl m_url;
-    QTcpSocket m_socket;
+    Descriptor m_socket;
+    QSocketNotifier m_connected{QSocketNotifier::Write};
+    QSocketNotifier m_readable{QSocketNotifier::Read};
     QTimer m_idle;
     QTimer m_total;
     HttpResponseParser m_parser;
     Answer m_answer;
-    bool m_connected = false;
 };

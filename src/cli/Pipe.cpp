@@ -13,6 +13,7 @@
 #include <memory>
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 

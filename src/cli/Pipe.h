@@ -1,41 +1,13 @@
 #pragma once
 
+#include "support/Descriptor.h"
+
 #include <QCoro/QCoroTask>
 
 #include <QString>
 
 #include <expected>
 #include <optional>
-#include <utility>
-
-#include <unistd.h>
-
-/// Owns one open file descriptor, or none.
-class Descriptor final {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number)
-        : m_number{number} {}
-    Descriptor(Descriptor&& other) noexcept
-        : m_number{std::exchange(other.m_number, none)} {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(m_number, other.m_number);
-        return *this;
-    }
-    ~Descriptor() { close(); }
-
-    [[nodiscard]] int number() const { return m_number; }
-
-    void close() {
-        if (m_number != none) {
-            ::close(std::exchange(m_number, none));
-        }
-    }
-
-private:
-    static constexpr int none = -1;
-    int m_number = none;
-};
 
 /// A pipe of this process that no child inherits.
 struct Pipe final {

@@ -10,6 +10,8 @@
 #include <chrono>
 #include <list>
 
+#include <sys/socket.h>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using Kind = BridgeError::Kind;
@@ -185,6 +187,26 @@ private slots:
         QCOMPARE(proxy.connections, 0);
         QCOMPARE(m_peer->requests.size(), 2);
         QVERIFY(!m_peer->requests.at(1).contains("Cookie"));
+    }
+
+    void peerThatIsGoneBeforeTheRequestIsNotReached() {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QString text;
+        note(HttpGet::send(QUrl{u"http://127.0.0.1:%1"_s.arg(server.serverPort())}, 60s), &text);
+        QVERIFY(server.waitForNewConnection(5000));
+        auto* const socket = server.nextPendingConnection();
+        const linger abortive{.l_onoff = 1, .l_linger = 0};
+        setsockopt(static_cast<int>(socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &abortive, sizeof abortive);
+        socket->abort();
+        QTRY_COMPARE(text, u"Could not connect to the server."_s);
+    }
+
+    void hostIsNotLookedUp() {
+        QUrl named = m_peer->baseUrl();
+        named.setHost(u"localhost"_s);
+        QCOMPARE(said(QCoro::waitFor(VornaBridgeClient{named}.health())), text(Kind::cannotConnect));
+        QCOMPARE(m_peer->connections, 0);
     }
 
     void addressThatCannotBeSentIsRefused_data() {

@@ -1,17 +1,25 @@
 #include "platform/SingleInstance.h"
 
+#include "support/Descriptor.h"
+
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
-#include <QLocalServer>
-#include <QLocalSocket>
+#include <QSocketNotifier>
 #include <QThread>
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
+#include <cstddef>
+#include <cstring>
 #include <optional>
+#include <string_view>
 
 #include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -22,12 +30,13 @@ namespace {
 constexpr auto peerTimeout = 1000ms;
 constexpr unsigned long retryInterval = 10;
 constexpr int maxMessage = 64;
-constexpr qint64 maxLine = maxMessage * 4 + 1;
+constexpr qsizetype maxLine = maxMessage * 4 + 1;
 constexpr int maxPeers = 16;
-constexpr auto acknowledgement = "ok\n";
+constexpr int queueLength = 50;
+constexpr std::string_view acknowledgement = "ok\n";
 
 /// One name per user and desktop session. It is no file: it goes with its process, however that ends.
-QString socketName() {
+QByteArray socketName() {
     QByteArray session = qgetenv("WAYLAND_DISPLAY");
     if (session.isEmpty()) {
         session = qgetenv("DISPLAY");
@@ -36,14 +45,23 @@ QString socketName() {
         session.truncate(screen > session.lastIndexOf(':') ? screen : session.size());
     }
     const QByteArray hash = QCryptographicHash::hash(session, QCryptographicHash::Sha256).toHex().first(16);
-    return u"vorna-companion-%1-%2"_s.arg(::getuid()).arg(QLatin1StringView{hash});
+    return "vorna-companion-" + QByteArray::number(::getuid()) + '-' + hash;
 }
 
-bool belongsToUs(const QLocalSocket& socket) {
+/// Calls `bind` or `connect`; answers whether that went well.
+template <typename Call>
+bool withAddress(const Call& call, const Descriptor& socket) {
+    const QByteArray name = socketName();
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    std::memcpy(address.sun_path + 1, name.constData(), static_cast<std::size_t>(name.size()));
+    const auto size = offsetof(sockaddr_un, sun_path) + 1 + static_cast<std::size_t>(name.size());
+    return call(socket.number(), reinterpret_cast<const sockaddr*>(&address), static_cast<socklen_t>(size)) == 0;
+}
+
+bool belongsToUs(const Descriptor& socket) {
     ucred peer{};
     socklen_t size = sizeof(peer);
-    const int descriptor = static_cast<int>(socket.socketDescriptor());
-    return ::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == ::getuid();
+    return ::getsockopt(socket.number(), SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == ::getuid();
 }
 
 /// The message of a line that a later start has sent; nothing for anything else.
@@ -54,76 +72,94 @@ std::optional<QString> messageOf(const QByteArray& line) {
     return readable && fits ? std::optional{message} : std::nullopt;
 }
 
-class ListeningInstance final : public SingleInstance {
+/// A later start that has connected. Goes away by itself, and with the instance.
+class Peer final : public QObject {
 public:
-    explicit ListeningInstance(std::unique_ptr<QLocalServer> server)
-        : m_server{std::move(server)} {
-        connect(m_server.get(), &QLocalServer::newConnection, this, [this] {
-            while (QLocalSocket* const peer = m_server->nextPendingConnection()) {
-                welcome(peer);
-            }
-        });
+    Peer(Descriptor socket, SingleInstance* instance)
+        : QObject{instance}
+        , m_instance{*instance}
+        , m_socket{std::move(socket)}
+        , m_readable{m_socket.number(), QSocketNotifier::Read} {
+        connect(&m_readable, &QSocketNotifier::activated, this, &Peer::listen);
+        QTimer::singleShot(peerTimeout, this, &QObject::deleteLater);
     }
 
 private:
-    void welcome(QLocalSocket* peer) {
-        if (m_peers >= maxPeers || !belongsToUs(*peer)) {
-            delete peer;
+    void listen() {
+        std::array<char, maxLine> bytes{};
+        const ssize_t count = ::recv(m_socket.number(), bytes.data(), bytes.size(), 0);
+        m_heard.append(bytes.data(), std::max<ssize_t>(count, 0));
+        const qsizetype end = m_heard.indexOf('\n') + 1;
+        if (count > 0 && end == 0 && m_heard.size() < maxLine) {
             return;
         }
-        ++m_peers;
-        connect(peer, &QObject::destroyed, this, [this] { --m_peers; });
-        connect(peer, &QLocalSocket::disconnected, peer, &QObject::deleteLater);
-        connect(peer, &QLocalSocket::readyRead, this, [this, peer] { listenTo(peer); });
-        QTimer::singleShot(peerTimeout, peer, [peer] {
-            peer->abort();
-            peer->deleteLater();
-        });
-        peer->setReadBufferSize(maxLine);
-        listenTo(peer);
-    }
-
-    void listenTo(QLocalSocket* peer) {
-        if (!peer->canReadLine()) {
-            if (peer->bytesAvailable() >= maxLine) {
-                peer->abort();
-            }
+        m_readable.setEnabled(false);
+        deleteLater();
+        if (end == 0) {
             return;
         }
-        disconnect(peer, &QLocalSocket::readyRead, this, nullptr);
-        const std::optional<QString> message = messageOf(peer->readLine());
-        peer->write(acknowledgement);
-        peer->disconnectFromServer();
-        if (message) {
-            emit messageReceived(*message);
+        (void)::send(m_socket.number(), acknowledgement.data(), acknowledgement.size(), MSG_NOSIGNAL);
+        if (const auto message = messageOf(m_heard.first(end))) {
+            emit m_instance.messageReceived(*message);
         }
     }
 
-    std::unique_ptr<QLocalServer> m_server;
-    int m_peers = 0;
+    SingleInstance& m_instance;
+    Descriptor m_socket;
+    QSocketNotifier m_readable;
+    QByteArray m_heard;
 };
 
-std::unique_ptr<QLocalServer> listeningServer() {
-    auto server = std::make_unique<QLocalServer>();
-    server->setSocketOptions(QLocalServer::AbstractNamespaceOption);
-    return server->listen(socketName()) ? std::move(server) : nullptr;
+class ListeningInstance final : public SingleInstance {
+public:
+    explicit ListeningInstance(Descriptor socket)
+        : m_socket{std::move(socket)}
+        , m_connected{m_socket.number(), QSocketNotifier::Read} {
+        connect(&m_connected, &QSocketNotifier::activated, this, &ListeningInstance::welcome);
+    }
+
+private:
+    void welcome() {
+        Descriptor peer{::accept4(m_socket.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
+        if (peer.isOpen() && belongsToUs(peer) && children().size() < maxPeers) {
+            new Peer{std::move(peer), this};
+        }
+    }
+
+    Descriptor m_socket;
+    QSocketNotifier m_connected;
+};
+
+Descriptor listeningSocket() {
+    Descriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)};
+    const bool isOurs = withAddress(::bind, socket) && ::listen(socket.number(), queueLength) == 0;
+    return isOurs ? std::move(socket) : Descriptor{};
 }
 
 enum class Delivery { nobody, stranger, handedOver };
 
+void waitAtMost(const Descriptor& socket, const QDeadlineTimer& deadline) {
+    const auto left = std::max<qint64>(1, deadline.remainingTimeAsDuration() / 1us); // none at all would be no limit
+    const timeval limit{.tv_sec = left / 1'000'000, .tv_usec = left % 1'000'000};
+    for (const int direction : {SO_SNDTIMEO, SO_RCVTIMEO}) {
+        (void)::setsockopt(socket.number(), SOL_SOCKET, direction, &limit, sizeof limit);
+    }
+}
+
 Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
-    QLocalSocket socket;
-    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(socketName());
-    const auto left = [&deadline] { return static_cast<int>(deadline.remainingTime()); };
-    if (!socket.waitForConnected(left())) {
+    const Descriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    waitAtMost(socket, deadline);
+    if (!withAddress(::connect, socket)) {
         return deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
     }
     if (!belongsToUs(socket)) {
         return Delivery::stranger;
     }
-    socket.write(message.left(maxMessage).toUtf8() + '\n');
-    const bool heard = socket.waitForBytesWritten(left()) && socket.waitForReadyRead(left());
+    const QByteArray line = message.left(maxMessage).toUtf8() + '\n';
+    (void)::send(socket.number(), line.constData(), static_cast<std::size_t>(line.size()), MSG_NOSIGNAL);
+    waitAtMost(socket, deadline);
+    char answer = 0;
+    const bool heard = ::recv(socket.number(), &answer, 1, 0) == 1;
     return heard || deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
 }
 
@@ -132,8 +168,8 @@ Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
 std::unique_ptr<SingleInstance> SingleInstance::claim(const QString& message) {
     const QDeadlineTimer deadline{peerTimeout};
     while (!deadline.hasExpired()) {
-        if (auto server = listeningServer()) {
-            return std::make_unique<ListeningInstance>(std::move(server));
+        if (auto socket = listeningSocket(); socket.isOpen()) {
+            return std::make_unique<ListeningInstance>(std::move(socket));
         }
         switch (deliver(message, deadline)) {
         case Delivery::handedOver:

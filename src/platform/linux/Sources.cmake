@@ -26,7 +26,7 @@ vorna_library(vorna_platform
         platform/linux/UserDefaults.cpp
         platform/linux/X11.cpp
         "${SYMBOL_DRAWINGS}"
-    LINKS vorna_support Qt6::Gui Qt6::Network Qt6::DBus PkgConfig::XCB)
+    LINKS vorna_support Qt6::Gui Qt6::DBus PkgConfig::XCB)
 target_compile_definitions(vorna_platform PRIVATE
     VORNA_VERSION="${PROJECT_VERSION}"
     VORNA_BUILD="${VORNA_BUILD_NUMBER}")

@@ -21,8 +21,9 @@ STUB = "--- !tapi-tbd\ntbd-version: 4\ntargets: [ arm64-macos ]\ninstall-name: '
 
 # What is needed of musl's headers, all of which macOS has. Whatever is not named here cannot be included.
 HEADERS = """
-    alloca assert ctype dirent errno fcntl features float inttypes limits locale math nl_types poll pthread pwd sched
-    setjmp signal spawn stdarg stdbool stddef stdint stdio stdlib string strings time unistd wchar wctype
+    alloca assert ctype dirent errno fcntl features float inttypes limits locale math netdb netinet/in nl_types poll
+    pthread pwd sched setjmp signal spawn stdarg stdbool stddef stdint stdio stdlib string strings time unistd wchar
+    wctype
     sys/ioctl sys/param sys/resource sys/select sys/socket sys/stat sys/time sys/types sys/un sys/wait
 """.split()
 
