@@ -38,6 +38,8 @@ include(CheckCXXCompilerFlag)
 set(VORNA_RELEASE $<NOT:$<CONFIG:Debug>>)
 target_compile_options(vorna_options INTERFACE "$<${VORNA_RELEASE}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>")
 if(NOT APPLE)
+    include(CheckPIESupported)
+    check_pie_supported()
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
     target_compile_options(vorna_options INTERFACE
         "$<${VORNA_RELEASE}:-fstack-protector-strong;-fstack-clash-protection;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
@@ -49,7 +51,7 @@ if(NOT APPLE)
             target_compile_options(vorna_options INTERFACE $<${VORNA_RELEASE}:${FLAG}>)
         endif()
     endforeach()
-    target_link_options(vorna_options INTERFACE "$<${VORNA_RELEASE}:-pie;LINKER:-z,relro;LINKER:-z,now>")
+    target_link_options(vorna_options INTERFACE "$<${VORNA_RELEASE}:LINKER:-z,relro;LINKER:-z,now>")
 endif()
 
 set(VORNA_SANITIZE "" CACHE STRING "Sanitizers, such as address,undefined")

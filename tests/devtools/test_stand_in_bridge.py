@@ -59,11 +59,11 @@ class MonitorDocument(BridgeTest):
 class CaddyProcess(BridgeTest):
     def test_is_seen_while_it_runs_and_neither_before_nor_as_a_zombie_nor_after(self):
         program = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory())) / f"cad-{os.getpid()}"
-        program.symlink_to(shutil.which("sleep"))
+        program.symlink_to(shutil.which("sh"))
         bridge = self.start(caddy_process=program.name)
         seen = lambda: (probe := bridge.probes()["caddy.process"]) and (probe["ok"], probe["detail"])
         self.assertEqual(seen(), (False, "not running"))
-        with subprocess.Popen([program, "60"]) as process:
+        with subprocess.Popen([program, "-c", "read line"], stdin=subprocess.PIPE) as process:
             try:
                 self.assertEqual(seen(), (True, "running"))
             finally:

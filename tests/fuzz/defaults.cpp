@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
+#include <QTimeZone>
 
 #include <algorithm>
 #include <array>
@@ -21,7 +22,7 @@ namespace {
 
 const QString manualKey = QLatin1StringView{DaypartController::manualKey};
 const QString daypartKey = QLatin1StringView{DaypartController::storageKey};
-const QDateTime noon{QDate{2024, 6, 1}, QTime{12, 0}, Qt::UTC};
+const QDateTime noon{QDate{2024, 6, 1}, QTime{12, 0}, QTimeZone::utc()};
 
 /// The defaults file of this process, in a folder of its own.
 class DefaultsFile final {

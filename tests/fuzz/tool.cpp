@@ -5,6 +5,7 @@
 #include "support/FakeNotificationService.h"
 
 #include <QJsonDocument>
+#include <QJsonValue>
 #include <QTextBoundaryFinder>
 #include <QUuid>
 

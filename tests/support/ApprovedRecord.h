@@ -21,8 +21,10 @@ namespace ApprovedRecord {
 /// What is left of `sections` without the ones that are word by word in `base`.
 [[nodiscard]] QString withoutSectionsOf(const QString& base, const QString& sections);
 
-/// Nothing where `text` is what tests/approved/NAME.txt holds; else how they differ. Then the text is in the build
-/// folder as well, where `script/approve` takes it from.
-[[nodiscard]] QString difference(const QString& name, const QString& text);
+enum class Places { count, differ };
+
+/// Nothing where `text` is what tests/approved/NAME.txt holds, be it without the places; else how they differ. Then the
+/// text is in the build folder as well, where `script/approve` takes it from.
+[[nodiscard]] QString difference(const QString& name, const QString& text, Places places = Places::count);
 
 }

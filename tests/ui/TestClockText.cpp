@@ -25,9 +25,10 @@ private slots:
         QTest::newRow("be_BY") << u"14:03:07"_s;         // a comma before the zone
         QTest::newRow("ja_JP") << u"14:03:07"_s;         // words in the long form
         QTest::newRow("fr_CA") << u"14 h 03 min 07 s"_s; // words in the short form
-        QTest::newRow("bg_BG") << u"14:03:07 ч."_s;      // quoted letters behind
-        QTest::newRow("ko_KR") << u"오후 2:03:07"_s;     // half of the day first
-        QTest::newRow("zh_TW") << u"下午2:03:07"_s;      // part of the day
+        const bool hasLetters = QLocale{u"bg_BG"_s}.timeFormat(QLocale::ShortFormat).contains(u'ч');
+        QTest::newRow("bg_BG") << (hasLetters ? u"14:03:07 ч."_s : u"14:03:07"_s); // quoted behind, until Qt 6.7
+        QTest::newRow("ko_KR") << u"오후 2:03:07"_s;                               // half of the day first
+        QTest::newRow("zh_TW") << u"下午2:03:07"_s;                                // part of the day
     }
     void writesTheTimeAsTheLocaleDoesWithoutTheZone() {
         const QLocale locale{QString::fromLatin1(QTest::currentDataTag())};

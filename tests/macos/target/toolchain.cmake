@@ -12,7 +12,7 @@ set(VORNA_MAC_LLVM /usr/lib/llvm-19 CACHE PATH "The compiler and the C++ library
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES VORNA_MAC_LLVM)
 set(COMPILE "-nostdinc++ -nostdlibinc -isystem ${CMAKE_CURRENT_LIST_DIR} -isystem ${CMAKE_CURRENT_LIST_DIR}/../headers")
 string(APPEND COMPILE " -isystem ${VORNA_MAC_LLVM}/include/c++/v1 -isystem ${VORNA_MAC_KIT}/sysroot -D_BSD_SOURCE")
-set(OBJECTIVE "-isystem ${CMAKE_CURRENT_LIST_DIR}/../headers-arc -isystem /usr/include/GNUstep -DNO_GNUSTEP=1 -DGNUSTEP")
+set(OBJECTIVE "-isystem ${CMAKE_CURRENT_LIST_DIR}/../headers-arc -isystem /usr/include/GNUstep -isystem /usr/include/x86_64-linux-gnu/GNUstep -DNO_GNUSTEP=1 -DGNUSTEP")
 string(APPEND OBJECTIVE " -DGNUSTEP_BASE_LIBRARY=1 -DGNU_GUI_LIBRARY=1")
 foreach(LANGUAGE C CXX OBJCXX)
     set(CMAKE_${LANGUAGE}_COMPILER_TARGET arm64-apple-macos14)

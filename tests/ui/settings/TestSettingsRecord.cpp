@@ -44,6 +44,13 @@ QString painted(QWidget& view, const DaypartController& daypart) {
     return lines.join(u'\n') + u'\n';
 }
 
+/// The style gives buttons and tabs another point of room in other releases of Qt.
+ApprovedRecord::Places places() {
+    const auto version = QLibraryInfo::version();
+    using enum ApprovedRecord::Places;
+    return version >= QVersionNumber{6, 4} && version < QVersionNumber{6, 5} ? count : differ;
+}
+
 struct State final {
     const char* name;
     Tab tab;
@@ -102,7 +109,7 @@ private slots:
         state->make(settings);
         settings.settle();
         const QString name = u"settings, "_s + QString::fromLatin1(state->name);
-        const auto difference = ApprovedRecord::difference(name, painted(*settings.view(), settings.daypart));
+        const auto difference = ApprovedRecord::difference(name, painted(*settings.view(), settings.daypart), places());
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
         const auto disagreements = AccessibleTree{*settings.view()}.disagreements(settings.daypart.palette);
         QVERIFY2(disagreements.isEmpty(), qPrintable(disagreements));
