@@ -17,7 +17,7 @@ namespace {
 using Kind = BridgeError::Kind;
 
 constexpr int defaultPort = 80;
-constexpr qsizetype blockBytes = qsizetype{64} * 1024;
+constexpr qsizetype blockBytes = qsizetype{16} * 1024;
 
 /// A socket on its way to the host, or none.
 Descriptor connecting(const QUrl& url) {
