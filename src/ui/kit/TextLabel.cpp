@@ -162,7 +162,9 @@ void TextLabel::prepare(int width) const {
     const qreal scale = std::clamp(width / natural, m_style.minimumScale, 1.0);
     // Not divided where the text decides: the quotient may be a hair too small for it.
     const qreal room = scale > m_style.minimumScale ? std::max<qreal>(width, natural) : width / scale;
-    const auto [text, isCut] = TextFitting::fit(m_prepared, m_font, room, m_style.lines);
+    const bool isOneLine = !m_prepared.hasMore && !m_prepared.text.contains(QChar::LineSeparator);
+    const auto [text, isCut] = isOneLine && natural <= room ? TextFitting::Fitted{m_prepared.text.trimmed()}
+                                                            : TextFitting::fit(m_prepared, m_font, room, m_style.lines);
     m_shown = {width, text, isCut, scale};
     layOut();
 }
