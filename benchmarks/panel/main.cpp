@@ -35,24 +35,32 @@ public:
 
     /// Milliseconds from the beginning of `open` until the whole panel has reached the display.
     double timeTo(const std::function<void()>& open) {
-        m_painted = false;
-        QElapsedTimer timer;
-        timer.start();
+        m_time = 0;
+        m_timer.start();
         open();
-        while (!m_painted) {
+        while (m_time == 0) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
-        QGuiApplication::sync();
-        return static_cast<double>(timer.nsecsElapsed()) / nanosecondsPerMillisecond;
+        return static_cast<double>(m_time) / nanosecondsPerMillisecond;
     }
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        m_painted = m_painted || (event->type() == QEvent::Paint && qobject_cast<PanelFrame*>(watched) != nullptr);
+        if (event->type() == QEvent::Paint && qobject_cast<PanelFrame*>(watched) != nullptr) {
+            QCoreApplication::postEvent(this, new QEvent{QEvent::User}, Qt::HighEventPriority);
+        }
         return false;
     }
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::User && m_time == 0) {
+            QGuiApplication::sync();
+            m_time = m_timer.nsecsElapsed();
+        }
+        return QObject::event(event);
+    }
 
-    bool m_painted = false;
+    QElapsedTimer m_timer;
+    qint64 m_time = 0;
 };
 
 void waitFor(std::chrono::milliseconds time) {
@@ -103,7 +111,7 @@ void pollOnce(StatusModel& status) {
             loop.quit();
         }
     };
-    QObject::connect(&status, &StatusModel::objectWillChange, &loop, quitWhenDone, Qt::QueuedConnection);
+    QObject::connect(&status, &StatusModel::changed, &loop, quitWhenDone);
     status.poll();
     loop.exec();
     for (int turn = 0; turn < turnsToAFrame; ++turn) {
@@ -119,8 +127,8 @@ int polls(const QUrl& bridge, int count, bool isShown) {
     PanelWindow panel{std::make_unique<MenuBarView>(status, daypart, NotificationService::shared(), PanelActions{}),
                       daypart, Qt::Popup, PanelWindow::PlacedBy::us, Desktop::blendsWindows};
     panel.showAt({0, 0, 1, 1});
-    status.findChild<QTimer*>()->stop();
     waitFor(1s);
+    status.findChild<QTimer*>()->stop();
     if (!isShown) {
         panel.dismiss();
     }

@@ -78,8 +78,8 @@ Request requested() {
     return request;
 }
 
-/// Waits for the end of the poll that the panel's appearance has started.
-void waitForPoll(StatusModel& status) {
+void pollOnce(StatusModel& status) {
+    status.poll();
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, qApp, [&status] {
         if (!status.polling) {
@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
     const PanelActions noActions{[] {}, [](const QUrl& /*url*/) {}, [] {}};
     PanelSheet sheet{std::make_unique<MenuBarView>(status, daypart, notifications, noActions), daypart};
     sheet.show();
-    waitForPoll(status);
+    pollOnce(status);
 
     if (!sheet.draw(request.scale).save(request.output)) {
         refuse(u"cannot write "_s + request.output);

@@ -6,6 +6,7 @@
 #include "ui/menubar/PanelWindow.h"
 #include "ui/settings/SettingsWindow.h"
 
+#include <QFontMetrics>
 #include <QGuiApplication>
 
 #include <chrono>
@@ -16,10 +17,14 @@ using namespace std::chrono_literals;
 /// How long a closed window's memory is kept for the case that it is opened again at once.
 static constexpr auto releaseDelay = 2s;
 
+/// When a start is surely over, and the item in the tray.
+static constexpr auto readyDelay = 500ms;
+
 VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     : QObject{parent}
     , m_notifications{parts.notifications}
     , m_activatePreviousProgram{parts.activatePreviousProgram}
+    , m_delay{parts.delay}
     , m_daypart{parts.daypart()}
     , m_delegate{parts.notifications, parts.becomeAccessory, parts.daypart}
     , m_status{parts.notifications, parts.runTool, parts.bridge, wallClock, parts.ticker} {
@@ -40,6 +45,7 @@ VornaApp::VornaApp(const VornaParts& parts, QObject* parent)
     m_releaseTimer.setInterval(releaseDelay);
     connect(&m_releaseTimer, &QTimer::timeout, this, &VornaApp::releaseMemory);
     showSymbol();
+    m_delay(*this, readyDelay, [this] { makeReady(); });
 }
 
 VornaApp::~VornaApp() = default;
@@ -79,6 +85,20 @@ PanelWindow& VornaApp::panel() {
         connect(m_panel.get(), &PanelWindow::dismissedByUser, this, m_activatePreviousProgram);
     }
     return *m_panel;
+}
+
+// Fonts are read and glyphs drawn once in a process. One piece a turn, so that a click between them hardly waits.
+void VornaApp::makeReady() {
+    (void)QFontMetrics{QGuiApplication::font()}.ascent();
+    m_delay(*this, 0ms, [this] {
+        panel();
+        m_delay(*this, 0ms, [this] {
+            if (m_panel && !m_panel->isVisible()) {
+                m_panel->drawUnseen();
+                releaseMemory();
+            }
+        });
+    });
 }
 
 SettingsWindow& VornaApp::settings() {

@@ -26,6 +26,7 @@ struct VornaParts final {
     StatusModel::ToolRunner runTool = VornaCLIRunner::run;
     QUrl bridge = StatusModel::defaultBridge();
     Ticker ticker = timerTicker;
+    Delay delay = timerDelay;
 };
 
 /// The companion put together: the one status model, the shared daypart controller, the item in the tray or menu bar,
@@ -45,12 +46,14 @@ public:
 private:
     void dismissPanel();
     void showSymbol();
+    void makeReady();
     PanelWindow& panel();
     SettingsWindow& settings();
     void releaseMemory();
 
     NotificationService& m_notifications;
     const std::function<void()> m_activatePreviousProgram;
+    const Delay m_delay;
     DaypartController& m_daypart;
     AppDelegate m_delegate;
     StatusModel m_status;

@@ -111,7 +111,7 @@ public:
         press(u"Refresh"_s);
     }
     [[nodiscard]] bool settle() {
-        return QTest::qWaitFor([this] { return !panel.status.polling && peer.openConnections == 0; }, waitMs);
+        return QTest::qWaitFor([this] { return panel.isStill() && peer.openConnections == 0; }, waitMs);
     }
     [[nodiscard]] QStringList shown() {
         (void)drawn(*view);

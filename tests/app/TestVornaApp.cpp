@@ -3,6 +3,8 @@
 #include "support/FakeNotificationService.h"
 #include "support/FakeTool.h"
 #include "support/MemoryDefaults.h"
+#include "support/Rows.h"
+#include "ui/menubar/PanelFrame.h"
 #include "ui/menubar/PanelWindow.h"
 #include "ui/settings/SettingsView.h"
 
@@ -30,6 +32,25 @@ public:
     void setPanelOpen(bool isOpen) override { panelStates.append(isOpen); }
     [[nodiscard]] QRect anchor() const override { return {100, 0, 24, 24}; }
 };
+
+/// Counts how often the panel's frame is painted, which lies on top of all else.
+class PaintWatch final : public QObject {
+public:
+    PaintWatch() { qApp->installEventFilter(this); }
+    int paints = 0;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        paints += event->type() == QEvent::Paint && qobject_cast<PanelFrame*>(watched) != nullptr ? 1 : 0;
+        return false;
+    }
+};
+
+template <typename Window>
+bool made() {
+    return std::ranges::any_of(QApplication::topLevelWidgets(),
+                               [](const QWidget* window) { return qobject_cast<const Window*>(window) != nullptr; });
+}
 
 template <typename Window>
 Window* shown() {
@@ -59,6 +80,7 @@ private slots:
         m_timesDaypartWasTaken = 0;
         m_timesGivenWay = 0;
         m_tick = nullptr;
+        m_later.clear();
     }
 
     void policyThenRequestThenItem() {
@@ -108,13 +130,54 @@ private slots:
         const auto vorna = launch();
         emit m_item->clicked();
         QVERIFY(shown<PanelWindow>() != nullptr);
-        QVERIFY(vorna->status().polling);
+        QTRY_VERIFY(vorna->status().lastPoll.value());
         QCOMPARE(m_interval, std::chrono::milliseconds{5000});
         QCOMPARE(m_tool->calls.size(), 1);
         emit m_item->clicked();
         QVERIFY(shown<PanelWindow>() == nullptr);
         emit m_item->clicked();
-        QCOMPARE(m_tool->calls.size(), 2);
+        QTRY_COMPARE(m_tool->calls.size(), 2);
+    }
+
+    void thePanelIsDrawnOnceUnseenAndGivenBack() {
+        const auto vorna = launch();
+        PaintWatch watch;
+        QCOMPARE(m_later.size(), 1);
+        QVERIFY(m_later.first().first > std::chrono::milliseconds{0});
+        while (!m_later.isEmpty()) {
+            m_later.takeFirst().second();
+            QVERIFY(!anyWindowIsShown());
+        }
+        QCOMPARE(watch.paints, 1);
+        QVERIFY(!made<PanelWindow>());
+        QCoreApplication::processEvents();
+        QVERIFY(!vorna->status().polling);
+        QVERIFY(m_tool->calls.isEmpty());
+    }
+
+    // However far it is when the click comes.
+    void aClickNeedsNoMoreOfThePanelUnseen_data() {
+        const Rows<int> row{"pieces"};
+        row("none", 0);
+        row("fonts", 1);
+        row("the panel", 2);
+    }
+    void aClickNeedsNoMoreOfThePanelUnseen() {
+        QFETCH(const int, pieces);
+        const auto vorna = launch();
+        for (int i = 0; i < pieces; ++i) {
+            m_later.takeFirst().second();
+        }
+        emit m_item->clicked();
+        const auto* panel = shown<PanelWindow>();
+        QVERIFY(panel != nullptr);
+        QTRY_VERIFY(vorna->status().lastPoll.value());
+        PaintWatch watch;
+        while (!m_later.isEmpty()) {
+            m_later.takeFirst().second();
+        }
+        QCOMPARE(watch.paints, 0);
+        QCOMPARE(shown<PanelWindow>(), panel);
     }
 
     void clickElsewhereClosesThePanel() {
@@ -202,6 +265,8 @@ private:
                     m_interval = interval;
                     m_tick = tick;
                 },
+            .delay = [this](QObject&, std::chrono::milliseconds time,
+                            const std::function<void()>& then) { m_later.append({time, then}); },
         });
     }
 
@@ -214,6 +279,7 @@ private:
     int m_timesDaypartWasTaken = 0;
     int m_timesGivenWay = 0;
     std::function<void()> m_tick;
+    QList<std::pair<std::chrono::milliseconds, std::function<void()>>> m_later;
     std::chrono::milliseconds m_interval{};
 };
 

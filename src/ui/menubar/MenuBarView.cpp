@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -62,13 +63,15 @@ void MenuBarView::paintEvent(QPaintEvent* event) {
         rule.setHeight(thickness);
         painter.fillRect(rule, colours().of(ColourRole::border));
     }
+    if (std::exchange(m_appears, false)) {
+        // In the next turn, when the frame is on the screen: to launch the tool takes as long as to draw it.
+        QMetaObject::invokeMethod(&m_status, &StatusModel::start, Qt::QueuedConnection);
+    }
 }
 
 void MenuBarView::showEvent(QShowEvent* event) {
     PanelSection::showEvent(event);
-    if (!event->spontaneous()) {
-        m_status.start();
-    }
+    m_appears = m_appears || !event->spontaneous();
 }
 
 #include "moc_MenuBarView.cpp"

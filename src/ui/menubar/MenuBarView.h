@@ -15,7 +15,7 @@ struct PanelActions final {
 };
 
 /// What the panel shows: one column of fixed width, as high as its content, with a rule between each two sections. Each
-/// time it appears it has the model poll.
+/// time it has appeared it has the model poll.
 class MenuBarView final : public PanelSection {
     Q_OBJECT
 
@@ -32,4 +32,5 @@ protected:
 
 private:
     StatusModel& m_status;
+    bool m_appears = false; ///< shown, and not painted yet
 };

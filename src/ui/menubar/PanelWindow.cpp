@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QPixmap>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -115,6 +116,12 @@ void PanelWindow::showAt(const QRect& anchor) {
     show();
     setFocus(Qt::OtherFocusReason);
     Desktop::bringToFront(*windowHandle());
+}
+
+void PanelWindow::drawUnseen() {
+    renderPending();
+    fit();
+    (void)grab();
 }
 
 void PanelWindow::dismiss() {

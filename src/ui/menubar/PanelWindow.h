@@ -43,6 +43,10 @@ public:
     void toggle(const QRect& anchor);
 
     void showAt(const QRect& anchor);
+
+    /// Lays out and draws what nobody sees, so that the first opening of a process finds its fonts and glyphs at hand.
+    void drawUnseen();
+
     void dismiss();
 
 signals:

@@ -34,10 +34,12 @@ struct PanelFixture final {
         return std::make_unique<MenuBarView>(status, daypart, notifications, actions());
     }
 
-    /// Waits for the end of the poll that a panel's appearance starts, so that what a test writes stays.
+    /// Waits for the end of the poll that follows on a panel's appearance, so that what a test writes stays.
     [[nodiscard]] bool settle() {
-        return QTest::qWaitFor([this] { return !status.polling; });
+        QCoreApplication::processEvents();
+        return QTest::qWaitFor([this] { return isStill(); });
     }
+    [[nodiscard]] bool isStill() const { return tickers > 0 && !status.polling; }
 
     /// What a poll of a healthy machine writes.
     void fill() {

@@ -152,9 +152,10 @@ private slots:
 
     void refreshPollsAndReportsNoHeartbeat() {
         Shown shown;
+        shown.panel.status.lastPoll = std::nullopt;
         shown.press(u"Refresh"_s);
-        QVERIFY(shown.panel.status.polling);
         QVERIFY(shown.panel.settle());
+        QVERIFY(shown.panel.status.lastPoll.value());
         QCOMPARE(shown.panel.tool.calls.size(), 1); // that of the panel's appearance
     }
 
@@ -183,12 +184,29 @@ private slots:
         QCOMPARE(wide, 2);
     }
 
+    void theFirstFrameComesBeforeThePoll() {
+        PanelFixture panel;
+        const auto view = panel.makeView();
+        (void)view->grab();
+        QCoreApplication::processEvents();
+        QCOMPARE(panel.tickers, 0); // it has not appeared
+        view->show();
+        QVERIFY(!panel.status.polling);
+        (void)view->grab();
+        QVERIFY(!panel.status.polling);
+        QCoreApplication::processEvents();
+        QCOMPARE(panel.tickers, 1);
+        QVERIFY(panel.settle());
+    }
+
     void eachAppearancePollsOnceMore() {
         Shown shown;
         QCOMPARE(shown.panel.tool.calls.size(), 1);
         shown.view->hide();
+        (void)shown.view->grab();
         shown.view->show();
-        QVERIFY(shown.panel.status.polling);
+        QTRY_COMPARE(shown.panel.tool.calls.size(), 2);
+        shown.view->repaint();
         QVERIFY(shown.panel.settle());
         QCOMPARE(shown.panel.tool.calls.size(), 2);
         QCOMPARE(shown.panel.tickers, 1);
