@@ -5,12 +5,15 @@
 #include_next <AppKit/AppKit.h>
 
 #include <CoreServices/CoreServices.h>
+#include <GNUstepGUI/GSVersion.h>
 
 #undef NSVariableStatusItemLength
 static constexpr CGFloat NSVariableStatusItemLength = -1.0;
 static constexpr NSCompositingOperation NSCompositingOperationSourceOver = NSCompositeSourceOver;
+#if GNUSTEP_GUI_MINOR_VERSION < 32 // which has them itself
 static constexpr NSEventType NSEventTypeRightMouseDown = NSRightMouseDown;
 static constexpr NSEventModifierFlags NSEventModifierFlagControl = 1UL << 18;
+#endif
 
 typedef unsigned long long NSEventMask;
 static constexpr NSEventMask NSEventMaskLeftMouseDown = 1ULL << 1;
