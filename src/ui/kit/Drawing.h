@@ -10,6 +10,11 @@ class QPainter;
 /// points.
 namespace Drawing {
 
+/// Whether the area is nowhere nearer to the rectangle's edges than `rim`: a repaint of it needs no edges and corners.
+[[nodiscard]] inline bool isInside(const QRect& area, const QRect& rect, int rim) {
+    return rect.adjusted(rim, rim, -rim, -rim).contains(area);
+}
+
 /// How many of the device's pixels a point is.
 [[nodiscard]] qreal scale(const QPainter& painter);
 

@@ -8,6 +8,7 @@
 #include "ui/menubar/PanelSections.h"
 
 #include <QHBoxLayout>
+#include <QPaintEvent>
 #include <QPainter>
 
 using namespace Qt::StringLiterals;
@@ -62,8 +63,12 @@ public:
     void display(const QString& value) { m_value->display(value); }
 
 protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
+    void paintEvent(QPaintEvent* event) override {
         QPainter painter{this};
+        if (Drawing::isInside(event->rect(), rect(), Tile::cornerRadius)) {
+            painter.fillRect(rect(), m_colours.of(ColourRole::surface));
+            return;
+        }
         Drawing::fillRounded(painter, rect(), Tile::cornerRadius, m_colours.of(ColourRole::surface));
         Drawing::strokeRounded(painter, rect(), Tile::cornerRadius, m_colours.of(ColourRole::border));
     }

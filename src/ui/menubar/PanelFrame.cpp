@@ -3,6 +3,7 @@
 #include "ui/kit/Drawing.h"
 #include "ui/menubar/PanelMetrics.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -32,7 +33,10 @@ void PanelFrame::setView(qreal start, qreal length) {
     }
 }
 
-void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
+void PanelFrame::paintEvent(QPaintEvent* event) {
+    if (Drawing::isInside(event->rect(), rect(), PanelMetrics::cornerRadius)) {
+        return;
+    }
     QPainter painter{this};
     cutCorners(painter);
     const int radius = m_corners == Corners::round ? PanelMetrics::cornerRadius : 0;

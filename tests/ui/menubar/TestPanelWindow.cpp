@@ -2,6 +2,7 @@
 #include "support/Rows.h"
 #include "ui/menubar/PanelFixture.h"
 #include "ui/menubar/PanelFrame.h"
+#include "ui/menubar/PanelMetrics.h"
 #include "ui/menubar/PanelReading.h"
 #include "ui/menubar/PanelWindow.h"
 
@@ -249,6 +250,28 @@ private slots:
         opened.panel.daypart.set(Daypart::night);
         QTRY_COMPARE(counter.painted.size(), inView);
         QCOMPARE(counter.layouts, 0);
+    }
+
+    void whatIsPaintedInPartsIsTheWhole() {
+        Opened opened;
+        const auto onScreen = [&opened] {
+            return QGuiApplication::primaryScreen()->grabWindow(opened.window.winId()).toImage();
+        };
+        const auto checkAfter = [&](const auto& change) {
+            const QImage before = onScreen();
+            change();
+            QTRY_VERIFY(onScreen() != before);
+            const QImage inParts = onScreen();
+            opened.window.repaint();
+            QCOMPARE(inParts, onScreen());
+        };
+        checkAfter([&opened] { opened.panel.fill(); });
+        checkAfter([&opened] { opened.panel.status.hostLoad = u"9.81"_s; });
+        checkAfter([&opened] { opened.panel.status.caddyDetail = u"stopped"_s; });
+        checkAfter([&opened] { QTest::keyClick(&opened.window, Qt::Key_Down); });
+        const QImage whole = onScreen();
+        opened.window.repaint(0, 0, PanelMetrics::cornerRadius, PanelMetrics::cornerRadius);
+        QCOMPARE(onScreen(), whole);
     }
 };
 
