@@ -25,7 +25,8 @@ class ItemWatch:
     def __init__(self, desk):
         command = ["gdbus", "monitor", "--session", "--dest", session_bus.WATCHER]
         self._process = subprocess.Popen(command, env=desk.env, stdout=subprocess.PIPE, text=True)
-        self._process.stdout.readline()
+        for _ in range(2):  # the second line, on who the watcher is, comes once the bus knows what is to be heard
+            self._process.stdout.readline()
 
     def wait(self):
         for line in self._process.stdout:
