@@ -23,7 +23,7 @@ bool isOnX11() {
     return QGuiApplication::platformName() == u"xcb"_s;
 }
 
-/// Qt loads EGL, 24 MB with Mesa in software, only to learn whether it may draw frames itself. It asks the environment
+/// Qt loads EGL, 18 MB with Mesa in software, only to learn whether it may draw frames itself. It asks the environment
 /// first, once, for the first native window: an unseen one, so that no other program inherits the answer.
 void leaveFramesToCompositor() {
     if (QGuiApplication::platformName() != u"wayland"_s || !Session::drawsFrames() ||
