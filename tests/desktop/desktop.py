@@ -199,9 +199,11 @@ class Desktop(SessionBus, XScreen):
         self.wait_for((self.root / "run/bus").exists, "the session bus")
 
     def start_window_manager(self, compositing=False):
-        """xfwm4, ready when it has announced itself."""
+        """xfwm4, ready when it has announced itself, and its compositor too."""
         self.start(["xfwm4", "--compositor=" + ("on" if compositing else "off")])
         self.wait_for(lambda: self.root_windows("_NET_SUPPORTING_WM_CHECK"), "the window manager")
+        if compositing:
+            self.wait_for(lambda: self.x.get_selection_owner(self.x.get_atom("_NET_WM_CM_S0")), "the compositor")
 
     def start_xfce_panel(self):
         """xfce4-panel along the upper edge with one tray, a host both for status notifiers and for XEmbed."""

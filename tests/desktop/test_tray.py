@@ -206,5 +206,5 @@ class NoTray(TrayStory):
                 self.wait_for_start()
                 x, y, *_ = self.open_by_second_start()
                 self.wait_for(lambda: len(self.desk.colours(x, y, 40, 40)) > 1, "the panel to be drawn")
-                self.assertEqual(self.desk.colours(x, y) == {(0, 0, 0)}, compositing)
+                self.wait_for_equal(lambda: self.desk.colours(x, y) == {(0, 0, 0)}, compositing, "its corner")
                 self.desk.stop(self.companion)

@@ -84,8 +84,13 @@ private slots:
 
     void onlyATextIsReadAsOne() {
         const std::pair<QByteArray, std::optional<QString>> rows[]{
-            {"dusk", u"dusk"_s},    {"", u""_s},        {"d\xC3\xA4mmerung", u"dämmerung"_s}, {"day, night", {}},
-            {"@Rect(0 0 1 1)", {}}, {"@Invalid()", {}},
+            {"dusk", u"dusk"_s},
+            {"", u""_s},
+            {"d\xC3\xA4mmerung", u"dämmerung"_s},
+            {"day, night", {}},
+            {"@Rect(0 0 1 1)", {}},
+            {"@Invalid()", {}},
+            {R"(@Variant(\0\0\0\x9\x7f\xff\xff\xff))", {}},
         };
         for (const auto& [stored, text] : rows) {
             init();

@@ -4,6 +4,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 
+#include <new>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -22,8 +24,12 @@ public:
     bool boolean(const QString& key) const override { return string(key) == trueText; }
 
     std::optional<QString> string(const QString& key) const override {
-        const QVariant value = m_settings.value(key);
-        return value.typeId() == QMetaType::QString ? std::optional{value.toString()} : std::nullopt;
+        try {
+            const QVariant value = m_settings.value(key);
+            return value.typeId() == QMetaType::QString ? std::optional{value.toString()} : std::nullopt;
+        } catch (const std::bad_alloc&) { // an encoded list that is said to be larger than any memory
+            return std::nullopt;
+        }
     }
 
     // As a text: the file says the same, and an encoded value of another type can never pass for a truth value.
