@@ -2,6 +2,7 @@
 
 #include "support/InstancePeers.h"
 
+#include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <vector>
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -198,6 +200,26 @@ private slots:
         QCOMPARE(first.heard.size(), 0);
         const Client late{first.name};
         late.send("show\n");
+        QTRY_COMPARE(first.heard.size(), 1);
+    }
+
+    void withoutDescriptorsItWaitsUntilThereAreSome() {
+        const Listener first;
+        const Client client{first.name};
+        client.send("show\n");
+        rlimit before{};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+        const int lowestFree = ::dup(STDIN_FILENO);
+        ::close(lowestFree);
+        const rlimit none{.rlim_cur = static_cast<rlim_t>(lowestFree), .rlim_max = before.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+        int turns = 0;
+        const auto* loop = QAbstractEventDispatcher::instance();
+        const auto counting = connect(loop, &QAbstractEventDispatcher::awake, this, [&turns] { ++turns; });
+        QTest::qWait(300);
+        disconnect(counting);
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+        QVERIFY2(turns < 500, qPrintable(QString::number(turns)));
         QTRY_COMPARE(first.heard.size(), 1);
     }
 

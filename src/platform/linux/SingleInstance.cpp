@@ -121,7 +121,10 @@ public:
 private:
     void welcome() {
         Descriptor peer{::accept4(m_socket.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)};
-        if (peer.isOpen() && belongsToUs(peer) && children().size() < maxPeers) {
+        if (!peer.isOpen()) { // there are no descriptors left, and it would be asked for ever
+            m_connected.setEnabled(false);
+            QTimer::singleShot(peerTimeout, this, [this] { m_connected.setEnabled(true); });
+        } else if (belongsToUs(peer) && children().size() < maxPeers) {
             new Peer{std::move(peer), this};
         }
     }
