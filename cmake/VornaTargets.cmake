@@ -66,7 +66,7 @@ endif()
 # copies from replies that do not end with a zero. The slow unwinder sees past Qt's frames, so that tests/leaks.supp can
 # name one function.
 set(VORNA_SANITIZER_ENVIRONMENT
-    "ASAN_OPTIONS=set:allocator_may_return_null=1:detect_stack_use_after_return=1:check_initialization_order=1:fast_unwind_on_malloc=0"
+    "ASAN_OPTIONS=set:detect_stack_use_after_return=1:check_initialization_order=1:fast_unwind_on_malloc=0"
     "LSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0"
     "UBSAN_OPTIONS=set:print_stacktrace=1:halt_on_error=1")
 

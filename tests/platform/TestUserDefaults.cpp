@@ -78,25 +78,31 @@ private slots:
               "@ByteArray(true)"_ba, "@Invalid()"_ba, R"(@Variant(\0\0\0\x1))"_ba}) {
             init();
             store("[General]\nvorna.macos.daypart.manual=" + stored + "\n");
-            QCOMPARE(UserDefaults::standard()->boolean(manualKey), stored == "true" || stored == "\"true\"");
+            QCOMPARE(UserDefaults::standard()->boolean(manualKey), stored == "true");
         }
     }
 
-    void onlyATextIsReadAsOne() {
-        const std::pair<QByteArray, std::optional<QString>> rows[]{
+    void whateverStandsInALineIsNothingButAText() {
+        const std::pair<QByteArray, QString> rows[]{
             {"dusk", u"dusk"_s},
+            {"  dusk\r", u"dusk"_s},
             {"", u""_s},
             {"d\xC3\xA4mmerung", u"dämmerung"_s},
-            {"day, night", {}},
-            {"@Rect(0 0 1 1)", {}},
-            {"@Invalid()", {}},
-            {R"(@Variant(\0\0\0\x9\x7f\xff\xff\xff))", {}},
+            {"day, night", u"day, night"_s},
+            {R"(@Variant(\0\0\0\x9\x7f\xff\xff\xff))", uR"(@Variant(\0\0\0\x9\x7f\xff\xff\xff))"_s},
         };
         for (const auto& [stored, text] : rows) {
             init();
             store("[General]\nvorna.macos.daypart=" + stored + "\n");
-            QVERIFY2(UserDefaults::standard()->string(daypartKey) == text, stored.constData());
+            QCOMPARE(UserDefaults::standard()->string(daypartKey), text);
         }
+    }
+
+    void whatOthersWroteIntoTheFileStaysThere() {
+        store("[Else/where]\nkey=a = b\n\n[Other]\nvorna.macos.daypart=night\n[General]\nmine=1\n");
+        UserDefaults::standard()->setString(daypartKey, u"day"_s);
+        QCOMPARE(contents(), "[General]\nmine=1\nvorna.macos.daypart=day\n[Else/where]\nkey=a = b\n"
+                             "[Other]\nvorna.macos.daypart=night\n"_ba);
     }
 
     void corruptFileReadsAsMissingAndIsWrittenOver() {
