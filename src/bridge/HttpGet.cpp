@@ -56,7 +56,7 @@ HttpGet::HttpGet(const QUrl& url, std::chrono::milliseconds idleLimit, Body body
     , m_socket{connecting(url)}
     , m_parser{body} {
     if (!m_socket.isOpen()) {
-        fail(Kind::cannotConnect);
+        QMetaObject::invokeMethod(this, [this] { fail(Kind::cannotConnect); }, Qt::QueuedConnection);
         return;
     }
     m_idle.setInterval(idleLimit);

@@ -26,9 +26,8 @@ public:
     static constexpr std::chrono::milliseconds defaultTotalLimit = std::chrono::minutes{10};
 
     /// Sends the request now, to a host given in numbers: no name server is asked. It fails at once when the URL is not
-    /// one of HTTP, when nothing moves on the connection
-    /// for `idleLimit`, as soon as the answer outgrows the parser's limits, and when it is not complete after
-    /// `totalLimit`.
+    /// one of HTTP, and from the event loop when nobody can be connected to, when nothing moves on the connection for
+    /// `idleLimit`, as soon as the answer outgrows the parser's limits, and when it is not complete after `totalLimit`.
     [[nodiscard]] static Answer send(const QUrl& url, std::chrono::milliseconds idleLimit, Body body = Body::kept,
                                      std::chrono::milliseconds totalLimit = defaultTotalLimit);
 

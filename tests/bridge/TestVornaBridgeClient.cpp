@@ -205,6 +205,7 @@ private slots:
     void hostIsNotLookedUp() {
         QUrl named = m_peer->baseUrl();
         named.setHost(u"localhost"_s);
+        QVERIFY(!HttpGet::send(named, 60s).await_ready()); // whoever asks has gone on when it is told
         QCOMPARE(said(QCoro::waitFor(VornaBridgeClient{named}.health())), text(Kind::cannotConnect));
         QCOMPARE(m_peer->connections, 0);
     }

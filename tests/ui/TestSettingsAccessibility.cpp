@@ -29,7 +29,7 @@ struct Shown final : OpenSettings {
         for (const auto& call : tool.calls) {
             found += call.arguments.join(u' ');
         }
-        return status.polling ? found << u"polling"_s : found;
+        return hasPolled() ? found << u"polling"_s : found;
     }
 };
 

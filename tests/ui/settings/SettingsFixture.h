@@ -68,6 +68,9 @@ struct OpenSettings : SettingsFixture {
         }
         return nullptr;
     }
+    /// Or does so just now.
+    [[nodiscard]] bool hasPolled() const { return status.polling || status.lastPoll.value(); }
+
     [[nodiscard]] QTabBar& tabs() const { return *view()->findChild<QTabBar*>(); }
 
     /// Until what is announced is rendered, and laid out at every level.

@@ -77,7 +77,7 @@ private slots:
         QTest::mousePress(view()->windowHandle(), Qt::LeftButton, {}, pointer);
         QCOMPARE(focused(), button);
         QTest::mouseRelease(view()->windowHandle(), Qt::LeftButton, {}, pointer);
-        QVERIFY(m_settings->status.polling);
+        QVERIFY(m_settings->hasPolled());
     }
 
     /// And shows it at its edge, also where its content paints the whole ground.
