@@ -149,9 +149,9 @@ class EmbeddedTray(TrayStory):
     def test_panel_opens_under_the_item_on_a_scaled_screen(self):
         self.desk.start_trayer(align="center")
         self.start_companion(env={"QT_SCALE_FACTOR": "2"})
-        x, y = self.embedded_item()
-        self.desk.click(x, y)
-        left, _, width, _ = self.wait_for(lambda: self.panels(scale=2), "the panel")[0]
+        left, _, width, _ = self.click_until_open(lambda: self.desk.click(*self.embedded_item()),
+                                                  lambda: self.panels(scale=2))[0]
+        x, _ = self.embedded_item()
         self.assertAlmostEqual(left + width / 2, x, delta=desktop.BAR_HEIGHT)
 
     def test_trays_that_come_and_go_in_a_hurry_do_no_harm(self):
