@@ -119,8 +119,15 @@ class DesktopTest(unittest.TestCase):
         if "QT_LINUX_ACCESSIBILITY_ALWAYS_ON" in self.desk.env:
             self.reader = ScreenReader(self.desk, self.companion.pid)
 
+    def wait_for_start(self):
+        """Waits until a second start would find the companion."""
+        process = psutil.Process(self.companion.pid)
+        sockets = getattr(process, "net_connections", None) or process.connections  # as older psutil calls it
+        self.wait_for(lambda: any("vorna" in str(one.laddr) for one in sockets("unix")), "the companion to listen")
+
     def start_again(self, *words, env=None):
         """A second start, which ends well."""
+        self.wait_for_start()
         second = self.desk.start([COMPANION, *words], env)
         self.assertEqual(second.wait(timeout=30), 0, self.desk.output(second))
 

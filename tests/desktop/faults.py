@@ -6,7 +6,6 @@ import subprocess
 import unittest
 
 import desktop
-import psutil
 from companion import POLL_SECONDS, DesktopTest
 from program import Program
 
@@ -39,12 +38,6 @@ class Story(DesktopTest):
         host = self.start_watcher()
         host.tell("host")
         return host
-
-    def wait_for_start(self):
-        """Waits until a second start would find the companion."""
-        process = psutil.Process(self.companion.pid)
-        sockets = getattr(process, "net_connections", None) or process.connections  # as older psutil calls it
-        self.wait_for(lambda: any("vorna" in str(one.laddr) for one in sockets("unix")), "the companion to listen")
 
     def start_with_item(self, **options):
         self.start_companion(**options)

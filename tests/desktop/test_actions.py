@@ -130,7 +130,6 @@ class WithoutATray(CompanionTest):
 
     def test_second_start_opens_what_it_was_started_for(self):
         self.start_companion()
-        self.wait_for(self.reader.is_there, "the first start")
         self.start_again()
         self.reader.wait_for_text("bridge unreachable", PANEL)
         self.reader.wait_for_text("Start bridge: vorna server start", PANEL)

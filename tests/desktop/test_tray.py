@@ -203,7 +203,6 @@ class NoTray(TrayStory):
             with self.subTest(compositing), desktop.Desktop() as self.desk:
                 self.desk.start_window_manager(compositing=compositing)
                 self.start_companion()
-                self.wait_for_start()
                 x, y, *_ = self.open_by_second_start()
                 self.wait_for(lambda: len(self.desk.colours(x, y, 40, 40)) > 1, "the panel to be drawn")
                 self.wait_for_equal(lambda: self.desk.colours(x, y) == {(0, 0, 0)}, compositing, "its corner")

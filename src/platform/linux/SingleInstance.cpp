@@ -152,10 +152,8 @@ void waitAtMost(const Descriptor& socket, const QDeadlineTimer& deadline) {
 Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
     const Descriptor socket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
     waitAtMost(socket, deadline);
-    // The system counts a limit in ticks of its clock, and may say that it is over a moment before the deadline is.
-    const auto isOver = [&deadline] { return errno == EAGAIN || deadline.hasExpired(); };
     if (!withAddress(::connect, socket)) {
-        return isOver() ? Delivery::handedOver : Delivery::nobody;
+        return deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
     }
     if (!belongsToUs(socket)) {
         return Delivery::stranger;
@@ -164,8 +162,8 @@ Delivery deliver(const QString& message, const QDeadlineTimer& deadline) {
     (void)::send(socket.number(), line.constData(), static_cast<std::size_t>(line.size()), MSG_NOSIGNAL);
     waitAtMost(socket, deadline);
     char answer = 0;
-    const ssize_t heard = ::recv(socket.number(), &answer, 1, 0);
-    return heard == 1 || (heard < 0 && isOver()) || deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
+    const bool heard = ::recv(socket.number(), &answer, 1, 0) == 1;
+    return heard || deadline.hasExpired() ? Delivery::handedOver : Delivery::nobody;
 }
 
 }
