@@ -87,13 +87,14 @@ PanelWindow& VornaApp::panel() {
     return *m_panel;
 }
 
-// Fonts are read and glyphs drawn once in a process. One piece a turn, so that a click between them hardly waits.
+// Fonts are read and glyphs drawn once in a process. One piece a turn, so that a click between them hardly waits; what
+// was open in the meantime needs none, and is given back in its own time.
 void VornaApp::makeReady() {
     (void)QFontMetrics{QGuiApplication::font()}.ascent();
     m_delay(*this, 0ms, [this] {
         panel();
         m_delay(*this, 0ms, [this] {
-            if (m_panel && !m_panel->isVisible()) {
+            if (m_panel && !m_panel->isVisible() && !m_releaseTimer.isActive()) {
                 m_panel->drawUnseen();
                 releaseMemory();
             }

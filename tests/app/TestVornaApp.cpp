@@ -180,6 +180,23 @@ private slots:
         QCOMPARE(shown<PanelWindow>(), panel);
     }
 
+    void aPanelClosedMeanwhileIsKeptForAMoment_data() { aClickNeedsNoMoreOfThePanelUnseen_data(); }
+    void aPanelClosedMeanwhileIsKeptForAMoment() {
+        QFETCH(const int, pieces);
+        const auto vorna = launch();
+        for (int i = 0; i < pieces; ++i) {
+            m_later.takeFirst().second();
+        }
+        emit m_item->clicked();
+        emit m_item->clicked();
+        PaintWatch watch;
+        while (!m_later.isEmpty()) {
+            m_later.takeFirst().second();
+        }
+        QCOMPARE(watch.paints, 0);
+        QVERIFY(made<PanelWindow>());
+    }
+
     void clickElsewhereClosesThePanel() {
         const auto vorna = launch();
         emit m_item->clickedElsewhere();
