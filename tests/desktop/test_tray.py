@@ -203,7 +203,12 @@ class NoTray(TrayStory):
             with self.subTest(compositing), desktop.Desktop() as self.desk:
                 self.desk.start_window_manager(compositing=compositing)
                 self.start_companion()
-                x, y, *_ = self.open_by_second_start()
-                self.wait_for(lambda: len(self.desk.colours(x, y, 40, 40)) > 1, "the panel to be drawn")
-                self.wait_for_equal(lambda: self.desk.colours(x, y) == {(0, 0, 0)}, compositing, "its corner")
+                self.open_by_second_start()
+                self.wait_for(lambda: len(self.at_corner(40)) > 1, "the panel to be drawn")
+                self.wait_for_equal(lambda: self.at_corner(1) == {(0, 0, 0)}, compositing, "its corner")
                 self.desk.stop(self.companion)
+
+    def at_corner(self, size):
+        """The colours of a square where the panel begins; the first answer of the bridge makes it higher."""
+        x, y, *_ = self.wait_for_panel()
+        return self.desk.colours(x, y, size, size)

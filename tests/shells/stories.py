@@ -54,9 +54,13 @@ class Stories(DesktopTest):
     def click_item_once(self):
         self.desk.click(*self.place_of_item())
 
+    def has_keyboard(self):
+        active = self.desk.session.root_numbers("_NET_ACTIVE_WINDOW")
+        return any(window.id in active for window in self.desk.session.windows(self.companion.pid))
+
     def still_panel(self):
-        """Where the panel is, once it stays there; nothing while there is none."""
-        return still(self.panel_places)
+        """Where the panel is, once it stays there and hears keys; nothing while there is none."""
+        return self.has_keyboard() and still(self.panel_places)
 
     def panel(self):
         return self.wait_for(self.still_panel, "the panel")[0]
@@ -112,6 +116,7 @@ class Stories(DesktopTest):
 
     def test_keyboard_moves_through_the_panel_and_opens_the_settings(self):
         place = self.open_panel()
+        self.wait_for(lambda: still(lambda: self.desk.pixels(*place)), "the panel to be drawn")
         for _ in range(3):
             before = self.desk.pixels(*place)
             self.desk.press("Tab")
