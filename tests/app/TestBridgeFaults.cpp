@@ -294,7 +294,5 @@ private:
     qsizetype m_descriptors = 0;
 };
 
-Q_DECLARE_METATYPE(Outcome)
-
 QTEST_MAIN(TestBridgeFaults)
 #include "TestBridgeFaults.moc"

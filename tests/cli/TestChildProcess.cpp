@@ -58,10 +58,10 @@ QString scene(const QString& name) {
 }
 
 /// The same while other descriptors stand in for our standard ones; none does where that is -1.
-Outcome shellOver(std::array<int, 3> others, const QString& script, const std::function<void()>& also = [] {}) {
-    std::array<int, 3> kept{};
+Outcome shellOver(const QList<int>& others, const QString& script, const std::function<void()>& also = [] {}) {
+    QList<int> kept;
     for (int stream = 0; stream < 3; ++stream) {
-        kept[stream] = fcntl(stream, F_DUPFD_CLOEXEC, 3);
+        kept.append(fcntl(stream, F_DUPFD_CLOEXEC, 3));
         others[stream] < 0 ? close(stream) : dup2(others[stream], stream);
     }
     const Outcome outcome = shell(script);

@@ -49,9 +49,9 @@ private slots:
     void identifiersAreRandomUpperCaseUuids() {
         static const QRegularExpression form{
             u"^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}$"_s};
-        const QString identifier = NotificationService::freshIdentifier();
-        QVERIFY2(form.match(identifier).hasMatch(), qPrintable(identifier));
-        QCOMPARE_NE(NotificationService::freshIdentifier(), identifier);
+        const QString fresh = NotificationService::freshIdentifier();
+        QVERIFY2(form.match(fresh).hasMatch(), qPrintable(fresh));
+        QCOMPARE_NE(NotificationService::freshIdentifier(), fresh);
     }
 
     void postsEveryFieldAsTheDesktopExpectsIt() {
