@@ -9,6 +9,12 @@ class OnGnome(Stories):
         self.desk.close_menu()
         self.desk.click(*self.place_of_item(), times=2, pause_ms=120)
 
+    def open_panel(self):
+        """A busy shell opens the menu too, before it has seen that the click was one of two; the menu takes the keys."""
+        place = super().open_panel()
+        self.desk.close_menu()
+        return place
+
     def choose(self, label):
         """By the menu that one click opens."""
         self.click_item_once()
