@@ -68,13 +68,20 @@ class XScreen:
                 continue
         return found
 
-    def place_of(self, title):
-        """Where the window manager's window of that title is, or nothing."""
+    def window_of(self, title):
+        """The window manager's window of that title, or nothing."""
         for window in self.root_windows("_NET_CLIENT_LIST"):
             with contextlib.suppress(*GONE):
                 if window.get_wm_name() == title:
-                    size, place = window.get_geometry(), self._root.translate_coords(window, 0, 0)
-                    return place.x, place.y, size.width, size.height
+                    return window
+
+    def place_of(self, title):
+        """Where the window of that title is on the screen, or nothing."""
+        window = self.window_of(title)
+        with contextlib.suppress(*GONE):
+            if window:
+                size, place = window.get_geometry(), self._root.translate_coords(window, 0, 0)
+                return place.x, place.y, size.width, size.height
 
     def is_embedded(self, window):
         """Whether a window is inside another program's."""
