@@ -4,6 +4,7 @@ Pointer, keyboard and pictures are those of the outer X server, whose pixels are
 found on the X server that programs of the session find: the outer one on X11, and XWayland on Wayland.
 """
 
+import contextlib
 import time
 
 import desktop
@@ -12,6 +13,7 @@ from x_screen import XScreen
 SIZE = (1280, 900)
 MIDDLE = (400, 400)
 BLACK = (0, 0, 0)
+PORTAL, PORTAL_SETTINGS = "org.freedesktop.portal.Desktop", "org.freedesktop.portal.Settings"
 STILL_SECONDS = 0.5  # what is where it was that long before has stopped moving
 
 
@@ -50,6 +52,15 @@ class Shell(desktop.Desktop):
         self.wait_for(self.status_notifier_host_is_there, "the tray", within=60)
         self.wait_for(lambda: self.work_area()[3] < self.size[1], "the bar")
         self.wait_for(lambda: still(lambda: self.pixels(*MIDDLE) != [BLACK]), "the wallpaper")
+
+    def wait_for_portal(self):
+        """What tells of light and dark; while it starts it misses a change, and is wrong until the next."""
+        def answers():
+            with contextlib.suppress(desktop.NoAnswer):
+                return self.call(PORTAL, "/org/freedesktop/portal/desktop", PORTAL_SETTINGS + ".Read", "(ss)",
+                                 "org.freedesktop.appearance", "color-scheme")
+
+        self.wait_for(answers, "the portal")
 
     def join(self, display):
         """From here on programs find this X server; pointer and pictures stay those of the outer one."""

@@ -130,6 +130,7 @@ class Stories(DesktopTest):
         self.item()
         self.start_again("--settings")
         self.settings()
+        self.desk.wait_for_portal()
         for wish in (DARK, LIGHT, DARK, LIGHT):
             self.desk.wish_for(wish)
             self.wait_for_equal(self.settings_tone, wish, "the settings")
