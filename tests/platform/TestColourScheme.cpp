@@ -164,9 +164,15 @@ private slots:
         m_scheme = std::make_unique<ColourScheme>(nullptr);
         QTest::qWait(20);
         QVERIFY(!isDark());
-        m_portal = std::make_unique<ScriptedPortal>(m_address, QVariant{dark});
-        m_portal->tell(dark);
-        QTRY_VERIFY(isDark());
+    }
+
+    void aPortalThatStartsLateOrAnewIsAsked() {
+        m_scheme = std::make_unique<ColourScheme>(nullptr);
+        for (const uint wish : {dark, light, dark}) {
+            m_portal.reset();
+            m_portal = std::make_unique<ScriptedPortal>(m_address, QVariant{wish});
+            QTRY_COMPARE(isDark(), wish == dark);
+        }
     }
 
 private:

@@ -64,7 +64,9 @@ QPalette inverted(const QPalette& own, bool toDark) {
 }
 
 ColourScheme::ColourScheme(QObject* parent)
-    : QObject{parent} {
+    : QObject{parent}
+    , m_portal{portal, m_bus, QDBusServiceWatcher::WatchForRegistration} {
+    connect(&m_portal, &QDBusServiceWatcher::serviceRegistered, this, &ColourScheme::ask);
     m_bus.connect(portal, path, interface, u"SettingChanged"_s, {appearance, colourScheme}, {}, this, SLOT(ask()));
     ask();
 }

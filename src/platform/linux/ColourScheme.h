@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QPalette>
 
-/// Makes the application's palette light or dark as the user has asked of the desktop, now and whenever they change
-/// their mind. A palette of the toolkit's that agrees stays, and so does any where the desktop has no wish. Never waits
-/// for the desktop. Main thread only.
+/// Makes the application's palette light or dark as the user has asked of the desktop: now, whenever they change their
+/// mind, and when the portal that tells of it starts late or anew. A palette of the toolkit's that agrees stays, and so
+/// does any where the desktop has no wish. Never waits for the desktop. Main thread only.
 class ColourScheme final : public QObject {
     Q_OBJECT
 
@@ -23,4 +24,5 @@ private:
     static void follow(uint wish);
 
     QDBusConnection m_bus = QDBusConnection::sessionBus();
+    QDBusServiceWatcher m_portal;
 };
