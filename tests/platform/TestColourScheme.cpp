@@ -173,6 +173,8 @@ private slots:
             m_portal = std::make_unique<ScriptedPortal>(m_address, QVariant{wish});
             QTRY_COMPARE(isDark(), wish == dark);
         }
+        m_portal->tell(light);
+        QTRY_VERIFY(!isDark());
     }
 
 private:

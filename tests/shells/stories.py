@@ -142,7 +142,7 @@ class Stories(DesktopTest):
     def settings_tone(self):
         """As the window is drawn: GNOME 43 on X11 may not bring it to the screen before the pointer moves."""
         window = self.desk.session.window_of(SETTINGS)
-        drawn = self.desk.session.pixels(*BESIDE_THE_GROUPS, window=window)
+        drawn = window and self.desk.session.pixels(*BESIDE_THE_GROUPS, window=window)
         return drawn and (LIGHT if sum(drawn[0]) > 3 * 128 else DARK)
 
     def test_item_comes_back_with_the_tray(self):
